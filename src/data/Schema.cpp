@@ -1,0 +1,162 @@
+#include "data/Schema.h"
+
+#include "platform/Failure.h"
+#include "platform/db/Connection.h"
+#include "platform/db/SqlText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+// The thirteen prescription columns of one eye ("R" or "L"), in their fixed order.
+QString eyeColumns(const QString& eye) {
+    static const char* const suffixes[] = {"Sph", "Cyl", "Ax",  "S",    "P1", "B1",    "P2",
+                                           "B2",  "Gai", "Tama", "Pd", "Ragan", "Kyosei"};
+    QStringList columns;
+    for (const char* suffix : suffixes) {
+        const QString name = QStringLiteral("Uri_") + eye + QLatin1Char('_') +
+                             QString::fromLatin1(suffix);
+        const bool baseDirection = name.endsWith(QLatin1String("_B1")) ||
+                                   name.endsWith(QLatin1String("_B2"));
+        columns << name + (baseDirection ? QStringLiteral(" TEXT") : QStringLiteral(" DOUBLE PRECISION"));
+    }
+    return columns.join(QStringLiteral(",\n  "));
+}
+
+QStringList masterRows(const QString& table, const QStringList& names) {
+    QStringList statements;
+    for (int i = 0; i < names.size(); ++i)
+        statements << QStringLiteral("insert into %1 values(%2,%3)")
+                          .arg(table, SqlStr(QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0'))),
+                               SqlStr(names[i]));
+    return statements;
+}
+
+} // namespace
+
+QStringList SchemaStatements() {
+    // Statements insert by column position: the order of the columns below is fixed.
+    return {
+        QStringLiteral("CREATE TABLE San_User (\n"
+                       "  User_No INTEGER NOT NULL PRIMARY KEY,\n"
+                       "  User_Name TEXT,\n"
+                       "  User_Kana TEXT,\n"
+                       "  User_Yubin TEXT,\n"
+                       "  User_Jusyo1 TEXT,\n"
+                       "  User_Jusyo2 TEXT,\n"
+                       "  User_Tel TEXT,\n"
+                       "  User_Kinmu TEXT,\n"
+                       "  User_KinmuTel TEXT,\n"
+                       "  User_Syokai TEXT,\n"
+                       "  User_SyokaiTel TEXT,\n"
+                       "  User_Sex INTEGER,\n"
+                       "  User_Kazok_F INTEGER,\n"
+                       "  User_Tanjo_Go INTEGER,\n"
+                       "  User_Tanjo_Nen INTEGER,\n"
+                       "  User_Tanjo_Mon INTEGER,\n"
+                       "  User_Tanjo_Day INTEGER,\n"
+                       "  User_Entry1 TEXT,\n"
+                       "  User_Entry2 TEXT,\n"
+                       "  User_Dlt_F TEXT\n"
+                       ")"),
+        QStringLiteral("CREATE TABLE San_Uriage (\n"
+                       "  Uri_UserNo INTEGER NOT NULL,\n"
+                       "  Uri_Seq SMALLINT NOT NULL,\n"
+                       "  Uri_Date INTEGER NOT NULL,\n"
+                       "  Uri_ItemNo TEXT,\n"
+                       "  Uri_YoutoNo TEXT,\n"
+                       "  Uri_Fm_MekaNo TEXT,\n"
+                       "  Uri_Fm_Name TEXT,\n"
+                       "  Uri_Fm_Kinga BIGINT,\n"
+                       "  Uri_Fm_Size TEXT,\n"
+                       "  Uri_Fm_Color TEXT,\n"
+                       "  Uri_Lz_MekaNo TEXT,\n"
+                       "  Uri_Lz_Name TEXT,\n"
+                       "  Uri_Lz_Kinga BIGINT,\n"
+                       "  Uri_KingaKei BIGINT,\n  ") +
+            eyeColumns(QStringLiteral("R")) + QStringLiteral(",\n  ") +
+            eyeColumns(QStringLiteral("L")) +
+            QStringLiteral(",\n"
+                           "  Uri_Syohou TEXT,\n"
+                           "  Uri_Memo TEXT,\n"
+                           "  Uri_Yobi TEXT\n"
+                           ")"),
+        QStringLiteral("CREATE TABLE San_Item (Item_No TEXT NOT NULL PRIMARY KEY, Item_Name TEXT)"),
+        QStringLiteral(
+            "CREATE TABLE San_Youto (Youto_No TEXT NOT NULL PRIMARY KEY, Youto_Name TEXT)"),
+        QStringLiteral("CREATE TABLE San_Meka (Meka_No TEXT NOT NULL PRIMARY KEY, Meka_Name TEXT)"),
+        QStringLiteral("CREATE TABLE ZipList (\n"
+                       "  ZIP1 INTEGER NOT NULL,\n"
+                       "  ZIP2 INTEGER NOT NULL,\n"
+                       "  TODO TEXT,\n"
+                       "  CITY TEXT,\n"
+                       "  TOWN TEXT\n"
+                       ")"),
+        // One row per customer, also for a customer without purchases: the sales total, the
+        // number of purchases and the last purchase date (0 when there is none).
+        QStringLiteral("CREATE VIEW V_San_User AS\n"
+                       "SELECT u.User_No AS User_No,\n"
+                       "  COALESCE(SUM(r.Uri_KingaKei), 0) AS Uri_Ruikei,\n"
+                       "  COUNT(r.Uri_Seq) AS Uri_Kaisu,\n"
+                       "  COALESCE(MAX(r.Uri_Date), 0) AS Uri_LastDate\n"
+                       "FROM San_User u LEFT JOIN San_Uriage r ON r.Uri_UserNo = u.User_No\n"
+                       "GROUP BY u.User_No"),
+        QStringLiteral("CREATE UNIQUE INDEX IX_San_Uriage_Key ON San_Uriage (Uri_UserNo, Uri_Seq)"),
+        QStringLiteral("CREATE INDEX IX_San_Uriage_Date ON San_Uriage (Uri_Date)"),
+        QStringLiteral("CREATE INDEX IX_San_User_Kana ON San_User (User_Kana)"),
+        QStringLiteral("CREATE INDEX IX_San_User_Tel ON San_User (User_Tel)"),
+        QStringLiteral("CREATE INDEX IX_ZipList_Zip ON ZipList (ZIP1, ZIP2)"),
+    };
+}
+
+QStringList StartingMasterStatements() {
+    return masterRows(QStringLiteral("San_Item"),
+                      {QStringLiteral("メガネ"), QStringLiteral("サングラス"),
+                       QStringLiteral("コンタクトレンズ"), QStringLiteral("レンズ交換"),
+                       QStringLiteral("フレーム交換"), QStringLiteral("修理"),
+                       QStringLiteral("その他")}) +
+           masterRows(QStringLiteral("San_Youto"),
+                      {QStringLiteral("遠用"), QStringLiteral("近用"), QStringLiteral("遠近両用"),
+                       QStringLiteral("中近両用"), QStringLiteral("近々両用"),
+                       QStringLiteral("パソコン用"), QStringLiteral("運転用"),
+                       QStringLiteral("スポーツ用"), QStringLiteral("その他")}) +
+           masterRows(QStringLiteral("San_Meka"),
+                      {QStringLiteral("HOYA"), QStringLiteral("ニコン"), QStringLiteral("セイコー"),
+                       QStringLiteral("東海光学"), QStringLiteral("ツァイス"),
+                       QStringLiteral("増永眼鏡"), QStringLiteral("シャルマン"),
+                       QStringLiteral("その他")});
+}
+
+void CreateSchema(Connection& connection) {
+    connection.beginTrans();
+    try {
+        for (const QString& statement : SchemaStatements() + StartingMasterStatements())
+            connection.execute(statement);
+        connection.commitTrans();
+    } catch (...) {
+        if (connection.inTransaction()) {
+            try {
+                connection.rollbackTrans();
+            } catch (const Failure&) {
+                // The first failure is the one worth reporting.
+            }
+        }
+        throw;
+    }
+}
+
+void CreateDatabase(const QString& databaseFile) {
+    QDir().mkpath(QFileInfo(databaseFile).absolutePath());
+    Connection connection;
+    connection.create(databaseFile);
+    try {
+        CreateSchema(connection);
+    } catch (...) {
+        connection.close();
+        QFile::remove(databaseFile);
+        throw;
+    }
+    connection.close();
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QStringList>
+
+class Connection;
+
+// The statements that create the tables, the view and the indexes of an empty database.
+QStringList SchemaStatements();
+
+// The starting masters of a new shop: typical items, purposes and makers, numbered
+// 001, 002, ... without gaps.
+QStringList StartingMasterStatements();
+
+// Creates a new database file with the schema and the starting masters, in one transaction.
+// An existing file is refused; a failed creation leaves no file behind.
+void CreateDatabase(const QString& databaseFile);
+
+// Creates the schema and the starting masters on an open, empty connection.
+void CreateSchema(Connection& connection);

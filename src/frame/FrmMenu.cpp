@@ -1,0 +1,66 @@
+#include "frame/FrmMenu.h"
+
+#include <QGroupBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QPushButton* menuButton(const QString& caption, const QString& name, QWidget* parent) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setMinimumSize(260, 44);
+    return button;
+}
+
+} // namespace
+
+FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
+    setObjectName(QStringLiteral("FrmMenu"));
+    setWindowTitle(QStringLiteral("Mirvane Ver 3.0"));
+
+    const QString menuCaptions[] = {QStringLiteral("顧客登録／売上登録"),
+                                    QStringLiteral("顧客一覧照会"), QStringLiteral("システム終了")};
+    for (int i = 0; i < 3; ++i) {
+        cmdMenu[i] = menuButton(menuCaptions[i], QStringLiteral("cmdMenu(%1)").arg(i), this);
+        connect(cmdMenu[i], &QPushButton::clicked, this, [this, i] { cmdMenu_Click(i); });
+    }
+    Frame1 = new QGroupBox(QStringLiteral("< マスタ保守 >"), this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    const QString mstCaptions[] = {QStringLiteral("アイテム"), QStringLiteral("用途"),
+                                   QStringLiteral("メーカー")};
+    auto* masters = new QVBoxLayout(Frame1);
+    for (int i = 0; i < 3; ++i) {
+        cmdMst[i] = menuButton(mstCaptions[i], QStringLiteral("cmdMst(%1)").arg(i), Frame1);
+        connect(cmdMst[i], &QPushButton::clicked, this, [this, i] { cmdMst_Click(i); });
+        masters->addWidget(cmdMst[i]);
+    }
+
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(32, 24, 32, 24);
+    page->setSpacing(12);
+    page->addWidget(cmdMenu[0]);
+    page->addWidget(cmdMenu[1]);
+    page->addWidget(Frame1);
+    page->addSpacing(8);
+    page->addWidget(cmdMenu[2]);
+
+    setTabOrder(cmdMenu[0], cmdMenu[1]);
+    setTabOrder(cmdMenu[1], cmdMst[0]);
+    setTabOrder(cmdMst[0], cmdMst[1]);
+    setTabOrder(cmdMst[1], cmdMst[2]);
+    setTabOrder(cmdMst[2], cmdMenu[2]);
+
+    // The shop's screens are switched on here as each of them is built.
+    cmdMenu[0]->setEnabled(false);
+    cmdMenu[1]->setEnabled(false);
+    for (QPushButton* button : cmdMst)
+        button->setEnabled(false);
+}
+
+void FrmMenu::cmdMenu_Click(int index) {
+    if (index == 2)
+        done(QDialog::Accepted);
+}
+
+void FrmMenu::cmdMst_Click(int) {}

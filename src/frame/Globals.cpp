@@ -1,0 +1,4 @@
+#include "frame/Globals.h"
+
+Connection gCon;
+QString gDbPath;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <exception>
+
+// The one failure type of the program: an error number and its description.
+// Database errors, file errors and broken rules all travel as a Failure.
+class Failure : public std::exception {
+public:
+    Failure(long number, QString description)
+        : number_(number), description_(std::move(description)), what_(description_.toUtf8()) {}
+
+    long number() const { return number_; }
+    const QString& description() const { return description_; }
+    const char* what() const noexcept override { return what_.constData(); }
+
+private:
+    long number_;
+    QString description_;
+    QByteArray what_;
+};
+
+namespace ErrorNumber {
+// A write that breaks a unique key, or a database that cannot be opened.
+inline constexpr long DatabaseFailed = -2147467259;
+// Any other failure of an SQL statement.
+inline constexpr long StatementFailed = -2147217900;
+// A field asked for by a name or position the row does not have.
+inline constexpr long NoSuchField = -2146825023;
+// A record set read past its end.
+inline constexpr long NoCurrentRow = -2146825267;
+// A transaction call out of order (commit without begin, ...).
+inline constexpr long TransactionState = -2146825287;
+// A file that cannot be written or read.
+inline constexpr long FileAccess = 75;
+// Anything thrown that is not a Failure.
+inline constexpr long Unexpected = -2147418113;
+} // namespace ErrorNumber

@@ -1,0 +1,145 @@
+#include "platform/db/Connection.h"
+
+#include "platform/Failure.h"
+
+#include <QAtomicInt>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace {
+
+QAtomicInt connectionCounter;
+
+bool isUniqueViolation(const QString& code) {
+    // SQLite: UNIQUE (2067) and PRIMARY KEY (1555); PostgreSQL: 23505.
+    return code == QLatin1String("2067") || code == QLatin1String("1555") ||
+           code == QLatin1String("23505");
+}
+
+bool isUnusableDatabase(const QString& code) {
+    // SQLite: busy, locked, cannot open, not a database.
+    return code == QLatin1String("5") || code == QLatin1String("6") ||
+           code == QLatin1String("14") || code == QLatin1String("26");
+}
+
+Failure toFailure(const QSqlError& error, const QString& sql = {}) {
+    const QString code = error.nativeErrorCode();
+    QString description = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    if (!sql.isEmpty())
+        description += QStringLiteral(" [") + sql + QLatin1Char(']');
+    if (isUniqueViolation(code) || isUnusableDatabase(code))
+        return Failure(ErrorNumber::DatabaseFailed, description);
+    return Failure(ErrorNumber::StatementFailed, description);
+}
+
+Failure cannotOpen(const QString& why) { return Failure(ErrorNumber::DatabaseFailed, why); }
+
+} // namespace
+
+Connection::Connection()
+    : name_(QStringLiteral("mirvane-%1").arg(connectionCounter.fetchAndAddRelaxed(1))) {}
+
+Connection::~Connection() { close(); }
+
+void Connection::open(const QString& databaseFile) {
+    const QFileInfo file(databaseFile);
+    if (!file.isFile() || !file.isReadable())
+        throw cannotOpen(QStringLiteral("データベースファイルを開けません: ") + databaseFile);
+    openFile(databaseFile);
+}
+
+void Connection::create(const QString& databaseFile) {
+    if (QFileInfo::exists(databaseFile))
+        throw cannotOpen(QStringLiteral("データベースファイルは既にあります: ") + databaseFile);
+    openFile(databaseFile);
+}
+
+void Connection::openFile(const QString& databaseFile) {
+    close();
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
+        throw cannotOpen(QStringLiteral("SQLite のドライバーがありません (libqt6sql6-sqlite)。"));
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
+        db.setDatabaseName(databaseFile);
+        // Another terminal's write holds the file for a moment; wait for it instead of failing.
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+        if (!db.open()) {
+            const Failure failure = toFailure(db.lastError());
+            db = QSqlDatabase();
+            QSqlDatabase::removeDatabase(name_);
+            throw cannotOpen(failure.description());
+        }
+    }
+    open_ = true;
+    try {
+        // Reading the catalogue fails at once on a file that is not a database.
+        execute(QStringLiteral("select count(*) from sqlite_master"));
+    } catch (const Failure& failure) {
+        close();
+        throw cannotOpen(failure.description());
+    }
+}
+
+void Connection::close() {
+    if (!open_)
+        return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(name_, false);
+        if (inTransaction_)
+            db.rollback();
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(name_);
+    open_ = false;
+    inTransaction_ = false;
+}
+
+bool Connection::isOpen() const { return open_; }
+
+RecordSet Connection::execute(const QString& sql, int* recordsAffected) {
+    if (!open_)
+        throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
+    auto query = std::make_unique<QSqlQuery>(QSqlDatabase::database(name_, false));
+    query->setForwardOnly(true);
+    if (!query->exec(sql))
+        throw toFailure(query->lastError(), sql);
+    if (recordsAffected)
+        *recordsAffected = query->numRowsAffected();
+    if (!query->isSelect())
+        return RecordSet();
+    return RecordSet(std::move(query));
+}
+
+void Connection::beginTrans() {
+    if (inTransaction_)
+        throw Failure(ErrorNumber::TransactionState,
+                      QStringLiteral("トランザクションは既に開始されています。"));
+    QSqlDatabase db = QSqlDatabase::database(name_, false);
+    if (!open_ || !db.transaction())
+        throw toFailure(db.lastError());
+    inTransaction_ = true;
+}
+
+void Connection::commitTrans() {
+    if (!inTransaction_)
+        throw Failure(ErrorNumber::TransactionState,
+                      QStringLiteral("トランザクションが開始されていません。"));
+    QSqlDatabase db = QSqlDatabase::database(name_, false);
+    if (!db.commit())
+        throw toFailure(db.lastError());
+    inTransaction_ = false;
+}
+
+void Connection::rollbackTrans() {
+    if (!inTransaction_)
+        throw Failure(ErrorNumber::TransactionState,
+                      QStringLiteral("トランザクションが開始されていません。"));
+    inTransaction_ = false;
+    QSqlDatabase db = QSqlDatabase::database(name_, false);
+    if (!db.rollback())
+        throw toFailure(db.lastError());
+}
+
+bool Connection::inTransaction() const { return inTransaction_; }

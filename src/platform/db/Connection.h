@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/db/RecordSet.h"
+
+#include <QString>
+
+// The one way the program talks to its database. Every failure becomes a Failure carrying
+// the program's error numbers: a broken unique key and a database that cannot be opened
+// are ErrorNumber::DatabaseFailed.
+class Connection {
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    // Opens an existing database file; a missing or unreadable file fails.
+    void open(const QString& databaseFile);
+    // Creates a new, empty database file and opens it; an existing file is refused.
+    void create(const QString& databaseFile);
+    void close();
+    bool isOpen() const;
+
+    // Runs one SQL text. A query gives its rows; any other statement an empty record set.
+    RecordSet execute(const QString& sql, int* recordsAffected = nullptr);
+
+    void beginTrans();
+    void commitTrans();
+    void rollbackTrans();
+    bool inTransaction() const;
+
+private:
+    void openFile(const QString& databaseFile);
+
+    QString name_;
+    bool open_ = false;
+    bool inTransaction_ = false;
+};

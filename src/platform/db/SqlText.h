@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+// Values written into SQL text. Every typed text goes through SqlStr, so a single quote in a
+// name is stored as typed and never ends the literal early.
+
+// A text value: trimmed of leading and trailing blanks, quoted, inner quotes doubled.
+QString SqlStr(const QString& value);
+
+// A whole number in plain decimal.
+QString SqlNum(qint64 value);
+
+// A real number in plain decimal, never with an exponent: 1.25, -0.5, 0.
+QString SqlReal(double value);

@@ -1,0 +1,14 @@
+#include "platform/ui/Clock.h"
+
+namespace {
+std::optional<QDateTime>& fixed() {
+    static std::optional<QDateTime> instance;
+    return instance;
+}
+} // namespace
+
+QDateTime Now() { return fixed() ? *fixed() : QDateTime::currentDateTime(); }
+
+QDate Today() { return Now().date(); }
+
+void FixClock(std::optional<QDateTime> fixedNow) { fixed() = std::move(fixedNow); }

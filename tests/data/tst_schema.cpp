@@ -1,0 +1,181 @@
+// The database a new shop starts with: tables in their fixed column order, the view, the
+// starting masters, and the admin tool that makes it.
+#include "data/Schema.h"
+#include "frame/Globals.h"
+#include "platform/Failure.h"
+#include "support/Harness.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+QStringList columnsOf(const QString& table) {
+    RecordSet rows = gCon.execute(QStringLiteral("select * from ") + table);
+    QStringList names;
+    for (int i = 0; i < rows.fieldCount(); ++i)
+        names << rows.fieldName(i);
+    return names;
+}
+
+QStringList numbersOf(const QString& table, const QString& column) {
+    RecordSet rows = gCon.execute(QStringLiteral("select %1 from %2 order by %1").arg(column, table));
+    QStringList numbers;
+    for (; !rows.eof(); rows.moveNext())
+        numbers << rows.field(0).toString();
+    return numbers;
+}
+
+void insertPurchase(int user, int seq, int ymd, int total) {
+    QStringList values{QString::number(user), QString::number(seq), QString::number(ymd),
+                       QStringLiteral("'001'"), QStringLiteral("'001'"), QStringLiteral("''"),
+                       QStringLiteral("''"), QStringLiteral("0"), QStringLiteral("''"),
+                       QStringLiteral("''"), QStringLiteral("''"), QStringLiteral("''"),
+                       QStringLiteral("0"), QString::number(total)};
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            values << ((i == 5 || i == 7) ? QStringLiteral("''") : QStringLiteral("0"));
+    values << QStringLiteral("''") << QStringLiteral("''") << QStringLiteral("'' ");
+    gCon.execute(QStringLiteral("insert into San_Uriage Values(") + values.join(QLatin1Char(',')) +
+                 QLatin1Char(')'));
+}
+
+QProcess* runAdmin(const QStringList& arguments) {
+    auto* process = new QProcess;
+    process->start(QStringLiteral(MIRVANE_ADMIN_PROGRAM), arguments);
+    process->waitForFinished(30000);
+    return process;
+}
+
+} // namespace
+
+class TestSchema : public QObject {
+    Q_OBJECT
+    Harness harness;
+
+private slots:
+    void init() { harness.setUp(); }
+    void cleanup() { HARNESS_TEARDOWN(harness); }
+
+    void customerRowsAreInsertedByPosition() {
+        QCOMPARE(columnsOf(QStringLiteral("San_User")).size(), 20);
+        gCon.execute(QStringLiteral(
+            "insert into San_User Values(1,'山田 太郎','やまだ たろう','060-0001','札幌市',"
+            "'1-2','011-222-3333','山田商店','011-000-0000','鈴木','090-1','1','2','1','45',"
+            "'3','9','2026/11/22','2026/11/22','' )"));
+        RecordSet row = gCon.execute(QStringLiteral("select * from San_User"));
+        QCOMPARE(row.field(QStringLiteral("User_Kana")).toString(), QStringLiteral("やまだ たろう"));
+        QCOMPARE(row.field(QStringLiteral("User_Yubin")).toString(), QStringLiteral("060-0001"));
+        QCOMPARE(row.field(QStringLiteral("User_SyokaiTel")).toString(), QStringLiteral("090-1"));
+        QCOMPARE(row.field(QStringLiteral("User_Kazok_F")).toInt(), 2);
+        QCOMPARE(row.field(QStringLiteral("User_Tanjo_Nen")).toInt(), 45);
+        QCOMPARE(row.field(QStringLiteral("User_Entry2")).toString(), QStringLiteral("2026/11/22"));
+        QCOMPARE(row.field(19).toString(), QString());
+    }
+
+    void purchaseRowsAreInsertedByPosition() {
+        const QStringList columns = columnsOf(QStringLiteral("San_Uriage"));
+        QCOMPARE(columns.size(), 43);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_KingaKei")), 13);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_R_Sph")), 14);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_R_Kyosei")), 26);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_L_Sph")), 27);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_L_B2")), 34);
+        QCOMPARE(columns.indexOf(QStringLiteral("Uri_Yobi")), 42);
+
+        insertPurchase(1, 1, 20260105, 38000);
+        RecordSet row = gCon.execute(QStringLiteral("select * from San_Uriage"));
+        QCOMPARE(row.field(QStringLiteral("Uri_Date")).toInt(), 20260105);
+        QCOMPARE(row.field(QStringLiteral("Uri_KingaKei")).toInt(), 38000);
+        QCOMPARE(row.field(QStringLiteral("Uri_R_Sph")).toDouble(), 0.0);
+        QCOMPARE(row.field(QStringLiteral("Uri_L_B1")).toString(), QString());
+        QVERIFY(!row.field(QStringLiteral("Uri_L_B1")).isNull());
+    }
+
+    void theViewHasOneRowPerCustomerWithTotalAndLastDate() {
+        for (int user = 1; user <= 3; ++user)
+            gCon.execute(QStringLiteral("insert into San_User (User_No) values (%1)").arg(user));
+        insertPurchase(1, 1, 20240310, 10000);
+        insertPurchase(1, 2, 20261101, 25500);
+        insertPurchase(1, 3, 20250701, 4500);
+        insertPurchase(3, 1, 20200202, 9800);
+
+        RecordSet rows = gCon.execute(QStringLiteral(
+            "select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
+            "order by u.User_No"));
+        const QList<QList<qlonglong>> expected{{1, 40000, 20261101}, {2, 0, 0}, {3, 9800, 20200202}};
+        for (const QList<qlonglong>& customer : expected) {
+            QVERIFY(!rows.eof());
+            QCOMPARE(rows.field(0).toLongLong(), customer[0]);
+            QCOMPARE(rows.field(1).toLongLong(), customer[1]);
+            QCOMPARE(rows.field(3).toLongLong(), customer[2]);
+            rows.moveNext();
+        }
+        QVERIFY(rows.eof());
+    }
+
+    void startingMastersAreNumberedWithoutGaps() {
+        const QList<std::pair<QString, QString>> masters{
+            {QStringLiteral("San_Item"), QStringLiteral("Item_No")},
+            {QStringLiteral("San_Youto"), QStringLiteral("Youto_No")},
+            {QStringLiteral("San_Meka"), QStringLiteral("Meka_No")}};
+        for (const auto& [table, column] : masters) {
+            const QStringList numbers = numbersOf(table, column);
+            QVERIFY2(numbers.size() >= 3, qPrintable(table));
+            for (int i = 0; i < numbers.size(); ++i)
+                QCOMPARE(numbers[i], QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0')));
+        }
+        QCOMPARE(QueryValue(QStringLiteral("select Item_Name from San_Item where Item_No = '001'"))
+                     .toString(),
+                 QStringLiteral("メガネ"));
+        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
+        QCOMPARE(QueryCount(QStringLiteral("select * from ZipList")), 0);
+    }
+
+    void anExistingDatabaseIsNeverOverwritten() {
+        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
+        gCon.close();
+        const QByteArray before = [&] {
+            QFile file(harness.databaseFile());
+            file.open(QIODevice::ReadOnly);
+            return file.readAll();
+        }();
+        try {
+            CreateDatabase(harness.databaseFile());
+            QFAIL("an existing database was overwritten");
+        } catch (const Failure& failure) {
+            QCOMPARE(failure.number(), ErrorNumber::DatabaseFailed);
+        }
+        QFile file(harness.databaseFile());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), before);
+        gCon.open(harness.databaseFile());
+    }
+
+    void theAdminToolCreatesADatabaseOnceInTheFolderGiven() {
+        const QString shop = harness.path(QStringLiteral("shop"));
+        std::unique_ptr<QProcess> first(runAdmin({QStringLiteral("init"), shop}));
+        QCOMPARE(first->exitCode(), 0);
+        QVERIFY(QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
+        QVERIFY(QFileInfo(shop + QStringLiteral("/Log")).isDir());
+
+        Connection created;
+        created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
+        created.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
+        created.close();
+
+        std::unique_ptr<QProcess> second(runAdmin({QStringLiteral("init"), shop}));
+        QCOMPARE(second->exitCode(), 1);
+        QVERIFY(QString::fromUtf8(second->readAllStandardError()).contains(QStringLiteral("既に")));
+        created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
+        QCOMPARE(created.execute(QStringLiteral("select count(*) from San_User")).field(0).toInt(), 1);
+        created.close();
+
+        std::unique_ptr<QProcess> wrong(runAdmin({QStringLiteral("destroy")}));
+        QCOMPARE(wrong->exitCode(), 2);
+    }
+};
+
+QTEST_MAIN(TestSchema)
+#include "tst_schema.moc"

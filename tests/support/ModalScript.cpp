@@ -1,0 +1,37 @@
+#include "support/ModalScript.h"
+
+#include <QApplication>
+
+int ModalScript::run(QDialog& screen) {
+    const QString className = QString::fromLatin1(screen.metaObject()->className());
+    opened_ << className;
+    if (expected_.isEmpty()) {
+        failures_ << QStringLiteral("unexpected screen %1").arg(className);
+        return QDialog::Rejected;
+    }
+    const Expected next = expected_.takeFirst();
+    if (next.className != className) {
+        failures_ << QStringLiteral("expected screen %1, opened %2").arg(next.className, className);
+        return QDialog::Rejected;
+    }
+    screen.setResult(QDialog::Rejected);
+    screen.show();
+    QApplication::setActiveWindow(&screen);
+    next.drive(screen);
+    if (screen.isVisible())
+        screen.done(QDialog::Rejected);
+    return screen.result();
+}
+
+QStringList ModalScript::failures() const {
+    QStringList all = failures_;
+    for (const Expected& missing : expected_)
+        all << QStringLiteral("screen never opened: %1").arg(missing.className);
+    return all;
+}
+
+void ModalScript::reset() {
+    expected_.clear();
+    opened_.clear();
+    failures_.clear();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/ui/MsgBox.h"
+
+#include <QList>
+#include <QStringList>
+
+// The boxes a test expects, in order, each with the button to press. A box nobody expected
+// is recorded as a failure and answered OK (or No for a question), so no test ever hangs.
+class MsgScript {
+public:
+    // A catalogue message ("OpeErr_005..."), matched by its text and title.
+    void expect(const QString& msgCode, int answer = Answer::OK);
+    // Any other box, matched by text and title.
+    void expectBox(const QString& text, const QString& title, int answer = Answer::OK);
+
+    int answer(const MsgRequest& request);
+
+    bool finished() const { return expected_.isEmpty(); }
+    QStringList failures() const;
+    const QList<MsgRequest>& shown() const { return shown_; }
+    void reset();
+
+private:
+    struct Expected {
+        QString text;
+        QString title;
+        int answer;
+    };
+    QList<Expected> expected_;
+    QList<MsgRequest> shown_;
+    QStringList failures_;
+};
+
+// The title CmnDspMsg gives a catalogue message, written out independently of the program.
+QString ExpectedTitle(const QString& msgCode);
