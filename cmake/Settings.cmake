@@ -8,3 +8,8 @@ target_compile_definitions(mirvane_settings INTERFACE
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+
+option(MIRVANE_WERROR "Treat compiler warnings as errors" OFF)
+if(MIRVANE_WERROR)
+    target_compile_options(mirvane_settings INTERFACE -Werror)
+endif()

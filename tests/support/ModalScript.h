@@ -11,7 +11,8 @@
 class ModalScript {
 public:
     template <class ScreenType> void expect(std::function<void(ScreenType&)> drive) {
-        expected_.append({ScreenType::staticMetaObject.className(), [drive](QDialog& screen) {
+        expected_.append({QString::fromLatin1(ScreenType::staticMetaObject.className()),
+                          [drive](QDialog& screen) {
                               drive(static_cast<ScreenType&>(screen));
                           }});
     }

@@ -1,0 +1,150 @@
+// Start-up, sign-on and the main menu, driven as a person would through the two scripts.
+#include "frame/BasSubMain.h"
+#include "frame/FrmMenu.h"
+#include "frame/FrmPsw.h"
+#include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "platform/controls/xPass.h"
+#include "platform/ui/SingleInstance.h"
+#include "support/Harness.h"
+
+#include <QFile>
+#include <QGroupBox>
+#include <QLockFile>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+
+const QString ConnectionMessage =
+    QStringLiteral("DBに接続できませんでした。\rシステム管理者に連絡してください。");
+
+void typeAndPressOk(FrmPsw& psw, const QString& typed) {
+    psw.txtPSW->setText(typed);
+    QTest::mouseClick(psw.cmdBtn[0], Qt::LeftButton);
+}
+
+} // namespace
+
+class TestStartup : public QObject {
+    Q_OBJECT
+    Harness harness;
+
+private slots:
+    void init() { harness.setUp({.createDatabase = true, .openDatabase = false}); }
+    void cleanup() { HARNESS_TEARDOWN(harness); }
+
+    void aSecondCopyIsRefusedBeforeTheDatabaseIsOpened() {
+        QLockFile running(SingleInstance::lockFilePath());
+        QVERIFY(running.tryLock(0));
+        harness.msgs.expect(SysErr_002);
+        QCOMPARE(Main(), 1);
+        QVERIFY(!gCon.isOpen());
+        QVERIFY(harness.screens.opened().isEmpty());
+        running.unlock();
+    }
+
+    void aMissingDatabaseGivesTheConnectionMessageAndNoSignOn() {
+        QVERIFY(QFile::remove(harness.databaseFile()));
+        harness.msgs.expectBox(ConnectionMessage, QStringLiteral("Mirvane"));
+        QCOMPARE(Main(), 1);
+        QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::None);
+        QCOMPARE(harness.msgs.shown().last().buttons, MsgButtons::OK);
+        QVERIFY(harness.screens.opened().isEmpty());
+        QVERIFY(!QFile::exists(harness.databaseFile()));
+    }
+
+    void anUnreadableDatabaseGivesTheConnectionMessageAndNoSignOn() {
+        QFile file(harness.databaseFile());
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("this is not a database, only some text that looks like one might");
+        file.close();
+        harness.msgs.expectBox(ConnectionMessage, QStringLiteral("Mirvane"));
+        QCOMPARE(Main(), 1);
+        QVERIFY(harness.screens.opened().isEmpty());
+    }
+
+    void signingOnOpensTheMenuAndSystemEndEndsTheProgram() {
+        harness.msgs.expect(OpeErr_001);
+        harness.msgs.expect(OpeErr_005);
+        harness.msgs.expect(OpeErr_005);
+        harness.screens.expect<FrmPsw>([this](FrmPsw& psw) {
+            QCOMPARE(psw.windowTitle(), QStringLiteral("承認画面"));
+            QVERIFY(gCon.isOpen());
+            QCOMPARE(gDbPath, harness.databaseFile());
+
+            // Blanks only count as nothing typed: the text stays, the focus comes back.
+            typeAndPressOk(psw, QStringLiteral("   "));
+            QCOMPARE(psw.txtPSW->text(), QStringLiteral("   "));
+            QCOMPARE(psw.focusWidget(), psw.txtPSW);
+            // A trailing blank and upper case are wrong: the text is cleared.
+            typeAndPressOk(psw, QStringLiteral("tavinoru "));
+            QCOMPARE(psw.txtPSW->text(), QString());
+            QCOMPARE(psw.focusWidget(), psw.txtPSW);
+            typeAndPressOk(psw, QStringLiteral("TAVINORU"));
+            QCOMPARE(psw.txtPSW->text(), QString());
+            QVERIFY(psw.isVisible());
+
+            // The right password, confirmed with Enter.
+            QTest::keyClicks(psw.txtPSW, QStringLiteral("tavinoru"));
+            QTest::keyClick(psw.txtPSW, Qt::Key_Return);
+            QVERIFY(!psw.isVisible());
+        });
+        harness.screens.expect<FrmMenu>([](FrmMenu& menu) {
+            QCOMPARE(menu.windowTitle(), QStringLiteral("Mirvane Ver 3.0"));
+            QCOMPARE(menu.cmdMenu[2]->text(), QStringLiteral("システム終了"));
+            QVERIFY(menu.cmdMenu[2]->isEnabled());
+            QTest::mouseClick(menu.cmdMenu[2], Qt::LeftButton);
+            QVERIFY(!menu.isVisible());
+        });
+        QCOMPARE(Main(), 0);
+        // The sign-on screen did not come back after the menu.
+        QCOMPARE(harness.screens.opened(),
+                 (QStringList{QStringLiteral("FrmPsw"), QStringLiteral("FrmMenu")}));
+    }
+
+    void endOnTheSignOnScreenEndsWithoutTheMenu() {
+        harness.screens.expect<FrmPsw>([](FrmPsw& psw) {
+            psw.txtPSW->setText(QStringLiteral("tavinoru"));
+            QTest::mouseClick(psw.cmdBtn[1], Qt::LeftButton);
+            QVERIFY(!psw.isVisible());
+        });
+        QCOMPARE(Main(), 0);
+        QCOMPARE(harness.screens.opened(), QStringList{QStringLiteral("FrmPsw")});
+    }
+
+    void escapeDoesNotCloseTheSignOnAndTheMenusCloseBoxEnds() {
+        harness.screens.expect<FrmPsw>([](FrmPsw& psw) {
+            QTest::keyClick(psw.txtPSW, Qt::Key_Escape);
+            QVERIFY(psw.isVisible());
+            typeAndPressOk(psw, QStringLiteral("tavinoru"));
+        });
+        harness.screens.expect<FrmMenu>([](FrmMenu& menu) {
+            QTest::keyClick(&menu, Qt::Key_Escape);
+            QVERIFY(menu.isVisible());
+            QVERIFY(menu.close());
+        });
+        QCOMPARE(Main(), 0);
+        QCOMPARE(harness.screens.opened().size(), 2);
+    }
+
+    void theMenuShowsItsSixButtonsInTheirPlaces() {
+        FrmMenu menu;
+        const QStringList captions{
+            menu.cmdMenu[0]->text(), menu.cmdMenu[1]->text(), menu.cmdMst[0]->text(),
+            menu.cmdMst[1]->text(),  menu.cmdMst[2]->text(),  menu.cmdMenu[2]->text()};
+        QCOMPARE(captions, (QStringList{QStringLiteral("顧客登録／売上登録"),
+                                        QStringLiteral("顧客一覧照会"), QStringLiteral("アイテム"),
+                                        QStringLiteral("用途"), QStringLiteral("メーカー"),
+                                        QStringLiteral("システム終了")}));
+        QCOMPARE(menu.Frame1->title(), QStringLiteral("< マスタ保守 >"));
+        for (QPushButton* master : menu.cmdMst)
+            QCOMPARE(master->parentWidget(), menu.Frame1);
+        // Tab order runs down the menu.
+        QCOMPARE(menu.cmdMenu[0]->nextInFocusChain(), menu.cmdMenu[1]);
+        QCOMPARE(menu.cmdMenu[1]->nextInFocusChain(), menu.cmdMst[0]);
+    }
+};
+
+QTEST_MAIN(TestStartup)
+#include "tst_startup.moc"
