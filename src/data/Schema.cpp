@@ -12,15 +12,16 @@ namespace {
 
 // The thirteen prescription columns of one eye ("R" or "L"), in their fixed order.
 QString eyeColumns(const QString& eye) {
-    static const char* const suffixes[] = {"Sph", "Cyl", "Ax",  "S",    "P1", "B1",    "P2",
+    static const char* const suffixes[] = {"Sph", "Cyl", "Ax",   "S",  "P1",    "B1",    "P2",
                                            "B2",  "Gai", "Tama", "Pd", "Ragan", "Kyosei"};
     QStringList columns;
     for (const char* suffix : suffixes) {
-        const QString name = QStringLiteral("Uri_") + eye + QLatin1Char('_') +
-                             QString::fromLatin1(suffix);
-        const bool baseDirection = name.endsWith(QLatin1String("_B1")) ||
-                                   name.endsWith(QLatin1String("_B2"));
-        columns << name + (baseDirection ? QStringLiteral(" TEXT") : QStringLiteral(" DOUBLE PRECISION"));
+        const QString name =
+            QStringLiteral("Uri_") + eye + QLatin1Char('_') + QString::fromLatin1(suffix);
+        const bool baseDirection =
+            name.endsWith(QLatin1String("_B1")) || name.endsWith(QLatin1String("_B2"));
+        columns << name + (baseDirection ? QStringLiteral(" TEXT")
+                                         : QStringLiteral(" DOUBLE PRECISION"));
     }
     return columns.join(QStringLiteral(",\n  "));
 }
@@ -29,7 +30,8 @@ QStringList masterRows(const QString& table, const QStringList& names) {
     QStringList statements;
     for (int i = 0; i < names.size(); ++i)
         statements << QStringLiteral("insert into %1 values(%2,%3)")
-                          .arg(table, SqlStr(QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0'))),
+                          .arg(table,
+                               SqlStr(QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0'))),
                                SqlStr(names[i]));
     return statements;
 }

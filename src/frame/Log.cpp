@@ -10,7 +10,9 @@
 
 namespace {
 
-QString quoted(const QString& field) { return QLatin1Char('"') + field + QLatin1Char('"'); }
+QString quoted(const QString& field) {
+    return QLatin1Char('"') + field + QLatin1Char('"');
+}
 
 bool appendLine(const QString& path, const QString& line) {
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -36,13 +38,14 @@ QString LogFilePath() {
 void CmnWriteLog(const QString& where, const QString& procedure, const QString& text,
                  const QString& number) {
     const QDateTime now = Now();
-    const QString line =
-        QStringList{quoted(now.toString(QStringLiteral("yyyy/MM/dd "))),
-                    quoted(now.toString(QStringLiteral("HH:mm:ss "))), quoted(where),
-                    quoted(procedure), quoted(QStringLiteral("ｴﾗ-No.(") + number + QLatin1Char(')')),
-                    quoted(text)}
-            .join(QLatin1Char(',')) +
-        QStringLiteral("\r\n");
+    const QString line = QStringList{quoted(now.toString(QStringLiteral("yyyy/MM/dd "))),
+                                     quoted(now.toString(QStringLiteral("HH:mm:ss "))),
+                                     quoted(where),
+                                     quoted(procedure),
+                                     quoted(QStringLiteral("ｴﾗ-No.(") + number + QLatin1Char(')')),
+                                     quoted(text)}
+                             .join(QLatin1Char(',')) +
+                         QStringLiteral("\r\n");
     const QString path = LogFilePath();
     if (appendLine(path, line)) {
         failureReported = false;

@@ -33,25 +33,25 @@ const Kind* findKind(const QString& name) {
 
 int CmnDspMsg(const QString& msg) {
     int answer = 0;
-    Procedure(
-        QStringLiteral("BasCmnSubFun"), QStringLiteral("CmnDspMsg"), {},
-        [&] {
-            if (msg.isEmpty()) {
-                MsgBox(QStringLiteral("メッセージコードが未設定です。"), MsgIcon::Critical,
-                       MsgButtons::OK, QStringLiteral("注意"));
-                return;
-            }
-            const Kind* kind = findKind(msg.left(6));
-            if (!kind) {
-                answer = MsgBox(QStringLiteral("指定のメッセージが存在しません。"),
-                                MsgIcon::Critical, MsgButtons::OK, QStringLiteral("開発エラー"));
-                return;
-            }
-            const QString number = msg.mid(7, 3);
-            const QString text = msg.mid(10).left(50).trimmed();
-            answer = MsgBox(text, kind->icon, kind->buttons, kind->titlePrefix + number);
-        },
-        {.trace = false});
+    Procedure(QStringLiteral("BasCmnSubFun"), QStringLiteral("CmnDspMsg"), {},
+              [&] {
+                  if (msg.isEmpty()) {
+                      MsgBox(QStringLiteral("メッセージコードが未設定です。"), MsgIcon::Critical,
+                             MsgButtons::OK, QStringLiteral("注意"));
+                      return;
+                  }
+                  const Kind* kind = findKind(msg.left(6));
+                  if (!kind) {
+                      answer =
+                          MsgBox(QStringLiteral("指定のメッセージが存在しません。"),
+                                 MsgIcon::Critical, MsgButtons::OK, QStringLiteral("開発エラー"));
+                      return;
+                  }
+                  const QString number = msg.mid(7, 3);
+                  const QString text = msg.mid(10).left(50).trimmed();
+                  answer = MsgBox(text, kind->icon, kind->buttons, kind->titlePrefix + number);
+              },
+              {.trace = false});
     return answer;
 }
 

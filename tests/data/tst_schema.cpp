@@ -20,7 +20,8 @@ QStringList columnsOf(const QString& table) {
 }
 
 QStringList numbersOf(const QString& table, const QString& column) {
-    RecordSet rows = gCon.execute(QStringLiteral("select %1 from %2 order by %1").arg(column, table));
+    RecordSet rows =
+        gCon.execute(QStringLiteral("select %1 from %2 order by %1").arg(column, table));
     QStringList numbers;
     for (; !rows.eof(); rows.moveNext())
         numbers << rows.field(0).toString();
@@ -28,11 +29,11 @@ QStringList numbersOf(const QString& table, const QString& column) {
 }
 
 void insertPurchase(int user, int seq, int ymd, int total) {
-    QStringList values{QString::number(user), QString::number(seq), QString::number(ymd),
+    QStringList values{QString::number(user),   QString::number(seq),    QString::number(ymd),
                        QStringLiteral("'001'"), QStringLiteral("'001'"), QStringLiteral("''"),
-                       QStringLiteral("''"), QStringLiteral("0"), QStringLiteral("''"),
-                       QStringLiteral("''"), QStringLiteral("''"), QStringLiteral("''"),
-                       QStringLiteral("0"), QString::number(total)};
+                       QStringLiteral("''"),    QStringLiteral("0"),     QStringLiteral("''"),
+                       QStringLiteral("''"),    QStringLiteral("''"),    QStringLiteral("''"),
+                       QStringLiteral("0"),     QString::number(total)};
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
             values << ((i == 5 || i == 7) ? QStringLiteral("''") : QStringLiteral("0"));
@@ -65,7 +66,8 @@ private slots:
             "'1-2','011-222-3333','山田商店','011-000-0000','鈴木','090-1','1','2','1','45',"
             "'3','9','2026/11/22','2026/11/22','' )"));
         RecordSet row = gCon.execute(QStringLiteral("select * from San_User"));
-        QCOMPARE(row.field(QStringLiteral("User_Kana")).toString(), QStringLiteral("やまだ たろう"));
+        QCOMPARE(row.field(QStringLiteral("User_Kana")).toString(),
+                 QStringLiteral("やまだ たろう"));
         QCOMPARE(row.field(QStringLiteral("User_Yubin")).toString(), QStringLiteral("060-0001"));
         QCOMPARE(row.field(QStringLiteral("User_SyokaiTel")).toString(), QStringLiteral("090-1"));
         QCOMPARE(row.field(QStringLiteral("User_Kazok_F")).toInt(), 2);
@@ -104,7 +106,8 @@ private slots:
         RecordSet rows = gCon.execute(QStringLiteral(
             "select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
             "order by u.User_No"));
-        const QList<QList<qlonglong>> expected{{1, 40000, 20261101}, {2, 0, 0}, {3, 9800, 20200202}};
+        const QList<QList<qlonglong>> expected{
+            {1, 40000, 20261101}, {2, 0, 0}, {3, 9800, 20200202}};
         for (const QList<qlonglong>& customer : expected) {
             QVERIFY(!rows.eof());
             QCOMPARE(rows.field(0).toLongLong(), customer[0]);
@@ -169,7 +172,8 @@ private slots:
         QCOMPARE(second->exitCode(), 1);
         QVERIFY(QString::fromUtf8(second->readAllStandardError()).contains(QStringLiteral("既に")));
         created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
-        QCOMPARE(created.execute(QStringLiteral("select count(*) from San_User")).field(0).toInt(), 1);
+        QCOMPARE(created.execute(QStringLiteral("select count(*) from San_User")).field(0).toInt(),
+                 1);
         created.close();
 
         std::unique_ptr<QProcess> wrong(runAdmin({QStringLiteral("destroy")}));

@@ -27,7 +27,8 @@ private slots:
             {OpeInf_001, MsgIcon::Information, MsgButtons::OK, QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.001"),
              QStringLiteral("データは正常に保存されました。")},
             {OpeErr_005, MsgIcon::Exclamation, MsgButtons::OK,
-             QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.005"), QStringLiteral("入力されたパスワードは誤りです。")},
+             QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.005"),
+             QStringLiteral("入力されたパスワードは誤りです。")},
             {SysErr_002, MsgIcon::Critical, MsgButtons::OK, QStringLiteral("ｼｽﾃﾑ ｴﾗｰ No.002"),
              QStringLiteral("既に起動されています。多重起動はできません。")},
             {OpeQes_009, MsgIcon::Question, MsgButtons::YesNo, QStringLiteral("問い合わせ No.009"),
@@ -82,8 +83,9 @@ private slots:
             QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\rディスクが一杯です"),
             QStringLiteral(" VB ERROR No.61"));
         ShowFailureBox(61, QStringLiteral("ディスクが一杯です"));
-        harness.msgs.expectBox(QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\rx"),
-                               QStringLiteral(" ＶＢエラ－ No.-2147467259"));
+        harness.msgs.expectBox(
+            QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\rx"),
+            QStringLiteral(" ＶＢエラ－ No.-2147467259"));
         ShowFailureBox(-2147467259, QStringLiteral("x"), VbErrorTitleWide);
         QCOMPARE(lastShown().icon, MsgIcon::Critical);
     }

@@ -21,8 +21,8 @@ QStringList logLines() {
 }
 
 void insertCustomer(int number) {
-    gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')")
-                     .arg(number));
+    gCon.execute(
+        QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')").arg(number));
 }
 
 const QString Where = QStringLiteral("顧客登録");
@@ -44,9 +44,9 @@ private slots:
         bool ran = false;
         QVERIFY(Procedure(Where, Name, Description, [&] { ran = true; }));
         QVERIFY(ran);
-        QCOMPARE(logLines(),
-                 QStringList{QStringLiteral("\"2026/11/22 \",\"10:15:30 \",\"顧客登録\","
-                                            "\"Save_User\",\"ｴﾗ-No.()\",\"顧客マスター保存処理\"")});
+        QCOMPARE(logLines(), QStringList{QStringLiteral(
+                                 "\"2026/11/22 \",\"10:15:30 \",\"顧客登録\","
+                                 "\"Save_User\",\"ｴﾗ-No.()\",\"顧客マスター保存処理\"")});
         QVERIFY(Procedure(Where, Name, Description, [] {}, {.trace = false}));
         QCOMPARE(logLines().size(), 1);
     }
@@ -65,8 +65,9 @@ private slots:
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
         const QStringList lines = logLines();
         QCOMPARE(lines.size(), 2);
-        QCOMPARE(lines[1], QStringLiteral("\"2026/11/22 \",\"10:15:30 \",\"顧客登録\",\"Save_User\","
-                                          "\"ｴﾗ-No.(13)\",\"在庫がありません\""));
+        QCOMPARE(lines[1],
+                 QStringLiteral("\"2026/11/22 \",\"10:15:30 \",\"顧客登録\",\"Save_User\","
+                                "\"ｴﾗ-No.(13)\",\"在庫がありません\""));
         // The connection is usable at once.
         insertCustomer(3);
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
@@ -75,15 +76,15 @@ private slots:
     void aDuplicateKeyShowsTheScreensOwnMessageInstead() {
         insertCustomer(1);
         harness.msgs.expect(OpeErr_010);
-        const bool ranThrough = Procedure(
-            Where, Name, Description,
-            [] {
-                gCon.beginTrans();
-                insertCustomer(2);
-                insertCustomer(1);
-                gCon.commitTrans();
-            },
-            {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
+        const bool ranThrough =
+            Procedure(Where, Name, Description,
+                      [] {
+                          gCon.beginTrans();
+                          insertCustomer(2);
+                          insertCustomer(1);
+                          gCon.commitTrans();
+                      },
+                      {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
         QVERIFY(!ranThrough);
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
         QCOMPARE(logLines().size(), 1); // the trace line only
@@ -91,9 +92,8 @@ private slots:
         // Another error number still gets the standard box.
         harness.msgs.expectBox(FailureFirstLine + QStringLiteral("\r\rx"),
                                QStringLiteral(" VB ERROR No.5"));
-        Procedure(
-            Where, Name, Description, [] { throw Failure(5, QStringLiteral("x")); },
-            {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
+        Procedure(Where, Name, Description, [] { throw Failure(5, QStringLiteral("x")); },
+                  {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
     }
 
     void aTransactionBegunByTheCallerIsLeftToTheCaller() {

@@ -130,13 +130,13 @@ private slots:
 
     void theMenuShowsItsSixButtonsInTheirPlaces() {
         FrmMenu menu;
-        const QStringList captions{
-            menu.cmdMenu[0]->text(), menu.cmdMenu[1]->text(), menu.cmdMst[0]->text(),
-            menu.cmdMst[1]->text(),  menu.cmdMst[2]->text(),  menu.cmdMenu[2]->text()};
-        QCOMPARE(captions, (QStringList{QStringLiteral("顧客登録／売上登録"),
-                                        QStringLiteral("顧客一覧照会"), QStringLiteral("アイテム"),
-                                        QStringLiteral("用途"), QStringLiteral("メーカー"),
-                                        QStringLiteral("システム終了")}));
+        const QStringList captions{menu.cmdMenu[0]->text(), menu.cmdMenu[1]->text(),
+                                   menu.cmdMst[0]->text(),  menu.cmdMst[1]->text(),
+                                   menu.cmdMst[2]->text(),  menu.cmdMenu[2]->text()};
+        QCOMPARE(captions,
+                 (QStringList{QStringLiteral("顧客登録／売上登録"), QStringLiteral("顧客一覧照会"),
+                              QStringLiteral("アイテム"), QStringLiteral("用途"),
+                              QStringLiteral("メーカー"), QStringLiteral("システム終了")}));
         QCOMPARE(menu.Frame1->title(), QStringLiteral("< マスタ保守 >"));
         for (QPushButton* master : menu.cmdMst)
             QCOMPARE(master->parentWidget(), menu.Frame1);

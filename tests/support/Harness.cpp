@@ -49,9 +49,13 @@ QStringList Harness::tearDown() {
     return problems;
 }
 
-QString Harness::folder() const { return dir_->path(); }
+QString Harness::folder() const {
+    return dir_->path();
+}
 
-QString Harness::databaseFile() const { return path(QStringLiteral("DB/Mirvane.mdb")); }
+QString Harness::databaseFile() const {
+    return path(QStringLiteral("DB/Mirvane.mdb"));
+}
 
 QString Harness::path(const QString& relative) const {
     return dir_->path() + QLatin1Char('/') + relative;

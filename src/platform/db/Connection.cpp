@@ -34,14 +34,18 @@ Failure toFailure(const QSqlError& error, const QString& sql = {}) {
     return Failure(ErrorNumber::StatementFailed, description);
 }
 
-Failure cannotOpen(const QString& why) { return Failure(ErrorNumber::DatabaseFailed, why); }
+Failure cannotOpen(const QString& why) {
+    return Failure(ErrorNumber::DatabaseFailed, why);
+}
 
 } // namespace
 
 Connection::Connection()
     : name_(QStringLiteral("mirvane-%1").arg(connectionCounter.fetchAndAddRelaxed(1))) {}
 
-Connection::~Connection() { close(); }
+Connection::~Connection() {
+    close();
+}
 
 void Connection::open(const QString& databaseFile) {
     const QFileInfo file(databaseFile);
@@ -96,7 +100,9 @@ void Connection::close() {
     inTransaction_ = false;
 }
 
-bool Connection::isOpen() const { return open_; }
+bool Connection::isOpen() const {
+    return open_;
+}
 
 RecordSet Connection::execute(const QString& sql, int* recordsAffected) {
     if (!open_)
@@ -142,4 +148,6 @@ void Connection::rollbackTrans() {
         throw toFailure(db.lastError());
 }
 
-bool Connection::inTransaction() const { return inTransaction_; }
+bool Connection::inTransaction() const {
+    return inTransaction_;
+}

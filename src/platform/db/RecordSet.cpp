@@ -14,9 +14,13 @@ RecordSet::RecordSet(std::unique_ptr<QSqlQuery> query) : query_(std::move(query)
 RecordSet::RecordSet(RecordSet&&) noexcept = default;
 RecordSet& RecordSet::operator=(RecordSet&&) noexcept = default;
 
-RecordSet::~RecordSet() { close(); }
+RecordSet::~RecordSet() {
+    close();
+}
 
-bool RecordSet::eof() const { return eof_; }
+bool RecordSet::eof() const {
+    return eof_;
+}
 
 void RecordSet::moveNext() {
     requireRow();
@@ -31,7 +35,9 @@ void RecordSet::close() {
     eof_ = true;
 }
 
-int RecordSet::fieldCount() const { return query_ ? query_->record().count() : 0; }
+int RecordSet::fieldCount() const {
+    return query_ ? query_->record().count() : 0;
+}
 
 QString RecordSet::fieldName(int position) const {
     if (position < 0 || position >= fieldCount())
@@ -50,12 +56,15 @@ QVariant RecordSet::field(int position) const {
     return query_->value(position);
 }
 
-QVariant RecordSet::field(const QString& name) const { return field(positionOf(name)); }
+QVariant RecordSet::field(const QString& name) const {
+    return field(positionOf(name));
+}
 
 int RecordSet::positionOf(const QString& name) const {
     const int position = query_ ? query_->record().indexOf(name) : -1;
     if (position < 0)
-        throw Failure(ErrorNumber::NoSuchField, QStringLiteral("フィールド %1 はありません。").arg(name));
+        throw Failure(ErrorNumber::NoSuchField,
+                      QStringLiteral("フィールド %1 はありません。").arg(name));
     return position;
 }
 

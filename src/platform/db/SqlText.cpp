@@ -6,7 +6,9 @@ QString SqlStr(const QString& value) {
     return QLatin1Char('\'') + text + QLatin1Char('\'');
 }
 
-QString SqlNum(qint64 value) { return QString::number(value); }
+QString SqlNum(qint64 value) {
+    return QString::number(value);
+}
 
 QString SqlReal(double value) {
     QString text = QString::number(value, 'f', 10);

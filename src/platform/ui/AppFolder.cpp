@@ -16,7 +16,9 @@ QString AppFolder() {
     return QCoreApplication::applicationDirPath();
 }
 
-QString AppPath(const QString& relative) { return AppFolder() + QLatin1Char('/') + relative; }
+QString AppPath(const QString& relative) {
+    return AppFolder() + QLatin1Char('/') + relative;
+}
 
 void SetAppFolder(const QString& folder) {
     overridden() = folder.isEmpty() ? QString() : QDir::cleanPath(folder);

@@ -7,8 +7,14 @@ std::optional<QDateTime>& fixed() {
 }
 } // namespace
 
-QDateTime Now() { return fixed() ? *fixed() : QDateTime::currentDateTime(); }
+QDateTime Now() {
+    return fixed() ? *fixed() : QDateTime::currentDateTime();
+}
 
-QDate Today() { return Now().date(); }
+QDate Today() {
+    return Now().date();
+}
 
-void FixClock(std::optional<QDateTime> fixedNow) { fixed() = std::move(fixedNow); }
+void FixClock(std::optional<QDateTime> fixedNow) {
+    fixed() = std::move(fixedNow);
+}

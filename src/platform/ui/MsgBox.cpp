@@ -54,4 +54,6 @@ int MsgBox(const QString& text, MsgIcon icon, MsgButtons buttons, const QString&
     return showRealBox(request);
 }
 
-void SetMsgBoxHandler(MsgBoxHandler newHandler) { handler() = std::move(newHandler); }
+void SetMsgBoxHandler(MsgBoxHandler newHandler) {
+    handler() = std::move(newHandler);
+}

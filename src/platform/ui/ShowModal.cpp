@@ -15,4 +15,6 @@ int ShowModal(QDialog& screen) {
     return screen.exec();
 }
 
-void SetShowModalHandler(ShowModalHandler newHandler) { handler() = std::move(newHandler); }
+void SetShowModalHandler(ShowModalHandler newHandler) {
+    handler() = std::move(newHandler);
+}

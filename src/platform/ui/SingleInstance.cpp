@@ -5,9 +5,13 @@
 #include <QCryptographicHash>
 #include <QDir>
 
-SingleInstance::SingleInstance() : lock_(lockFilePath()) { lock_.setStaleLockTime(0); }
+SingleInstance::SingleInstance() : lock_(lockFilePath()) {
+    lock_.setStaleLockTime(0);
+}
 
-bool SingleInstance::anotherIsRunning() { return !lock_.isLocked() && !lock_.tryLock(0); }
+bool SingleInstance::anotherIsRunning() {
+    return !lock_.isLocked() && !lock_.tryLock(0);
+}
 
 QString SingleInstance::lockFilePath() {
     const QByteArray folderHash =
