@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QLineEdit>
+#include "platform/controls/xInput.h"
 
 // A password field: what is typed is hidden, and no input method turns it into kana.
-class xPass : public QLineEdit {
+class xPass : public xInput {
     Q_OBJECT
 public:
-    explicit xPass(QWidget* parent = nullptr) : QLineEdit(parent) {
+    explicit xPass(QWidget* parent = nullptr) : xInput(parent) {
         setEchoMode(QLineEdit::Password);
         setAttribute(Qt::WA_InputMethodEnabled, false);
     }

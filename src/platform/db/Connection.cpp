@@ -27,6 +27,8 @@ bool isUnusableDatabase(const QString& code) {
 Failure toFailure(const QSqlError& error, const QString& sql = {}) {
     const QString code = error.nativeErrorCode();
     QString description = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    if (description.trimmed().isEmpty())
+        description = QStringLiteral("データベースの処理に失敗しました。");
     if (!sql.isEmpty())
         description += QStringLiteral(" [") + sql + QLatin1Char(']');
     if (isUniqueViolation(code) || isUnusableDatabase(code))
@@ -107,6 +109,9 @@ bool Connection::isOpen() const {
 RecordSet Connection::execute(const QString& sql, int* recordsAffected) {
     if (!open_)
         throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
+    if (sql.trimmed().isEmpty())
+        throw Failure(ErrorNumber::StatementFailed,
+                      QStringLiteral("実行する SQL 文がありません。"));
     auto query = std::make_unique<QSqlQuery>(QSqlDatabase::database(name_, false));
     query->setForwardOnly(true);
     if (!query->exec(sql))

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QVariant>
+
+class QComboBox;
+class QWidget;
+
+// Value, or Default when Value is Null or empty text.
+QVariant CmnNvl(const QVariant& value, const QVariant& defaultValue);
+
+// The display text of a prescription number: empty for 0; kind "+" signed with two decimals,
+// "1" one decimal, anything else two decimals. Rounds half away from zero.
+QString CmnFmtNum(double value, const QString& kind);
+
+// Enables or disables a control and colours its input area: white enabled, grey disabled.
+// Buttons, option buttons and frames only change their enabled state.
+void CmnCtlEnabled(QWidget* control, bool enabled);
+
+inline const QColor EnabledAreaColor = QColor(0xFF, 0xFF, 0xFF);
+inline const QColor DisabledAreaColor = QColor(0xC0, 0xC0, 0xC0);
+
+// Refills a master drop-down list ("Item", "youto" or "meka") with entries "007:X" in code
+// order. A failure leaves the list empty.
+void CmnSetMstCombo(QComboBox* list, const QString& name);

@@ -1,0 +1,32 @@
+#include "platform/controls/NumericInput.h"
+
+#include <QRegularExpression>
+
+NumericInput::NumericInput(const QString& pattern, double lowest, double highest, QObject* parent)
+    : QValidator(parent), pattern_(pattern), lowest_(lowest), highest_(highest) {
+    const int point = pattern.indexOf(QLatin1Char('.'));
+    decimals_ = point < 0 ? 0 : int(pattern.size() - point - 1);
+    grouping_ = pattern.contains(QLatin1Char(','));
+}
+
+QValidator::State NumericInput::validate(QString& input, int&) const {
+    QString text = input.trimmed();
+    if (grouping_)
+        text.remove(QLatin1Char(','));
+    if (text.isEmpty())
+        return Intermediate;
+    const QString sign = lowest_ < 0 ? QStringLiteral("[+-]?") : QStringLiteral("[+]?");
+    const QString fraction =
+        decimals_ > 0 ? QStringLiteral("(\\.\\d{0,%1})?").arg(decimals_) : QString();
+    const QRegularExpression shape(QStringLiteral("^") + sign + QStringLiteral("\\d*") + fraction +
+                                   QStringLiteral("$"));
+    if (!shape.match(text).hasMatch())
+        return Invalid;
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    if (!isNumber)
+        return Intermediate; // a lone sign or point, on its way to a number
+    if (value > highest_ || value < lowest_)
+        return Invalid;
+    return Acceptable;
+}
