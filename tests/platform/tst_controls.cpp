@@ -1,0 +1,242 @@
+// The input controls: kana capture from the input method, number and date fields, the postal
+// code mask, numeric input settings, notifications and the function-key row.
+#include "platform/controls/FunctionKeyRow.h"
+#include "platform/controls/xClndr.h"
+#include "platform/controls/xCmdBtn.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xKana.h"
+#include "platform/controls/xNum.h"
+#include "platform/controls/xZip.h"
+
+#include <QDialog>
+#include <QInputMethodEvent>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QtTest>
+
+namespace {
+
+// What an input method sends while the user composes: the text under composition.
+void compose(QWidget* field, const QString& preedit) {
+    QInputMethodEvent event(preedit, {});
+    QApplication::sendEvent(field, &event);
+}
+
+// What it sends when the user confirms: the committed text, composition ended.
+void commit(QWidget* field, const QString& text) {
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(field, &event);
+}
+
+} // namespace
+
+class TestControls : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theKanaFieldCatchesTheReadingTypedBeforeConversion() {
+        QDialog screen;
+        auto* name = new xField(&screen);
+        auto* kana = new xKana(&screen);
+        kana->linkTo(name);
+
+        // や → やま → やまd (romaji on its way) → やまだ, converted to 山田, committed.
+        for (const QString& step :
+             {QStringLiteral("や"), QStringLiteral("やま"), QStringLiteral("やまd"),
+              QStringLiteral("やまだ"), QStringLiteral("山田")})
+            compose(name, step);
+        commit(name, QStringLiteral("山田"));
+        QCOMPARE(name->text(), QStringLiteral("山田"));
+        QCOMPARE(kana->text(), QStringLiteral("やまだ"));
+
+        // A blank typed by hand, then the given name composed in katakana: kept as hiragana.
+        name->insert(QStringLiteral(" "));
+        kana->insert(QStringLiteral(" "));
+        compose(name, QStringLiteral("タロウ"));
+        compose(name, QStringLiteral("太郎"));
+        commit(name, QStringLiteral("太郎"));
+        QCOMPARE(name->text(), QStringLiteral("山田 太郎"));
+        QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
+
+        // Kana committed as it is, without conversion.
+        commit(name, QStringLiteral("さん"));
+        QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
+
+        // Text that never went through the input method adds nothing; the field stays editable.
+        name->insert(QStringLiteral("Jr"));
+        QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
+        kana->setText(QStringLiteral("やまだ たろう"));
+        QVERIFY(!kana->isReadOnly());
+        commit(name, QStringLiteral("様"));
+        QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
+    }
+
+    void numberFieldsShowTheirFormatOnceLeft() {
+        QDialog screen;
+        auto* amount = new xNum(&screen);
+        auto* other = new xField(&screen);
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+
+        QCOMPARE(amount->alignment() & Qt::AlignRight, Qt::AlignRight);
+        QVERIFY(amount->isEmpty());
+        QCOMPARE(amount->Value(), 0.0);
+        amount->setFocus();
+        QTest::keyClicks(amount, QStringLiteral("1234567"));
+        other->setFocus();
+        QCOMPARE(amount->text(), QStringLiteral("1,234,567"));
+        QCOMPARE(amount->Value(), 1234567.0);
+        amount->setFocus();
+        QCOMPARE(amount->text(), QStringLiteral("1234567"));
+        // Letters are refused; the range holds.
+        amount->setRange(0, 99999);
+        amount->clear();
+        QTest::keyClicks(amount, QStringLiteral("12a345678"));
+        QCOMPARE(amount->text(), QStringLiteral("12345"));
+        QTest::keyClicks(amount, QStringLiteral("-"));
+        QCOMPARE(amount->text(), QStringLiteral("12345"));
+
+        amount->setDisplayFormat(QStringLiteral("000"));
+        amount->setValue(5);
+        QCOMPARE(amount->text(), QStringLiteral("005"));
+        amount->setValue(0);
+        QCOMPARE(amount->text(), QStringLiteral("000"));
+        amount->clearValue();
+        QVERIFY(amount->isEmpty());
+    }
+
+    void numericInputSettingsRefuseWhatCannotBecomeSuchANumber() {
+        xField cyl;
+        cyl.setNumericInput(QStringLiteral("+0.00"), -9.99, 9.99);
+        QTest::keyClicks(&cyl, QStringLiteral("-1.255"));
+        QCOMPARE(cyl.text(), QStringLiteral("-1.25"));
+        cyl.clear();
+        QTest::keyClicks(&cyl, QStringLiteral("12"));
+        QCOMPARE(cyl.text(), QStringLiteral("1"));
+        cyl.clear();
+        QTest::keyClicks(&cyl, QStringLiteral("+.5x"));
+        QCOMPARE(cyl.text(), QStringLiteral("+.5"));
+
+        xField axis;
+        axis.setNumericInput(QStringLiteral("000"), 0, 999);
+        QTest::keyClicks(&axis, QStringLiteral("-18.5"));
+        QCOMPARE(axis.text(), QStringLiteral("185"));
+        // Text set by the program is not checked: the leave rules see it as it is.
+        axis.setText(QStringLiteral("abc"));
+        QCOMPARE(axis.text(), QStringLiteral("abc"));
+
+        xField name(nullptr, 4);
+        QTest::keyClicks(&name, QStringLiteral("abcdef"));
+        QCOMPARE(name.text(), QStringLiteral("abcd"));
+    }
+
+    void postalCodeAndDateFieldsKeepTheirEmptyForms() {
+        xZip zip;
+        QCOMPARE(zip.text(), QStringLiteral("***-****"));
+        QCOMPARE(zip.text(), xZip::EmptyText);
+        QTest::keyClicks(&zip, QStringLiteral("0600001"));
+        QCOMPARE(zip.text(), QStringLiteral("060-0001"));
+        zip.clear();
+        zip.setText(QStringLiteral("100-0001"));
+        QCOMPARE(zip.text(), QStringLiteral("100-0001"));
+        zip.setText(QString());
+        QCOMPARE(zip.text(), QStringLiteral("***-****"));
+
+        xDate date;
+        QVERIFY(date.isEmpty());
+        QCOMPARE(date.text(), QString());
+        QCOMPARE(date.date(), QDate(1899, 12, 30));
+        date.setDate(QDate(2026, 2, 3));
+        QCOMPARE(date.text(), QStringLiteral("2026/02/03"));
+        QCOMPARE(date.date(), QDate(2026, 2, 3));
+        date.setDate(xDate::EmptyDate);
+        QVERIFY(date.isEmpty());
+        date.clear();
+        QTest::keyClicks(&date, QStringLiteral("20261322"));
+        QCOMPARE(date.date(), xDate::EmptyDate); // no 13th month
+        date.clear();
+        QTest::keyClicks(&date, QStringLiteral("20261122"));
+        QCOMPARE(date.date(), QDate(2026, 11, 22));
+    }
+
+    void leaveAndKeyDownNotifications() {
+        QDialog screen;
+        auto* first = new xField(&screen);
+        auto* second = new xField(&screen);
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QSignalSpy left(first, &xInput::leave);
+        QList<int> keys;
+        connect(first, &xInput::keyDown, first, [&](int key, Qt::KeyboardModifiers, bool* handled) {
+            keys << key;
+            *handled = key == Qt::Key_X;
+        });
+        first->setFocus();
+        QTest::keyClicks(first, QStringLiteral("axb"));
+        QCOMPARE(first->text(), QStringLiteral("ab"));
+        QCOMPARE(keys, (QList<int>{Qt::Key_A, Qt::Key_X, Qt::Key_B}));
+        QCOMPARE(left.count(), 0);
+        second->setFocus();
+        QCOMPARE(left.count(), 1);
+    }
+
+    void functionKeysPressTheirButtonsOnlyWithACaption() {
+        QDialog screen;
+        auto* field = new xField(&screen);
+        auto* keys = new FunctionKeyRow(&screen);
+        auto* layout = new QVBoxLayout(&screen);
+        layout->addWidget(field);
+        layout->addWidget(keys);
+        std::array<QString, 12> captions;
+        captions[0] = QStringLiteral("閉じる");
+        captions[4] = QStringLiteral("登録");
+        captions[11] = QStringLiteral("履歴照会");
+        keys->setCaptions(captions);
+        const auto& cmdFnuc = keys->buttons();
+        QCOMPARE(cmdFnuc[4]->text(), QStringLiteral("F5 登録"));
+        QCOMPARE(cmdFnuc[11]->text(), QStringLiteral("F12 履歴照会"));
+        QCOMPARE(cmdFnuc[1]->text(), QStringLiteral("F2"));
+
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QSignalSpy pressed(keys, &FunctionKeyRow::pressed);
+        QSignalSpy left(field, &xInput::leave);
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_F5);
+        QCOMPARE(pressed.count(), 1);
+        QCOMPARE(pressed.last().first().toInt(), 4);
+        QCOMPARE(left.count(), 1); // the field was left before the key acted
+
+        QTest::keyClick(&screen, Qt::Key_F2); // no caption
+        QTest::mouseClick(cmdFnuc[1], Qt::LeftButton);
+        QCOMPARE(pressed.count(), 1);
+        cmdFnuc[11]->setEnabled(false);
+        QTest::keyClick(&screen, Qt::Key_F12);
+        QCOMPARE(pressed.count(), 1);
+        QTest::mouseClick(cmdFnuc[0], Qt::LeftButton);
+        QCOMPARE(pressed.last().first().toInt(), 0);
+
+        xCmdBtn escape(Qt::Key_Escape, QStringLiteral("戻る"));
+        QCOMPARE(escape.text(), QStringLiteral("Esc 戻る"));
+    }
+
+    void theCalendarNamesItsMonthsInFullWidthDigits() {
+        QCOMPARE(xClndr::monthName(1), QStringLiteral("１月"));
+        QCOMPARE(xClndr::monthName(10), QStringLiteral("１０月"));
+        QCOMPARE(xClndr::monthName(12), QStringLiteral("１２月"));
+        xClndr calendar;
+        QSignalSpy changed(&calendar, &xClndr::changed);
+        calendar.setValue(QDate(2026, 11, 22));
+        QCOMPARE(calendar.heading(), QStringLiteral("2026年 １１月"));
+        QCOMPARE(calendar.Value(), QDate(2026, 11, 22));
+        QCOMPARE(changed.count(), 1);
+        calendar.findChild<QToolButton*>(QStringLiteral("next"))->click();
+        QCOMPARE(calendar.heading(), QStringLiteral("2026年 １２月"));
+    }
+};
+
+QTEST_MAIN(TestControls)
+#include "tst_controls.moc"
