@@ -56,6 +56,7 @@ FrmZipList::FrmZipList(QWidget* parent) : Screen(parent) {
     spdZipList->setHeaders({QStringLiteral("郵便番号"), QStringLiteral("都道府県"),
                             QStringLiteral("市町村郡"), QStringLiteral("町")});
     spdZipList->setColumnWidths({90, 100, 180, 260});
+    spdZipList->setLastColumnStretch(true);
     spdZipList->setMinimumSize(680, 320);
 
     auto* conditions = new QGridLayout;

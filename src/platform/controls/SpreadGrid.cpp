@@ -117,6 +117,10 @@ void SpreadGrid::setColumnWidths(const QList<int>& widths) {
         view_->setColumnWidth(i, widths[i]);
 }
 
+void SpreadGrid::setLastColumnStretch(bool stretch) {
+    view_->horizontalHeader()->setStretchLastSection(stretch);
+}
+
 void SpreadGrid::setColumnHidden(int column, bool hidden) {
     view_->setColumnHidden(column - 1, hidden);
 }

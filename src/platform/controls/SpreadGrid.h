@@ -20,6 +20,8 @@ public:
     void setMaxCols(int columns);
     void setHeaders(const QStringList& headers);
     void setColumnWidths(const QList<int>& widths);
+    // The last column takes up the width left over.
+    void setLastColumnStretch(bool stretch);
     void setColumnHidden(int column, bool hidden);
     bool isColumnHidden(int column) const;
     void setColumnEditable(int column, bool editable);

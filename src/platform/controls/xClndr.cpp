@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QTextCharFormat>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -15,6 +16,9 @@ xClndr::xClndr(QWidget* parent) : QWidget(parent) {
     days_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     days_->setFirstDayOfWeek(Qt::Sunday);
     days_->setGridVisible(true);
+    QTextCharFormat saturday = days_->weekdayTextFormat(Qt::Saturday);
+    saturday.setForeground(QColor(0x1E, 0x5A, 0xC8));
+    days_->setWeekdayTextFormat(Qt::Saturday, saturday);
 
     previous_ = new QToolButton(this);
     previous_->setText(QStringLiteral("◀"));

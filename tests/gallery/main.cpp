@@ -1,0 +1,126 @@
+// A developer's gallery: shows one screen or a sample of the controls in a real window, so
+// it can be looked at (under Xvfb with a screenshot, or on a desktop).
+//   mirvane-gallery controls | zip | calendar
+#include "data/Schema.h"
+#include "frame/Globals.h"
+#include "pickers/FrmCalender.h"
+#include "pickers/FrmZipList.h"
+#include "platform/controls/FunctionKeyRow.h"
+#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/xClndr.h"
+#include "platform/controls/xCmdBtn.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xKana.h"
+#include "platform/controls/xLabel.h"
+#include "platform/controls/xNum.h"
+#include "platform/controls/xZip.h"
+#include "platform/ui/Screen.h"
+
+#include <QApplication>
+#include <QFormLayout>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+
+namespace {
+
+int showControls() {
+    Screen screen;
+    screen.setWindowTitle(QStringLiteral("コントロール見本"));
+    auto* form = new QFormLayout;
+    auto* name = new xField(&screen, 30);
+    name->setText(QStringLiteral("山田 太郎"));
+    auto* kana = new xKana(&screen);
+    kana->setText(QStringLiteral("やまだ たろう"));
+    kana->linkTo(name);
+    auto* zip = new xZip(&screen);
+    auto* date = new xDate(&screen);
+    date->setDate(QDate(2026, 11, 22));
+    auto* amount = new xNum(&screen);
+    amount->setValue(1234567);
+    auto* disabled = new xField(&screen);
+    disabled->setText(QStringLiteral("入力できません"));
+    disabled->setEnabled(false);
+    disabled->setInputAreaColor(QColor(0xC0, 0xC0, 0xC0));
+    auto* number = new xLabel(&screen);
+    number->setText(QStringLiteral("000123"));
+    form->addRow(QStringLiteral("氏名"), name);
+    form->addRow(QStringLiteral("かな名"), kana);
+    form->addRow(QStringLiteral("郵便番号"), zip);
+    form->addRow(QStringLiteral("売上日"), date);
+    form->addRow(QStringLiteral("売上合計"), amount);
+    form->addRow(QStringLiteral("無効"), disabled);
+    form->addRow(QStringLiteral("顧客№"), number);
+
+    auto* grid = new SpreadGrid(&screen);
+    grid->setHeaders({QStringLiteral("更新"), QStringLiteral("売上日"), QStringLiteral("売上合計"),
+                      QStringLiteral("家族")});
+    grid->setColumnNumeric(3, true);
+    grid->setColumnDropDown(4, {QStringLiteral("代表"), QStringLiteral("家族"),
+                                QStringLiteral("個人"), QStringLiteral("DM不要")});
+    grid->addRow(QStringLiteral("新規\t2026/11/22\t38,000\t0"));
+    grid->addRow(QStringLiteral("変更\t2025/03/01\t120,000\t1"));
+    grid->addRow(QStringLiteral("削除\t2020/07/15\t9,800\t3"));
+    grid->addRow(QStringLiteral("\t2019/01/05\t45,500\t2"));
+    grid->setRowColor(1, QColor(128, 255, 255));
+    grid->setRowColor(2, QColor(255, 255, 128));
+    grid->setRowColor(3, QColor(255, 128, 128));
+    grid->setColumnWidths({60, 110, 110, 90});
+
+    auto* calendar = new xClndr(&screen);
+    calendar->setValue(QDate(2026, 11, 22));
+
+    auto* keys = new FunctionKeyRow(&screen);
+    keys->setCaptions({QStringLiteral("閉じる"), QString(), QStringLiteral("家族一覧"), QString(),
+                       QStringLiteral("登録"), QStringLiteral("クリア"), QString(),
+                       QStringLiteral("削除"), QString(), QString(), QString(),
+                       QStringLiteral("履歴照会")});
+    keys->buttons()[7]->setEnabled(false);
+
+    auto* top = new QHBoxLayout;
+    top->addLayout(form);
+    top->addWidget(calendar);
+    auto* page = new QVBoxLayout(&screen);
+    page->addLayout(top);
+    page->addWidget(grid, 1);
+    page->addWidget(keys);
+    screen.resize(1100, 640);
+    return screen.exec();
+}
+
+int showZipList(const QString& folder) {
+    CreateDatabase(folder + QStringLiteral("/Mirvane.mdb"));
+    gCon.open(folder + QStringLiteral("/Mirvane.mdb"));
+    for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
+                            "(60, 2, '北海道', '札幌市中央区', '北二条西')",
+                            "(60, 42, '北海道', '札幌市中央区', '大通西（１～１９丁目）')"})
+        gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
+    FrmZipList screen;
+    screen.txtZip1->setText(QStringLiteral("060"));
+    screen.AddrRead();
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
+int showCalendar() {
+    FrmCalender screen;
+    screen.setInDate(QDate(2026, 11, 22));
+    return screen.exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QFont font(QStringLiteral("Noto Sans CJK JP"));
+    font.setPointSize(11);
+    QApplication::setFont(font);
+    const QString which = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("controls");
+    QTemporaryDir folder;
+    if (which == QLatin1String("zip"))
+        return showZipList(folder.path());
+    if (which == QLatin1String("calendar"))
+        return showCalendar();
+    return showControls();
+}
