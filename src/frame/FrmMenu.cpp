@@ -1,5 +1,8 @@
 #include "frame/FrmMenu.h"
 
+#include "platform/ui/ShowModal.h"
+#include "search/FrmKensaku.h"
+
 #include <QGroupBox>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -52,15 +55,24 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     setTabOrder(cmdMst[2], cmdMenu[2]);
 
     // The shop's screens are switched on here as each of them is built.
-    cmdMenu[0]->setEnabled(false);
     cmdMenu[1]->setEnabled(false);
     for (QPushButton* button : cmdMst)
         button->setEnabled(false);
 }
 
 void FrmMenu::cmdMenu_Click(int index) {
-    if (index == 2)
+    switch (index) {
+    case 0: {
+        FrmKensaku search(this);
+        ShowModal(search);
+        break;
+    }
+    case 2:
         done(QDialog::Accepted);
+        break;
+    default:
+        break;
+    }
 }
 
 void FrmMenu::cmdMst_Click(int) {}

@@ -1,6 +1,8 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
-//   mirvane-gallery controls | zip | calendar
+//   mirvane-gallery controls | zip | calendar | register | search | family
+#include "customer/FrmKazoku.h"
+#include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
 #include "pickers/FrmCalender.h"
@@ -16,6 +18,8 @@
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
 #include "platform/ui/Screen.h"
+#include "search/FrmKensaku.h"
+#include "support/ShopData.h"
 
 #include <QApplication>
 #include <QFormLayout>
@@ -103,6 +107,88 @@ int showZipList(const QString& folder) {
     return result;
 }
 
+void seedShop(const QString& folder) {
+    CreateDatabase(folder + QStringLiteral("/Mirvane.mdb"));
+    gCon.open(folder + QStringLiteral("/Mirvane.mdb"));
+    const QString tel = QStringLiteral("011-222-3333");
+    InsertCustomer({.no = 1, .tel = tel});
+    InsertCustomer({.no = 2,
+                    .name = QStringLiteral("山田 花子"),
+                    .kana = QStringLiteral("やまだ はなこ"),
+                    .tel = tel,
+                    .sex = 1,
+                    .kazok = 1,
+                    .tanjoGo = 1,
+                    .nen = 48,
+                    .mon = 11,
+                    .day = 30});
+    InsertCustomer({.no = 3,
+                    .name = QStringLiteral("山田 一郎"),
+                    .kana = QStringLiteral("やまだ いちろう"),
+                    .tel = tel,
+                    .kazok = 1,
+                    .tanjoGo = 2,
+                    .nen = 12,
+                    .mon = 1,
+                    .day = 15});
+    InsertCustomer({.no = 4,
+                    .name = QStringLiteral("山本 さくら"),
+                    .kana = QStringLiteral("やまもと さくら"),
+                    .tel = QStringLiteral("090-1234-5678"),
+                    .jusyo1 = QStringLiteral("札幌市北区北七条西")});
+    InsertPurchase(
+        {.user = 1, .seq = 1, .ymd = 20240305, .total = 38000, .rightSph = -2.25, .leftSph = -2.5});
+    InsertPurchase({.user = 1,
+                    .seq = 2,
+                    .ymd = 20251120,
+                    .item = QStringLiteral("002"),
+                    .youto = QStringLiteral("008"),
+                    .frame = 15000,
+                    .lens = 0,
+                    .total = 15000,
+                    .rightSph = 0,
+                    .leftSph = 0,
+                    .syohou = QStringLiteral("度なし")});
+    InsertPurchase({.user = 1,
+                    .seq = 3,
+                    .ymd = 20261101,
+                    .youto = QStringLiteral("003"),
+                    .frame = 32000,
+                    .lens = 45000,
+                    .total = 77000,
+                    .rightSph = -2.5,
+                    .leftSph = -2.75,
+                    .memo = QStringLiteral("累進 手元重視")});
+}
+
+int showRegister(const QString& folder) {
+    seedShop(folder);
+    FrmKokyaku screen;
+    screen.setSyori(1);
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
+int showSearch(const QString& folder) {
+    seedShop(folder);
+    FrmKensaku screen;
+    screen.txtKana->setText(QStringLiteral("やま"));
+    screen.cmdKensak_Click();
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
+int showFamily(const QString& folder) {
+    seedShop(folder);
+    FrmKazoku screen;
+    screen.setTEL(QStringLiteral("011-222-3333"));
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showCalendar() {
     FrmCalender screen;
     screen.setInDate(QDate(2026, 11, 22));
@@ -122,5 +208,11 @@ int main(int argc, char* argv[]) {
         return showZipList(folder.path());
     if (which == QLatin1String("calendar"))
         return showCalendar();
+    if (which == QLatin1String("register"))
+        return showRegister(folder.path());
+    if (which == QLatin1String("search"))
+        return showSearch(folder.path());
+    if (which == QLatin1String("family"))
+        return showFamily(folder.path());
     return showControls();
 }

@@ -1,6 +1,7 @@
 #include "support/ModalScript.h"
 
 #include <QApplication>
+#include <QPointer>
 
 int ModalScript::run(QDialog& screen) {
     const QString className = QString::fromLatin1(screen.metaObject()->className());
@@ -14,12 +15,17 @@ int ModalScript::run(QDialog& screen) {
         failures_ << QStringLiteral("expected screen %1, opened %2").arg(next.className, className);
         return QDialog::Rejected;
     }
+    // As the window system does: the new screen becomes active, and when it closes the screen
+    // below it is active again.
+    QPointer<QWidget> below = QApplication::activeWindow();
     screen.setResult(QDialog::Rejected);
     screen.show();
     QApplication::setActiveWindow(&screen);
     next.drive(screen);
     if (screen.isVisible())
         screen.done(QDialog::Rejected);
+    if (below && below->isVisible())
+        QApplication::setActiveWindow(below);
     return screen.result();
 }
 

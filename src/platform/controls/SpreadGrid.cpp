@@ -138,6 +138,10 @@ void SpreadGrid::setColumnNumeric(int column, bool numeric) {
     model_->setAlignment(column - 1, (numeric ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
 }
 
+void SpreadGrid::setColumnDisplayFormat(int column, const QString& pattern) {
+    model_->setDisplayFormat(column - 1, pattern);
+}
+
 void SpreadGrid::setColumnDropDown(int column, const QStringList& items) {
     model_->setDropDown(column - 1, items);
 }

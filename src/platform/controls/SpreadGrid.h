@@ -27,6 +27,8 @@ public:
     void setColumnEditable(int column, bool editable);
     // Numeric columns sort as numbers and stand right-aligned.
     void setColumnNumeric(int column, bool numeric);
+    // Number cells of the column are shown through the pattern; the text stays as written.
+    void setColumnDisplayFormat(int column, const QString& pattern);
     // The cells of the column are chosen from a drop-down list; the cell holds the index.
     void setColumnDropDown(int column, const QStringList& items);
 

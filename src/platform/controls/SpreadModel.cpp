@@ -1,5 +1,7 @@
 #include "platform/controls/SpreadModel.h"
 
+#include "platform/Format.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -34,6 +36,11 @@ QVariant SpreadModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole: {
         const QString& text = rows_[row][column];
+        if (!formats_[column].isEmpty()) {
+            bool isNumber = false;
+            const double number = QString(text).remove(QLatin1Char(',')).toDouble(&isNumber);
+            return isNumber ? FormatNumber(number, formats_[column]) : text;
+        }
         const QStringList& items = dropDowns_[column];
         if (items.isEmpty())
             return text;
@@ -90,6 +97,7 @@ void SpreadModel::setColumns(int count) {
     numeric_.resize(count, false);
     alignment_.resize(count, Qt::AlignLeft | Qt::AlignVCenter);
     dropDowns_.resize(count);
+    formats_.resize(count);
     endResetModel();
 }
 
@@ -175,6 +183,10 @@ void SpreadModel::setNumeric(int column, bool numeric) {
 
 void SpreadModel::setAlignment(int column, Qt::Alignment alignment) {
     alignment_[column] = alignment;
+}
+
+void SpreadModel::setDisplayFormat(int column, const QString& pattern) {
+    formats_[column] = pattern;
 }
 
 void SpreadModel::setDropDown(int column, const QStringList& items) {

@@ -38,6 +38,9 @@ public:
     void setNumeric(int column, bool numeric);
     bool isNumeric(int column) const { return numeric_[column]; }
     void setAlignment(int column, Qt::Alignment alignment);
+    // A number cell of the column is shown through the pattern ("###,###,##0"); the cell's
+    // text stays as written.
+    void setDisplayFormat(int column, const QString& pattern);
     // A drop-down column holds the index of the chosen item as text and shows the item.
     void setDropDown(int column, const QStringList& items);
     const QStringList& dropDown(int column) const { return dropDowns_[column]; }
@@ -64,6 +67,7 @@ private:
     std::vector<bool> numeric_;
     std::vector<Qt::Alignment> alignment_;
     std::vector<QStringList> dropDowns_;
+    std::vector<QString> formats_;
     int columns_ = 0;
     int bulkDepth_ = 0;
 };

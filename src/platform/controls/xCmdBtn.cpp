@@ -28,6 +28,11 @@ void xCmdBtn::setCaption(const QString& caption) {
     refreshText();
 }
 
+void xCmdBtn::setKeyShown(bool shown) {
+    keyShown_ = shown;
+    refreshText();
+}
+
 void xCmdBtn::press() {
     if (caption_.isEmpty() || !isEnabled() || !isVisible())
         return;
@@ -39,7 +44,9 @@ void xCmdBtn::press() {
 
 void xCmdBtn::refreshText() {
     QString key;
-    if (hotKey_ == Qt::Key_Escape)
+    if (!keyShown_)
+        key.clear();
+    else if (hotKey_ == Qt::Key_Escape)
         key = QStringLiteral("Esc");
     else if (hotKey_ != Qt::Key_unknown)
         key = QKeySequence(hotKey_).toString(QKeySequence::NativeText);

@@ -18,6 +18,8 @@ public:
     void setHotKey(Qt::Key key);
     const QString& caption() const { return caption_; }
     void setCaption(const QString& caption);
+    // Whether the key is shown before the caption (a caption that names its key leaves it out).
+    void setKeyShown(bool shown);
 
     // Presses the button as its key does: only when it has a caption and is enabled.
     void press();
@@ -31,5 +33,6 @@ private:
 
     Qt::Key hotKey_ = Qt::Key_unknown;
     QString caption_;
+    bool keyShown_ = true;
     QShortcut* shortcut_ = nullptr;
 };

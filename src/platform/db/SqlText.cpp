@@ -1,9 +1,21 @@
 #include "platform/db/SqlText.h"
 
+namespace {
+QString doubledQuotes(QString text) {
+    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+} // namespace
+
 QString SqlStr(const QString& value) {
-    QString text = value.trimmed();
-    text.replace(QLatin1Char('\''), QLatin1String("''"));
-    return QLatin1Char('\'') + text + QLatin1Char('\'');
+    return SqlQuote(value.trimmed());
+}
+
+QString SqlQuote(const QString& value) {
+    return QLatin1Char('\'') + doubledQuotes(value) + QLatin1Char('\'');
+}
+
+QString SqlContains(const QString& value) {
+    return QStringLiteral("'%") + doubledQuotes(value) + QStringLiteral("%'");
 }
 
 QString SqlNum(qint64 value) {

@@ -8,6 +8,12 @@
 // A text value: trimmed of leading and trailing blanks, quoted, inner quotes doubled.
 QString SqlStr(const QString& value);
 
+// A text value exactly as typed (not trimmed), quoted, inner quotes doubled.
+QString SqlQuote(const QString& value);
+
+// A LIKE pattern that finds the text, as typed, anywhere: '%text%'.
+QString SqlContains(const QString& value);
+
 // A whole number in plain decimal.
 QString SqlNum(qint64 value);
 

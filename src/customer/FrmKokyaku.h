@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+
+#include <array>
+
+class QLabel;
+class QPushButton;
+class QRadioButton;
+class QButtonGroup;
+class FunctionKeyRow;
+class UriageEntry;
+class UriageGrid;
+class xCmdBtn;
+class xDate;
+class xField;
+class xKana;
+class xLabel;
+class xZip;
+
+// The customer register: one customer's record, shown, created, changed or deleted together
+// with his purchases.
+class FrmKokyaku : public Screen {
+    Q_OBJECT
+public:
+    explicit FrmKokyaku(QWidget* parent = nullptr);
+
+    // The customer to show; 0 opens the register for a new customer.
+    void setSyori(qint64 customerNo) { syori_ = customerNo; }
+    qint64 Syori() const { return syori_; }
+    // The telephone a new customer starts with.
+    void setTEL(const QString& tel) { tel_ = tel; }
+    // True when something was registered or deleted during this visit.
+    bool Koushin() const { return koushin_; }
+
+    // 0 new customer, 1 existing customer, 2 while a deletion runs.
+    int EditMode = 0;
+    qint64 currentNo() const { return currentNo_; }
+    int age() const { return age_; }
+
+    void Form_Load();
+    void Form_Activate();
+    void Disp_User(qint64 customerNo);
+    void Disp_SpdData(qint64 customerNo);
+    void Save_User();
+    void Clear_User();
+    qint64 Get_LastUNo();
+    void Get_Age(int era, int year, int month, int day);
+    void cmdFnuc_Click(int index);
+    void cmdJusyo_Click();
+    void spdData_Click(int row, int column);
+
+    xLabel* lblNo;
+    xDate* txtDate;
+    xField* txtName;
+    xKana* txtKana;
+    xZip* txtYubin;
+    QPushButton* cmdJusyo;
+    xField *txtJusyo1, *txtJusyo2, *txtTel, *txtKinmu, *txtKinmuTel, *txtSyokai, *txtSyokaiTel;
+    std::array<QRadioButton*, 2> optSex;
+    std::array<QRadioButton*, 4> optKazok_F;
+    std::array<QRadioButton*, 4> optTanjo_Go;
+    xField *txtTanjo_Nen, *txtTanjo_Mon, *txtTanjo_Day;
+    QLabel* lblAge;
+    UriageGrid* spdData;
+    UriageEntry* FraUriage;
+    std::array<xCmdBtn*, 12> cmdFnuc;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool enterPressed(QWidget* from) override;
+
+private:
+    void buildForm();
+    void connectEvents();
+    QList<xField*> recordFields() const;
+    void showGrid(bool shown);
+    void fillAddressFromPostalCode();
+    void openFamily();
+    void reopenFor(qint64 customerNo);
+    void saveCustomer();
+
+    qint64 syori_ = 0;
+    QString tel_;
+    bool koushin_ = false;
+    qint64 currentNo_ = 0;
+    int age_ = 0;
+    bool loaded_ = false;
+    QButtonGroup* sexGroup_;
+    QButtonGroup* kazokGroup_;
+    QButtonGroup* tanjoGoGroup_;
+    FunctionKeyRow* keys_;
+};

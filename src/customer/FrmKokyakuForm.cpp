@@ -1,0 +1,163 @@
+// The register's controls and their places on the screen.
+#include "customer/FrmKokyaku.h"
+#include "customer/UriageEntry.h"
+#include "customer/UriageGrid.h"
+#include "platform/controls/FunctionKeyRow.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xKana.h"
+#include "platform/controls/xLabel.h"
+#include "platform/controls/xZip.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace {
+
+template <class Field> Field* named(Field* field, const QString& name) {
+    field->setObjectName(name);
+    return field;
+}
+
+QLabel* caption(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+template <size_t N>
+QHBoxLayout* optionGroup(std::array<QRadioButton*, N>& buttons, QButtonGroup*& group,
+                         const QString& name, const std::array<QString, N>& captions,
+                         QWidget* parent) {
+    group = new QButtonGroup(parent);
+    auto* row = new QHBoxLayout;
+    for (size_t i = 0; i < N; ++i) {
+        buttons[i] =
+            named(new QRadioButton(captions[i], parent), name + QStringLiteral("(%1)").arg(i));
+        group->addButton(buttons[i], int(i));
+        row->addWidget(buttons[i]);
+    }
+    row->addStretch();
+    return row;
+}
+
+} // namespace
+
+void FrmKokyaku::buildForm() {
+    lblNo = named(new xLabel(this), QStringLiteral("lblNo"));
+    lblNo->setMinimumWidth(100);
+    txtDate = named(new xDate(this), QStringLiteral("txtDate"));
+    txtName = named(new xField(this, 30), QStringLiteral("txtName"));
+    txtKana = named(new xKana(this), QStringLiteral("txtKana"));
+    txtKana->setMaxLength(40);
+    txtYubin = named(new xZip(this), QStringLiteral("txtYubin"));
+    txtYubin->setMaximumWidth(100);
+    cmdJusyo = named(new QPushButton(QStringLiteral("▼"), this), QStringLiteral("cmdJusyo"));
+    cmdJusyo->setAutoDefault(false);
+    cmdJusyo->setFixedWidth(32);
+    txtJusyo1 = named(new xField(this, 50), QStringLiteral("txtJusyo1"));
+    txtJusyo2 = named(new xField(this, 50), QStringLiteral("txtJusyo2"));
+    txtTel = named(new xField(this, 20), QStringLiteral("txtTel"));
+    txtKinmu = named(new xField(this, 30), QStringLiteral("txtKinmu"));
+    txtKinmuTel = named(new xField(this, 20), QStringLiteral("txtKinmuTel"));
+    txtSyokai = named(new xField(this, 30), QStringLiteral("txtSyokai"));
+    txtSyokaiTel = named(new xField(this, 20), QStringLiteral("txtSyokaiTel"));
+    txtTanjo_Nen = named(new xField(this, 4), QStringLiteral("txtTanjo_Nen"));
+    txtTanjo_Mon = named(new xField(this, 2), QStringLiteral("txtTanjo_Mon"));
+    txtTanjo_Day = named(new xField(this, 2), QStringLiteral("txtTanjo_Day"));
+    txtTanjo_Nen->setNumericInput(QStringLiteral("0000"), 0, 9999);
+    txtTanjo_Mon->setNumericInput(QStringLiteral("00"), 0, 12);
+    txtTanjo_Day->setNumericInput(QStringLiteral("00"), 0, 31);
+    for (xField* part : {txtTanjo_Nen, txtTanjo_Mon, txtTanjo_Day}) {
+        part->setMaximumWidth(56);
+        part->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    lblAge = named(new QLabel(this), QStringLiteral("lblAge"));
+    lblAge->setMinimumWidth(60);
+
+    auto* record = new QGridLayout;
+    record->setHorizontalSpacing(8);
+    record->addWidget(caption(QStringLiteral("顧客番号"), this), 0, 0);
+    record->addWidget(lblNo, 0, 1, Qt::AlignLeft);
+    record->addWidget(caption(QStringLiteral("登録日"), this), 0, 2);
+    record->addWidget(txtDate, 0, 3, Qt::AlignLeft);
+    record->addWidget(caption(QStringLiteral("氏 名"), this), 1, 0);
+    record->addWidget(txtName, 1, 1);
+    record->addWidget(caption(QStringLiteral("かな名"), this), 1, 2);
+    record->addWidget(txtKana, 1, 3);
+    record->addWidget(caption(QStringLiteral("郵便番号"), this), 2, 0);
+    auto* postal = new QHBoxLayout;
+    postal->addWidget(txtYubin);
+    postal->addWidget(cmdJusyo);
+    postal->addStretch();
+    record->addLayout(postal, 2, 1);
+    record->addWidget(caption(QStringLiteral("ＴＥＬ"), this), 2, 2);
+    record->addWidget(txtTel, 2, 3);
+    record->addWidget(caption(QStringLiteral("住所１"), this), 3, 0);
+    record->addWidget(txtJusyo1, 3, 1);
+    record->addWidget(caption(QStringLiteral("住所２"), this), 3, 2);
+    record->addWidget(txtJusyo2, 3, 3);
+    record->addWidget(caption(QStringLiteral("勤務先"), this), 4, 0);
+    auto* work = new QHBoxLayout;
+    work->addWidget(txtKinmu, 2);
+    work->addWidget(caption(QStringLiteral("ＴＥＬ"), this));
+    work->addWidget(txtKinmuTel, 1);
+    record->addLayout(work, 4, 1);
+    record->addWidget(caption(QStringLiteral("紹介者"), this), 4, 2);
+    auto* referrer = new QHBoxLayout;
+    referrer->addWidget(txtSyokai, 2);
+    referrer->addWidget(caption(QStringLiteral("ＴＥＬ"), this));
+    referrer->addWidget(txtSyokaiTel, 1);
+    record->addLayout(referrer, 4, 3);
+    record->addWidget(caption(QStringLiteral("性別"), this), 5, 0);
+    record->addLayout(optionGroup<2>(optSex, sexGroup_, QStringLiteral("optSex"),
+                                     {QStringLiteral("男"), QStringLiteral("女")}, this),
+                      5, 1);
+    record->addWidget(caption(QStringLiteral("家族区分"), this), 5, 2);
+    record->addLayout(optionGroup<4>(optKazok_F, kazokGroup_, QStringLiteral("optKazok_F"),
+                                     {QStringLiteral("代表"), QStringLiteral("家族"),
+                                      QStringLiteral("個人"), QStringLiteral("DM不要")},
+                                     this),
+                      5, 3);
+    record->addWidget(caption(QStringLiteral("誕生日"), this), 6, 0);
+    auto* birth = optionGroup<4>(
+        optTanjo_Go, tanjoGoGroup_, QStringLiteral("optTanjo_Go"),
+        {QStringLiteral("大正"), QStringLiteral("昭和"), QStringLiteral("平成"), QString()}, this);
+    optTanjo_Go[3]->setToolTip(QStringLiteral("年を西暦で入力します"));
+    birth->takeAt(birth->count() - 1); // the stretch goes after the date
+    birth->addSpacing(12);
+    birth->addWidget(txtTanjo_Nen);
+    birth->addWidget(new QLabel(QStringLiteral("年"), this));
+    birth->addWidget(txtTanjo_Mon);
+    birth->addWidget(new QLabel(QStringLiteral("月"), this));
+    birth->addWidget(txtTanjo_Day);
+    birth->addWidget(new QLabel(QStringLiteral("日"), this));
+    birth->addSpacing(12);
+    birth->addWidget(lblAge);
+    birth->addStretch();
+    record->addLayout(birth, 6, 1, 1, 3);
+    record->setColumnStretch(1, 1);
+    record->setColumnStretch(3, 1);
+
+    spdData = named(new UriageGrid(this), QStringLiteral("spdData"));
+    spdData->setMinimumHeight(130);
+    FraUriage = new UriageEntry(this);
+    keys_ = new FunctionKeyRow(this);
+    keys_->setCaptions({QStringLiteral("閉じる"), QString(), QStringLiteral("家族"), QString(),
+                        QStringLiteral("登録"), QStringLiteral("クリア"), QString(),
+                        QStringLiteral("顧客削除"), QString(), QString(), QString(),
+                        QStringLiteral("履歴照会")});
+    cmdFnuc = keys_->buttons();
+
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(12, 10, 12, 10);
+    page->addLayout(record);
+    page->addWidget(spdData, 1);
+    page->addWidget(FraUriage);
+    page->addStretch(0);
+    page->addWidget(keys_);
+}

@@ -1,0 +1,204 @@
+#include "customer/UriageEntry.h"
+
+#include "customer/UriageLine.h"
+#include "frame/BasCmnSubFun.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xNum.h"
+#include "platform/ui/Clock.h"
+#include "prescription/PrescriptionValues.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace {
+
+template <class Field> Field* named(Field* field, const QString& name, int width) {
+    field->setObjectName(name);
+    field->setMinimumWidth(width);
+    return field;
+}
+
+QLabel* caption(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+// The pairs of prescription fields (right, left) in table order.
+template <class Entry> auto tableOrder(Entry& e) {
+    return std::array{&e.txtSph, &e.txtCyl,   &e.txtAx,    &e.txtS,   &e.txtP1,
+                      &e.txtB1,  &e.txtP2,    &e.txtB2,    &e.txtGai, &e.txtTama,
+                      &e.txtPd,  &e.txtRagan, &e.txtKyosei};
+}
+
+} // namespace
+
+UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
+    setObjectName(QStringLiteral("FraUriage"));
+    setTitle(QStringLiteral("売上明細"));
+    txtDatc = named(new xDate(this), QStringLiteral("txtDatc"), 110);
+    txtKingaKci = named(new xNum(this), QStringLiteral("txtKingaKci"), 110);
+    cboItem = named(new QComboBox(this), QStringLiteral("cboItem"), 170);
+    cboYoto = named(new QComboBox(this), QStringLiteral("cboYoto"), 170);
+    txtFm_Name = named(new xField(this, 40), QStringLiteral("txtFm_Name"), 200);
+    txtLz_Name = named(new xField(this, 40), QStringLiteral("txtLz_Name"), 200);
+    for (int i = 0; i < 2; ++i)
+        cboMeka[i] = named(new QComboBox(this), QStringLiteral("cboMeka(%1)").arg(i), 170);
+    txtFm_Kinga = named(new xNum(this), QStringLiteral("txtFm_Kinga"), 100);
+    txtLz_Kinga = named(new xNum(this), QStringLiteral("txtLz_Kinga"), 100);
+    txtFm_Size = named(new xField(this, 20), QStringLiteral("txtFm_Size"), 80);
+    txtFm_Color = named(new xField(this, 20), QStringLiteral("txtFm_Color"), 100);
+    txtSyohou = named(new xField(this, 100), QStringLiteral("txtSyohou"), 300);
+    txtMemo = named(new xField(this, 100), QStringLiteral("txtMemo"), 300);
+    const auto fields = tableOrder(*this);
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i) {
+            const QString name = QStringLiteral("txt") +
+                                 QString::fromLatin1(PrescriptionColumns[i].suffix) +
+                                 QStringLiteral("(%1)").arg(eye);
+            (*fields[i])[eye] = named(new xField(this, 10), name, 58);
+        }
+    cmdOk = named(new QPushButton(QStringLiteral("明細登録"), this), QStringLiteral("cmdOk"), 96);
+    cmdCancel =
+        named(new QPushButton(QStringLiteral("明細削除"), this), QStringLiteral("cmdCancel"), 96);
+    cmdClear =
+        named(new QPushButton(QStringLiteral("クリア"), this), QStringLiteral("cmdClear"), 96);
+    for (QPushButton* button : {cmdOk, cmdCancel, cmdClear})
+        button->setAutoDefault(false);
+    layOut();
+}
+
+void UriageEntry::layOut() {
+    auto* sale = new QGridLayout;
+    sale->setHorizontalSpacing(6);
+    sale->addWidget(caption(QStringLiteral("売上日"), this), 0, 0);
+    sale->addWidget(txtDatc, 0, 1);
+    sale->addWidget(caption(QStringLiteral("ｱｲﾃﾑ"), this), 0, 2);
+    sale->addWidget(cboItem, 0, 3);
+    sale->addWidget(caption(QStringLiteral("用途"), this), 0, 4);
+    sale->addWidget(cboYoto, 0, 5);
+    sale->addWidget(caption(QStringLiteral("売上合計"), this), 0, 6);
+    sale->addWidget(txtKingaKci, 0, 7);
+    sale->addWidget(caption(QStringLiteral("ﾌﾚｰﾑ 品名"), this), 1, 0);
+    sale->addWidget(txtFm_Name, 1, 1);
+    sale->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), this), 1, 2);
+    sale->addWidget(cboMeka[0], 1, 3);
+    sale->addWidget(caption(QStringLiteral("金額"), this), 1, 4);
+    sale->addWidget(txtFm_Kinga, 1, 5);
+    sale->addWidget(caption(QStringLiteral("ｻｲｽﾞ"), this), 1, 6);
+    auto* sizeColour = new QHBoxLayout;
+    sizeColour->addWidget(txtFm_Size);
+    sizeColour->addWidget(caption(QStringLiteral("ｶﾗｰ"), this));
+    sizeColour->addWidget(txtFm_Color);
+    sale->addLayout(sizeColour, 1, 7);
+    sale->addWidget(caption(QStringLiteral("ﾚﾝｽﾞ 品名"), this), 2, 0);
+    sale->addWidget(txtLz_Name, 2, 1);
+    sale->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), this), 2, 2);
+    sale->addWidget(cboMeka[1], 2, 3);
+    sale->addWidget(caption(QStringLiteral("金額"), this), 2, 4);
+    sale->addWidget(txtLz_Kinga, 2, 5);
+    sale->addWidget(caption(QStringLiteral("眼処方"), this), 3, 0);
+    sale->addWidget(txtSyohou, 3, 1, 1, 3);
+    sale->addWidget(caption(QStringLiteral("メ モ"), this), 3, 4);
+    sale->addWidget(txtMemo, 3, 5, 1, 3);
+
+    // The prescription in screen order: Ragan and Kyosei before Pd.
+    const int screenOrder[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 10};
+    const QString captions[] = {
+        QStringLiteral("S度数"),   QStringLiteral("C度数"),   QStringLiteral("軸度"),
+        QStringLiteral("加入度"),  QStringLiteral("ﾌﾟﾘｽﾞﾑ1"), QStringLiteral("ﾍﾞｰｽ1"),
+        QStringLiteral("ﾌﾟﾘｽﾞﾑ2"), QStringLiteral("ﾍﾞｰｽ2"),   QStringLiteral("外径"),
+        QStringLiteral("小玉"),    QStringLiteral("裸眼"),    QStringLiteral("矯正")};
+    auto* eyes = new QGridLayout;
+    eyes->setHorizontalSpacing(4);
+    for (int column = 0; column < 12; ++column) {
+        auto* label = new QLabel(captions[column], this);
+        label->setAlignment(Qt::AlignCenter);
+        eyes->addWidget(label, 0, column + 1);
+    }
+    const QString eyeNames[] = {QStringLiteral("<Ｒ>"), QStringLiteral("<Ｌ>")};
+    const QString pdNames[] = {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")};
+    for (int eye = 0; eye < 2; ++eye) {
+        eyes->addWidget(new QLabel(eyeNames[eye], this), eye + 1, 0);
+        for (int column = 0; column < 12; ++column)
+            eyes->addWidget(prescriptionField(eye, screenOrder[column]), eye + 1, column + 1);
+        eyes->addWidget(caption(pdNames[eye], this), eye + 1, 13);
+        eyes->addWidget(prescriptionField(eye, screenOrder[12]), eye + 1, 14);
+    }
+
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(cmdOk);
+    buttons->addWidget(cmdCancel);
+    buttons->addWidget(cmdClear);
+    buttons->addStretch();
+    auto* left = new QVBoxLayout;
+    left->addLayout(sale);
+    left->addLayout(eyes);
+    auto* frame = new QHBoxLayout(this);
+    frame->setContentsMargins(8, 4, 8, 6);
+    frame->addLayout(left, 1);
+    frame->addLayout(buttons);
+}
+
+xField* UriageEntry::prescriptionField(int eye, int index) const {
+    return (*tableOrder(*this)[index])[eye];
+}
+
+void UriageEntry::fillMasterLists() {
+    CmnSetMstCombo(cboYoto, QStringLiteral("youto"));
+    CmnSetMstCombo(cboItem, QStringLiteral("Item"));
+    CmnSetMstCombo(cboMeka[0], QStringLiteral("meka"));
+    CmnSetMstCombo(cboMeka[1], QStringLiteral("meka"));
+}
+
+void UriageEntry::showLine(const QStringList& cells) {
+    const auto cell = [&](int column) {
+        return cells.value(column - 1);
+    };
+    const auto amount = [&](xNum* field, int column) {
+        QString text = cell(column);
+        field->setValue(text.remove(QLatin1Char(',')).toDouble());
+    };
+    const auto choose = [&](QComboBox* list, int column) {
+        // A master's codes run 1, 2, 3 ... in list order: code "005" is the fifth entry.
+        const QString code = cell(column).trimmed();
+        list->setCurrentIndex(code.isEmpty() ? -1 : code.toInt() - 1);
+    };
+    txtDatc->setDate(QDate::fromString(cell(UriCol::Date), QStringLiteral("yyyy/MM/dd")));
+    amount(txtKingaKci, UriCol::Total);
+    choose(cboItem, UriCol::ItemNo);
+    choose(cboYoto, UriCol::YoutoNo);
+    txtFm_Name->setText(cell(UriCol::FmName));
+    choose(cboMeka[0], UriCol::FmMekaNo);
+    amount(txtFm_Kinga, UriCol::FmKinga);
+    txtFm_Size->setText(cell(UriCol::FmSize));
+    txtFm_Color->setText(cell(UriCol::FmColor));
+    txtLz_Name->setText(cell(UriCol::LzName));
+    choose(cboMeka[1], UriCol::LzMekaNo);
+    amount(txtLz_Kinga, UriCol::LzKinga);
+    txtSyohou->setText(cell(UriCol::Syohou));
+    txtMemo->setText(cell(UriCol::Memo));
+    for (int eye = 0; eye < 2; ++eye) {
+        const int first = eye == 0 ? UriCol::RightFirst : UriCol::LeftFirst;
+        for (int i = 0; i < 13; ++i)
+            prescriptionField(eye, i)->setText(cell(first + i));
+    }
+}
+
+void UriageEntry::Clear_UriData() {
+    txtDatc->setDate(Today());
+    for (QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
+        list->setCurrentIndex(-1);
+    for (xField* field : {txtFm_Name, txtFm_Size, txtFm_Color, txtLz_Name, txtSyohou, txtMemo})
+        field->clear();
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            prescriptionField(eye, i)->clear();
+    for (xNum* amount : {txtFm_Kinga, txtLz_Kinga, txtKingaKci})
+        amount->setValue(0);
+    LineMode = 0;
+}

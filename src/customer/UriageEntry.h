@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QGroupBox>
+#include <array>
+
+class QComboBox;
+class QPushButton;
+class xDate;
+class xField;
+class xNum;
+
+// The purchase entry of the register: one purchase at a time, with its prescription of
+// thirteen values per eye (index 0 the right eye, 1 the left).
+class UriageEntry : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit UriageEntry(QWidget* parent = nullptr);
+
+    // Fills the four master lists.
+    void fillMasterLists();
+    // Empties the entry: today's date, no master chosen, amounts 0, every other field empty.
+    void Clear_UriData();
+
+    // Copies a grid line (cells[0] is column 1) into the fields.
+    void showLine(const QStringList& cells);
+
+    // The prescription field of a value in table order (PrescriptionColumns) and eye.
+    xField* prescriptionField(int eye, int index) const;
+
+    // 0: the fields make a new line; 1: they edit the grid's active line.
+    int LineMode = 0;
+
+    xDate* txtDatc;
+    xNum* txtKingaKci;
+    QComboBox* cboItem;
+    QComboBox* cboYoto;
+    xField* txtFm_Name;
+    std::array<QComboBox*, 2> cboMeka;
+    xNum* txtFm_Kinga;
+    xField* txtFm_Size;
+    xField* txtFm_Color;
+    xField* txtLz_Name;
+    xNum* txtLz_Kinga;
+    xField* txtSyohou;
+    xField* txtMemo;
+    std::array<xField*, 2> txtSph, txtCyl, txtAx, txtS, txtP1, txtB1, txtP2, txtB2, txtGai, txtTama,
+        txtRagan, txtKyosei, txtPd;
+    QPushButton* cmdOk;
+    QPushButton* cmdCancel;
+    QPushButton* cmdClear;
+
+private:
+    void layOut();
+};
