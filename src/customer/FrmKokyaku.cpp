@@ -65,6 +65,7 @@ void FrmKokyaku::connectEvents() {
     connect(cmdJusyo, &QPushButton::clicked, this, &FrmKokyaku::cmdJusyo_Click);
     connect(txtYubin, &QLineEdit::textEdited, this, &FrmKokyaku::fillAddressFromPostalCode);
     connect(spdData, &SpreadGrid::clicked, this, &FrmKokyaku::spdData_Click);
+    FraUriage->attachGrid(spdData);
     for (xField* part : {txtTanjo_Nen, txtTanjo_Mon, txtTanjo_Day})
         connect(part, &xInput::leave, part, [part] { part->setText(birthPart(part->text())); });
 }
@@ -255,7 +256,7 @@ void FrmKokyaku::saveCustomer() {
         const qint64 number = EditMode == 0 ? Get_LastUNo() : currentNo_;
         gCon.execute(EditMode == 0 ? UserInsertSql(number, user, Today())
                                    : UserUpdateSql(number, user, Today()));
-        spdData->save(number);
+        Save_UriData(number);
         gCon.commitTrans();
         currentNo_ = number;
         CmnDspMsg(OpeInf_001);
@@ -363,7 +364,16 @@ void FrmKokyaku::spdData_Click(int row, int) {
     FraUriage->showLine(spdData->line(row));
 }
 
+void FrmKokyaku::Save_UriData(qint64 customerNo) {
+    // Inside the registration's transaction: a failing line fails the registration as a whole.
+    CmnWriteLog(ScreenName, QStringLiteral("Save_UriData"),
+                QStringLiteral("顧客売上履歴マスター保存処理"), QString());
+    spdData->save(customerNo);
+}
+
 bool FrmKokyaku::enterPressed(QWidget* from) {
+    if (FraUriage->enterPressed(from))
+        return true;
     const auto in = [from](const auto& buttons) {
         return std::find(buttons.begin(), buttons.end(), from) != buttons.end();
     };

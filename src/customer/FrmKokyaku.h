@@ -42,6 +42,7 @@ public:
     void Form_Activate();
     void Disp_User(qint64 customerNo);
     void Disp_SpdData(qint64 customerNo);
+    void Save_UriData(qint64 customerNo);
     void Save_User();
     void Clear_User();
     qint64 Get_LastUNo();

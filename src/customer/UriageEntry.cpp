@@ -1,16 +1,24 @@
 #include "customer/UriageEntry.h"
 
+#include "customer/UriageGrid.h"
 #include "customer/UriageLine.h"
 #include "frame/BasCmnSubFun.h"
+#include "frame/Log.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
+#include "platform/Format.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
 #include "prescription/PrescriptionValues.h"
+#include "prescription/PrescriptionWiring.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 
@@ -70,6 +78,175 @@ UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
     for (QPushButton* button : {cmdOk, cmdCancel, cmdClear})
         button->setAutoDefault(false);
     layOut();
+    setTabOrder();
+    connectEvents();
+}
+
+void UriageEntry::setTabOrder() {
+    QList<QWidget*> order{txtDatc,    cboItem,     cboYoto,    txtKingaKci, txtFm_Name,
+                          cboMeka[0], txtFm_Kinga, txtFm_Size, txtFm_Color, txtLz_Name,
+                          cboMeka[1], txtLz_Kinga, txtSyohou,  txtMemo};
+    for (int eye = 0; eye < 2; ++eye)
+        for (int index : PrescriptionWiring::ScreenOrder)
+            order << prescriptionField(eye, index);
+    order << cmdOk << cmdCancel << cmdClear;
+    for (int i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
+}
+
+void UriageEntry::connectEvents() {
+    EyeFields right, left;
+    for (int i = 0; i < 13; ++i) {
+        right[i] = prescriptionField(0, i);
+        left[i] = prescriptionField(1, i);
+    }
+    new PrescriptionWiring(PrescriptionScreen::Register, right, left, this);
+    connect(cmdOk, &QPushButton::clicked, this, &UriageEntry::cmdOk_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &UriageEntry::cmdCancel_Click);
+    connect(cmdClear, &QPushButton::clicked, this, &UriageEntry::cmdClear_Click);
+    connect(txtFm_Kinga, &xInput::leave, this, &UriageEntry::updateTotal);
+    connect(txtLz_Kinga, &xInput::leave, this, [this] {
+        updateTotal();
+        txtKingaKci->setFocus();
+    });
+    for (QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
+        list->installEventFilter(this);
+    for (xField* note : {txtSyohou, txtMemo})
+        connect(note, &xInput::keyDown, this,
+                [this, note](int key, Qt::KeyboardModifiers, bool* handled) {
+                    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+                        *handled = enterPressed(note);
+                });
+}
+
+void UriageEntry::updateTotal() {
+    txtKingaKci->setValue(txtFm_Kinga->Value() + txtLz_Kinga->Value());
+}
+
+bool UriageEntry::enterPressed(QWidget* from) {
+    const std::pair<QWidget*, QWidget*> moves[] = {
+        {cboItem, cboYoto},        {cboYoto, txtFm_Name}, {cboMeka[0], txtFm_Size},
+        {cboMeka[1], txtLz_Kinga}, {txtSyohou, txtMemo},  {txtMemo, txtSph[0]}};
+    for (const auto& [source, target] : moves)
+        if (from == source) {
+            target->setFocus();
+            return true;
+        }
+    return false;
+}
+
+bool UriageEntry::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        auto* list = qobject_cast<QComboBox*>(watched);
+        if (key == Qt::Key_Delete && (list == cboMeka[0] || list == cboMeka[1])) {
+            list->setCurrentIndex(-1);
+            return true;
+        }
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && list && !list->view()->isVisible())
+            return enterPressed(list);
+    }
+    return QGroupBox::eventFilter(watched, event);
+}
+
+QStringList UriageEntry::lineFromFields(const QString& status, const QString& seq) const {
+    const auto code = [](const QComboBox* list) {
+        return list->currentText().left(3);
+    };
+    const auto name = [](const QComboBox* list) {
+        return list->currentText().mid(4);
+    };
+    const auto amount = [](const xNum* field) {
+        return PlainDecimal(field->Value());
+    };
+    QStringList cells{status,
+                      txtDatc->date().toString(QStringLiteral("yyyy/MM/dd")),
+                      amount(txtKingaKci),
+                      code(cboItem),
+                      name(cboItem),
+                      code(cboYoto),
+                      name(cboYoto),
+                      txtFm_Name->text(),
+                      code(cboMeka[0]),
+                      name(cboMeka[0]),
+                      amount(txtFm_Kinga),
+                      txtFm_Size->text(),
+                      txtFm_Color->text(),
+                      txtLz_Name->text(),
+                      code(cboMeka[1]),
+                      name(cboMeka[1]),
+                      amount(txtLz_Kinga),
+                      QString(),
+                      QString()};
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            cells << prescriptionField(eye, i)->text();
+    cells << seq;
+    return cells;
+}
+
+void UriageEntry::cmdOk_Click() {
+    for (QComboBox* required : {cboItem, cboYoto})
+        if (required->currentText().isEmpty()) {
+            CmnDspMsg(OpeErr_001);
+            required->setFocus();
+            return;
+        }
+    if (txtDatc->isEmpty()) {
+        CmnDspMsg(OpeErr_001);
+        txtDatc->setFocus();
+        return;
+    }
+    if (grid_->isHidden())
+        grid_->setVisible(true);
+    int row = LineMode == 1 ? grid_->activeRow() : 0;
+    QString status = LineStatus::New;
+    if (row >= 1) {
+        const QString present = grid_->status(row);
+        if (present == LineStatus::Deleted) {
+            CmnDspMsg(OpeErr_017);
+            return;
+        }
+        if (present != LineStatus::New)
+            status = LineStatus::Changed;
+    } else {
+        row = grid_->addRow(QString());
+    }
+    grid_->setRowText(
+        row, lineFromFields(status, grid_->text(row, UriCol::Seq)).join(QLatin1Char('\t')));
+    grid_->setText(row, UriCol::Syohou, txtSyohou->text());
+    grid_->setText(row, UriCol::Memo, txtMemo->text());
+    grid_->sort({{UriCol::Date, Qt::DescendingOrder}, {UriCol::ItemNo, Qt::AscendingOrder}});
+    grid_->recolour();
+    Clear_UriData();
+    txtDatc->setFocus();
+}
+
+void UriageEntry::cmdCancel_Click() {
+    const int row = grid_->activeRow();
+    if (row < 1)
+        return;
+    const QString status = grid_->status(row);
+    if (status == LineStatus::New) {
+        grid_->deleteRow(row);
+    } else if (status == LineStatus::Deleted) {
+        const bool wasChanged = grid_->text(row, UriCol::Work) == LineStatus::Changed;
+        grid_->setText(row, UriCol::Status, wasChanged ? LineStatus::Changed : QString());
+        grid_->setText(row, UriCol::Work, QString());
+        grid_->setRowColor(row, ChangedLineColor);
+    } else {
+        if (status == LineStatus::Changed)
+            grid_->setText(row, UriCol::Work, LineStatus::Changed);
+        grid_->setText(row, UriCol::Status, LineStatus::Deleted);
+        grid_->setRowColor(row, DeletedLineColor);
+    }
+    Clear_UriData();
+    txtDatc->setFocus();
+}
+
+void UriageEntry::cmdClear_Click() {
+    Clear_UriData();
+    txtDatc->setFocus();
 }
 
 void UriageEntry::layOut() {
@@ -190,6 +367,8 @@ void UriageEntry::showLine(const QStringList& cells) {
 }
 
 void UriageEntry::Clear_UriData() {
+    CmnWriteLog(QStringLiteral("顧客検索画面"), QStringLiteral("Clear_UriData"),
+                QStringLiteral("売上情報入力クリア処理"), QString());
     txtDatc->setDate(Today());
     for (QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
         list->setCurrentIndex(-1);

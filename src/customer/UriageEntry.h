@@ -5,6 +5,7 @@
 
 class QComboBox;
 class QPushButton;
+class UriageGrid;
 class xDate;
 class xField;
 class xNum;
@@ -16,6 +17,9 @@ class UriageEntry : public QGroupBox {
 public:
     explicit UriageEntry(QWidget* parent = nullptr);
 
+    // The grid the entry writes its lines into.
+    void attachGrid(UriageGrid* grid) { grid_ = grid; }
+
     // Fills the four master lists.
     void fillMasterLists();
     // Empties the entry: today's date, no master chosen, amounts 0, every other field empty.
@@ -23,6 +27,15 @@ public:
 
     // Copies a grid line (cells[0] is column 1) into the fields.
     void showLine(const QStringList& cells);
+
+    // "明細登録": the fields into a new grid line, or over the line being edited.
+    void cmdOk_Click();
+    // "明細削除": a new line is removed, a stored one marked for deletion or unmarked.
+    void cmdCancel_Click();
+    // "クリア": the fields only.
+    void cmdClear_Click();
+    // Enter in one of the entry's lists or notes moves on; true when it did.
+    bool enterPressed(QWidget* from);
 
     // The prescription field of a value in table order (PrescriptionColumns) and eye.
     xField* prescriptionField(int eye, int index) const;
@@ -49,6 +62,15 @@ public:
     QPushButton* cmdCancel;
     QPushButton* cmdClear;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void layOut();
+    void setTabOrder();
+    void connectEvents();
+    QStringList lineFromFields(const QString& status, const QString& seq) const;
+    void updateTotal();
+
+    UriageGrid* grid_ = nullptr;
 };

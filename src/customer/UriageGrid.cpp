@@ -134,7 +134,7 @@ void UriageGrid::save(qint64 userNo) {
     for (int row = 1; row <= maxRows(); ++row) {
         const QString lineStatus = status(row);
         if (lineStatus == LineStatus::New)
-            gCon.execute(UriageInsertSql(userNo, nextSeq(userNo), line(row)));
+            gCon.execute(UriageInsertSql(userNo, Get_LastSeq(userNo), line(row)));
         else if (lineStatus == LineStatus::Changed)
             gCon.execute(UriageUpdateSql(userNo, line(row)));
         else if (lineStatus == LineStatus::Deleted)
@@ -142,7 +142,7 @@ void UriageGrid::save(qint64 userNo) {
     }
 }
 
-int UriageGrid::nextSeq(qint64 userNo) {
+int UriageGrid::Get_LastSeq(qint64 userNo) {
     RecordSet rows = gCon.execute(
         QStringLiteral("select max(Uri_Seq) from San_Uriage where Uri_UserNo = ") + SqlNum(userNo));
     return rows.field(0).isNull() ? 1 : rows.field(0).toInt() + 1;

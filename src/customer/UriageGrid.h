@@ -26,5 +26,5 @@ public:
     void save(qint64 userNo);
 
     // The next purchase number of a customer: the highest plus one, 1 for the first.
-    static int nextSeq(qint64 userNo);
+    static int Get_LastSeq(qint64 userNo);
 };

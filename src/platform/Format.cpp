@@ -60,6 +60,17 @@ QString FormatNumber(double value, const QString& pattern) {
     return plusSign ? QLatin1Char('+') + text : text;
 }
 
+QString PlainDecimal(double value) {
+    QString text = QString::number(value, 'f', 10);
+    while (text.endsWith(QLatin1Char('0')))
+        text.chop(1);
+    if (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    if (text == QLatin1String("-0"))
+        text = QStringLiteral("0");
+    return text;
+}
+
 QString FormatYmd(qint64 ymd) {
     if (ymd <= 0)
         return {};

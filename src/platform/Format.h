@@ -15,6 +15,9 @@ double RoundHalfAwayFromZero(double value, int decimals);
 // follows the value, so -0.004 with "0.00" is "-0.00".
 QString FormatNumber(double value, const QString& pattern);
 
+// A number in plain decimal, never with an exponent, without trailing zeros: 1.25, -0.5, 0.
+QString PlainDecimal(double value);
+
 // A purchase date held as the number yyyymmdd, shown through the mask "####/##/##"; empty when
 // the number is not greater than 0.
 QString FormatYmd(qint64 ymd);

@@ -159,6 +159,12 @@ void seedShop(const QString& folder) {
                     .rightSph = -2.5,
                     .leftSph = -2.75,
                     .memo = QStringLiteral("累進 手元重視")});
+    gCon.execute(QStringLiteral(
+        "update San_Uriage set Uri_R_Cyl = -0.75, Uri_R_Ax = 180, Uri_R_S = 2.25, Uri_R_P1 = 1.5, "
+        "Uri_R_B1 = 'IN', Uri_R_Gai = 70, Uri_R_Tama = 28, Uri_R_Pd = 32.5, Uri_R_Ragan = 0.1, "
+        "Uri_R_Kyosei = 1.2, Uri_L_Cyl = -1.25, Uri_L_Ax = 5, Uri_L_S = 2.25, Uri_L_P2 = 0.5, "
+        "Uri_L_B2 = 'DOWN', Uri_L_Gai = 70, Uri_L_Pd = 31, Uri_L_Ragan = 0.08, Uri_L_Kyosei = 1 "
+        "where Uri_Seq = 3"));
 }
 
 int showRegister(const QString& folder) {

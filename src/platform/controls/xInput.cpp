@@ -17,6 +17,20 @@ void xInput::setInputAreaColor(const QColor& color) {
     setPalette(colors);
 }
 
+bool xInput::event(QEvent* event) {
+    // Tab moves the focus before a key press is delivered; the key-down receivers see it first.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::NoModifier) {
+            bool handled = false;
+            emit keyDown(key->key(), key->modifiers(), &handled);
+            if (handled)
+                return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void xInput::keyPressEvent(QKeyEvent* event) {
     bool handled = false;
     emit keyDown(event->key(), event->modifiers(), &handled);

@@ -19,6 +19,7 @@ signals:
     void keyDown(int key, Qt::KeyboardModifiers modifiers, bool* handled);
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 };

@@ -1,5 +1,7 @@
 #include "platform/db/SqlText.h"
 
+#include "platform/Format.h"
+
 namespace {
 QString doubledQuotes(QString text) {
     return text.replace(QLatin1Char('\''), QLatin1String("''"));
@@ -23,12 +25,5 @@ QString SqlNum(qint64 value) {
 }
 
 QString SqlReal(double value) {
-    QString text = QString::number(value, 'f', 10);
-    while (text.endsWith(QLatin1Char('0')))
-        text.chop(1);
-    if (text.endsWith(QLatin1Char('.')))
-        text.chop(1);
-    if (text == QLatin1String("-0"))
-        text = QStringLiteral("0");
-    return text;
+    return PlainDecimal(value);
 }
