@@ -1,5 +1,6 @@
 #include "customer/FrmKazoku.h"
 
+#include "customer/CustomerList.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
@@ -20,12 +21,7 @@ FrmKazoku::FrmKazoku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmKazoku"));
     setWindowTitle(QStringLiteral("家族照会"));
     spdData = new SpreadGrid(this);
-    spdData->setObjectName(QStringLiteral("spdData"));
-    spdData->setHeaders({QStringLiteral("顧客番号"), QStringLiteral("氏 名"), QStringLiteral("TEL"),
-                         QStringLiteral("住 所")});
-    spdData->setColumnNumeric(1, true);
-    spdData->setColumnWidths({80, 160, 120, 320});
-    spdData->setLastColumnStretch(true);
+    SetUpCustomerList(spdData);
     spdData->setMinimumSize(700, 300);
     cmdBtn[1] = new xCmdBtn(Qt::Key_F5, QStringLiteral("顧客詳細(F5)"), this);
     cmdBtn[2] = new xCmdBtn(Qt::Key_Escape, QStringLiteral("ｷｬﾝｾﾙ(ESC)"), this);
@@ -60,24 +56,18 @@ void FrmKazoku::showEvent(QShowEvent* event) {
 }
 
 void FrmKazoku::Disp_Kokyaku() {
-    Procedure(
-        ScreenName, QStringLiteral("Disp_Kokyaku"), QStringLiteral("顧客データの取得処理"), [&] {
-            RecordSet rows =
-                gCon.execute(QStringLiteral("select * from San_User where User_Tel = ") +
-                             SqlQuote(tel_) + QStringLiteral(" Order By User_Kana"));
-            spdData->clearRows();
-            for (; !rows.eof(); rows.moveNext())
-                spdData->addRow(
-                    QStringList{rows.field(QStringLiteral("User_No")).toString(),
-                                rows.field(QStringLiteral("User_Name")).toString(),
-                                rows.field(QStringLiteral("User_Tel")).toString(),
-                                rows.field(QStringLiteral("User_Jusyo1")).toString().trimmed() +
-                                    rows.field(QStringLiteral("User_Jusyo2")).toString()}
-                        .join(QLatin1Char('\t')));
-            rows.close();
-            if (spdData->maxRows() > 0)
-                cmdBtn[1]->setEnabled(true);
-        });
+    Procedure(ScreenName, QStringLiteral("Disp_Kokyaku"), QStringLiteral("顧客データの取得処理"),
+              [&] {
+                  RecordSet rows =
+                      gCon.execute(QStringLiteral("select * from San_User where User_Tel = ") +
+                                   SqlQuote(tel_) + QStringLiteral(" Order By User_Kana"));
+                  spdData->clearRows();
+                  for (; !rows.eof(); rows.moveNext())
+                      spdData->addRow(CustomerListLine(rows));
+                  rows.close();
+                  if (spdData->maxRows() > 0)
+                      cmdBtn[1]->setEnabled(true);
+              });
 }
 
 void FrmKazoku::cmdBtn_Click(int index) {

@@ -1,5 +1,6 @@
 #include "search/FrmKensaku.h"
 
+#include "customer/CustomerList.h"
 #include "customer/FrmKokyaku.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
@@ -63,12 +64,7 @@ FrmKensaku::FrmKensaku(QWidget* parent) : Screen(parent) {
     cmdBtn[2] =
         keyButton(Qt::Key_Escape, QStringLiteral("ｷｬﾝｾﾙ(ESC)"), QStringLiteral("cmdBtn(2)"), this);
     spdData = new SpreadGrid(this);
-    spdData->setObjectName(QStringLiteral("spdData"));
-    spdData->setHeaders({QStringLiteral("顧客番号"), QStringLiteral("氏 名"), QStringLiteral("TEL"),
-                         QStringLiteral("住 所")});
-    spdData->setColumnNumeric(1, true);
-    spdData->setColumnWidths({80, 170, 130, 380});
-    spdData->setLastColumnStretch(true);
+    SetUpCustomerList(spdData);
     spdData->setMinimumSize(820, 360);
 
     auto* guide =
@@ -125,13 +121,7 @@ void FrmKensaku::Disp_Kokyaku() {
             spdData->clearRows();
             spdData->setRedraw(false);
             for (; !rows.eof(); rows.moveNext())
-                spdData->addRow(
-                    QStringList{rows.field(QStringLiteral("User_No")).toString(),
-                                rows.field(QStringLiteral("User_Name")).toString(),
-                                rows.field(QStringLiteral("User_Tel")).toString(),
-                                rows.field(QStringLiteral("User_Jusyo1")).toString().trimmed() +
-                                    rows.field(QStringLiteral("User_Jusyo2")).toString()}
-                        .join(QLatin1Char('\t')));
+                spdData->addRow(CustomerListLine(rows));
             spdData->setRedraw(true);
             rows.close();
             found = spdData->maxRows();
