@@ -12,6 +12,7 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
+#include "history/FrmRireki.h"
 #include "pickers/FrmZipList.h"
 #include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -55,8 +56,6 @@ FrmKokyaku::FrmKokyaku(QWidget* parent) : Screen(parent) {
     setEnterMovesFocus(true);
     buildForm();
     connectEvents();
-    // The sales history key is switched on with the history screen.
-    cmdFnuc[F12]->setEnabled(false);
     resize(1260, 780);
 }
 
@@ -171,6 +170,7 @@ void FrmKokyaku::Disp_User(qint64 customerNo) {
         row.close();
         cmdFnuc[F3]->setEnabled(true);
         cmdFnuc[F8]->setEnabled(true);
+        cmdFnuc[F12]->setEnabled(true);
         Disp_SpdData(customerNo);
     });
 }
@@ -306,9 +306,29 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
         Save_User();
         koushin_ = true;
         break;
+    case F12:
+        openHistory();
+        break;
     default:
         break;
     }
+}
+
+void FrmKokyaku::openHistory() {
+    // The history needs a customer number; after a clear or a deletion none is shown.
+    bool isNumber = false;
+    const qint64 shown = lblNo->text().toLongLong(&isNumber);
+    if (!isNumber || shown == 0)
+        return;
+    FrmRireki history(this);
+    history.setKokNo(shown);
+    ShowModal(history);
+    koushin_ = history.Koushin();
+    WaitCursor wait;
+    Disp_User(currentNo_);
+    if (spdData->maxRows() > 0)
+        spdData_Click(1, 1);
+    Form_Activate();
 }
 
 void FrmKokyaku::openFamily() {

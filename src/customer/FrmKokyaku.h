@@ -79,6 +79,7 @@ private:
     void showGrid(bool shown);
     void fillAddressFromPostalCode();
     void openFamily();
+    void openHistory();
     void reopenFor(qint64 customerNo);
     void saveCustomer();
 

@@ -7,6 +7,7 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "platform/Format.h"
+#include "platform/controls/ComboKeys.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -109,8 +110,12 @@ void UriageEntry::connectEvents() {
         updateTotal();
         txtKingaKci->setFocus();
     });
-    for (QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
-        list->installEventFilter(this);
+    MoveOnEnter(cboItem, cboYoto);
+    MoveOnEnter(cboYoto, txtFm_Name);
+    MoveOnEnter(cboMeka[0], txtFm_Size);
+    MoveOnEnter(cboMeka[1], txtLz_Kinga);
+    ClearOnDelete(cboMeka[0]);
+    ClearOnDelete(cboMeka[1]);
     for (xField* note : {txtSyohou, txtMemo})
         connect(note, &xInput::keyDown, this,
                 [this, note](int key, Qt::KeyboardModifiers, bool* handled) {
@@ -124,29 +129,13 @@ void UriageEntry::updateTotal() {
 }
 
 bool UriageEntry::enterPressed(QWidget* from) {
-    const std::pair<QWidget*, QWidget*> moves[] = {
-        {cboItem, cboYoto},        {cboYoto, txtFm_Name}, {cboMeka[0], txtFm_Size},
-        {cboMeka[1], txtLz_Kinga}, {txtSyohou, txtMemo},  {txtMemo, txtSph[0]}};
+    const std::pair<QWidget*, QWidget*> moves[] = {{txtSyohou, txtMemo}, {txtMemo, txtSph[0]}};
     for (const auto& [source, target] : moves)
         if (from == source) {
             target->setFocus();
             return true;
         }
     return false;
-}
-
-bool UriageEntry::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        auto* list = qobject_cast<QComboBox*>(watched);
-        if (key == Qt::Key_Delete && (list == cboMeka[0] || list == cboMeka[1])) {
-            list->setCurrentIndex(-1);
-            return true;
-        }
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && list && !list->view()->isVisible())
-            return enterPressed(list);
-    }
-    return QGroupBox::eventFilter(watched, event);
 }
 
 QStringList UriageEntry::lineFromFields(const QString& status, const QString& seq) const {

@@ -34,7 +34,7 @@ public:
     void cmdCancel_Click();
     // "クリア": the fields only.
     void cmdClear_Click();
-    // Enter in one of the entry's lists or notes moves on; true when it did.
+    // Enter in one of the entry's notes moves on; true when it did.
     bool enterPressed(QWidget* from);
 
     // The prescription field of a value in table order (PrescriptionColumns) and eye.
@@ -61,9 +61,6 @@ public:
     QPushButton* cmdOk;
     QPushButton* cmdCancel;
     QPushButton* cmdClear;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void layOut();

@@ -1,10 +1,11 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
-//   mirvane-gallery controls | zip | calendar | register | search | family
+//   mirvane-gallery controls | zip | calendar | register | search | family | history
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
+#include "history/FrmRireki.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -186,6 +187,15 @@ int showSearch(const QString& folder) {
     return result;
 }
 
+int showHistory(const QString& folder) {
+    seedShop(folder);
+    FrmRireki screen;
+    screen.setKokNo(1);
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -218,6 +228,8 @@ int main(int argc, char* argv[]) {
         return showRegister(folder.path());
     if (which == QLatin1String("search"))
         return showSearch(folder.path());
+    if (which == QLatin1String("history"))
+        return showHistory(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+
+#include <array>
+
+class QLabel;
+class QPushButton;
+class FunctionKeyRow;
+class UriageBlock;
+class xCmdBtn;
+class xDate;
+class xLabel;
+class xNum;
+
+// The sales history: one customer's purchases three at a time, newest first, each block
+// correctable after its key.
+class FrmRireki : public Screen {
+    Q_OBJECT
+public:
+    explicit FrmRireki(QWidget* parent = nullptr);
+
+    void setKokNo(qint64 customerNo) { kokNo_ = customerNo; }
+    // True when a save on this screen succeeded.
+    bool Koushin() const { return koushin_; }
+    int page() const { return page_; }
+
+    void Form_Load();
+    void ClearUriage();
+    bool DispUriage(qint64 ymd);
+    bool ChkEditData() const;
+    bool SaveUriage();
+    void cmdFnuc_Click(int index);
+    void cmdKensaku_Click();
+
+    xLabel* lblKokNo;
+    xLabel* lblName;
+    xNum* txtKingaKei;
+    xDate* txtKensakuDay;
+    QPushButton* cmdKensaku;
+    std::array<UriageBlock*, 3> FraUriage;
+    std::array<xCmdBtn*, 12> cmdFnuc;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void showPage();
+    qint64 searchDay() const;
+
+    qint64 kokNo_ = 0;
+    bool koushin_ = false;
+    int page_ = 1;
+    bool loaded_ = false;
+    FunctionKeyRow* keys_;
+};
