@@ -191,34 +191,6 @@ private slots:
         QCOMPARE(purchasesOf(4), 1);
     }
 
-    void markedPurchaseLinesAreWrittenWithTheCustomer() {
-        InsertCustomer({.no = 5});
-        InsertPurchase({.user = 5, .seq = 1, .ymd = 20240305});
-        InsertPurchase({.user = 5, .seq = 2, .ymd = 20250101});
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
-        openRegister(5, [](FrmKokyaku& s) {
-            // The older purchase (line 2) marked for deletion, a copy of the newer as new.
-            s.spdData->setText(2, 1, QStringLiteral("削除"));
-            const int added = s.spdData->addRow(s.spdData->line(1).join(QLatin1Char('\t')));
-            s.spdData->setText(added, 1, QStringLiteral("新規"));
-            s.spdData->setText(added, 46, QString());
-            s.spdData->setText(added, 2, QStringLiteral("2026/11/20"));
-            QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->maxRows(), 2);
-            QVERIFY(!s.spdData->hasMarkedLines());
-        });
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_Uriage where Uri_UserNo = 5 and "
-                                           "Uri_Seq = 1")),
-                 0);
-        QCOMPARE(RowTexts(QStringLiteral("select * from San_Uriage where Uri_UserNo = 5 and "
-                                         "Uri_Seq = 3"),
-                          {QStringLiteral("Uri_Date"), QStringLiteral("Uri_R_Sph"),
-                           QStringLiteral("Uri_Syohou"), QStringLiteral("Uri_Yobi")}),
-                 (QStringList{QStringLiteral("20261120"), QStringLiteral("-1.25"),
-                              QStringLiteral("遠近"), QString()}));
-    }
-
     void aDuplicateKeyRollsEverythingBack() {
         InsertCustomer({.no = 1});
         // Another terminal takes the same new number a moment before this one writes it.

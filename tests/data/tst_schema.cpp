@@ -59,39 +59,19 @@ private slots:
     void init() { harness.setUp(); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    void customerRowsAreInsertedByPosition() {
+    void statementsInsertByColumnPosition() {
         QCOMPARE(columnsOf(QStringLiteral("San_User")).size(), 20);
-        gCon.execute(QStringLiteral(
-            "insert into San_User Values(1,'山田 太郎','やまだ たろう','060-0001','札幌市',"
-            "'1-2','011-222-3333','山田商店','011-000-0000','鈴木','090-1','1','2','1','45',"
-            "'3','9','2026/11/22','2026/11/22','' )"));
-        RecordSet row = gCon.execute(QStringLiteral("select * from San_User"));
-        QCOMPARE(row.field(QStringLiteral("User_Kana")).toString(),
-                 QStringLiteral("やまだ たろう"));
-        QCOMPARE(row.field(QStringLiteral("User_Yubin")).toString(), QStringLiteral("060-0001"));
-        QCOMPARE(row.field(QStringLiteral("User_SyokaiTel")).toString(), QStringLiteral("090-1"));
-        QCOMPARE(row.field(QStringLiteral("User_Kazok_F")).toInt(), 2);
-        QCOMPARE(row.field(QStringLiteral("User_Tanjo_Nen")).toInt(), 45);
-        QCOMPARE(row.field(QStringLiteral("User_Entry2")).toString(), QStringLiteral("2026/11/22"));
-        QCOMPARE(row.field(19).toString(), QString());
-    }
-
-    void purchaseRowsAreInsertedByPosition() {
-        const QStringList columns = columnsOf(QStringLiteral("San_Uriage"));
-        QCOMPARE(columns.size(), 43);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_KingaKei")), 13);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_R_Sph")), 14);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_R_Kyosei")), 26);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_L_Sph")), 27);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_L_B2")), 34);
-        QCOMPARE(columns.indexOf(QStringLiteral("Uri_Yobi")), 42);
-
+        const QStringList purchase = columnsOf(QStringLiteral("San_Uriage"));
+        QCOMPARE(purchase.size(), 43);
+        QCOMPARE(purchase.mid(13, 2),
+                 (QStringList{QStringLiteral("Uri_KingaKei"), QStringLiteral("Uri_R_Sph")}));
+        QCOMPARE(purchase.mid(26, 2),
+                 (QStringList{QStringLiteral("Uri_R_Kyosei"), QStringLiteral("Uri_L_Sph")}));
+        QCOMPARE(purchase.last(), QStringLiteral("Uri_Yobi"));
         insertPurchase(1, 1, 20260105, 38000);
         RecordSet row = gCon.execute(QStringLiteral("select * from San_Uriage"));
         QCOMPARE(row.field(QStringLiteral("Uri_Date")).toInt(), 20260105);
         QCOMPARE(row.field(QStringLiteral("Uri_KingaKei")).toInt(), 38000);
-        QCOMPARE(row.field(QStringLiteral("Uri_R_Sph")).toDouble(), 0.0);
-        QCOMPARE(row.field(QStringLiteral("Uri_L_B1")).toString(), QString());
         QVERIFY(!row.field(QStringLiteral("Uri_L_B1")).isNull());
     }
 

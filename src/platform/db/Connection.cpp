@@ -106,7 +106,7 @@ bool Connection::isOpen() const {
     return open_;
 }
 
-RecordSet Connection::execute(const QString& sql, int* recordsAffected) {
+RecordSet Connection::execute(const QString& sql) {
     if (!open_)
         throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
     if (sql.trimmed().isEmpty())
@@ -116,8 +116,6 @@ RecordSet Connection::execute(const QString& sql, int* recordsAffected) {
     query->setForwardOnly(true);
     if (!query->exec(sql))
         throw toFailure(query->lastError(), sql);
-    if (recordsAffected)
-        *recordsAffected = query->numRowsAffected();
     if (!query->isSelect())
         return RecordSet();
     return RecordSet(std::move(query));

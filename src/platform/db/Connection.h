@@ -22,7 +22,7 @@ public:
     bool isOpen() const;
 
     // Runs one SQL text. A query gives its rows; any other statement an empty record set.
-    RecordSet execute(const QString& sql, int* recordsAffected = nullptr);
+    RecordSet execute(const QString& sql);
 
     void beginTrans();
     void commitTrans();

@@ -20,7 +20,6 @@
 #include "platform/controls/xZip.h"
 #include "platform/ui/Screen.h"
 #include "search/FrmKensaku.h"
-#include "support/ShopData.h"
 
 #include <QApplication>
 #include <QFormLayout>
@@ -108,64 +107,33 @@ int showZipList(const QString& folder) {
     return result;
 }
 
+// A small shop: a family of three on one telephone, a neighbour, and three purchases.
 void seedShop(const QString& folder) {
     CreateDatabase(folder + QStringLiteral("/Mirvane.mdb"));
     gCon.open(folder + QStringLiteral("/Mirvane.mdb"));
-    const QString tel = QStringLiteral("011-222-3333");
-    InsertCustomer({.no = 1, .tel = tel});
-    InsertCustomer({.no = 2,
-                    .name = QStringLiteral("山田 花子"),
-                    .kana = QStringLiteral("やまだ はなこ"),
-                    .tel = tel,
-                    .sex = 1,
-                    .kazok = 1,
-                    .tanjoGo = 1,
-                    .nen = 48,
-                    .mon = 11,
-                    .day = 30});
-    InsertCustomer({.no = 3,
-                    .name = QStringLiteral("山田 一郎"),
-                    .kana = QStringLiteral("やまだ いちろう"),
-                    .tel = tel,
-                    .kazok = 1,
-                    .tanjoGo = 2,
-                    .nen = 12,
-                    .mon = 1,
-                    .day = 15});
-    InsertCustomer({.no = 4,
-                    .name = QStringLiteral("山本 さくら"),
-                    .kana = QStringLiteral("やまもと さくら"),
-                    .tel = QStringLiteral("090-1234-5678"),
-                    .jusyo1 = QStringLiteral("札幌市北区北七条西")});
-    InsertPurchase(
-        {.user = 1, .seq = 1, .ymd = 20240305, .total = 38000, .rightSph = -2.25, .leftSph = -2.5});
-    InsertPurchase({.user = 1,
-                    .seq = 2,
-                    .ymd = 20251120,
-                    .item = QStringLiteral("002"),
-                    .youto = QStringLiteral("008"),
-                    .frame = 15000,
-                    .lens = 0,
-                    .total = 15000,
-                    .rightSph = 0,
-                    .leftSph = 0,
-                    .syohou = QStringLiteral("度なし")});
-    InsertPurchase({.user = 1,
-                    .seq = 3,
-                    .ymd = 20261101,
-                    .youto = QStringLiteral("003"),
-                    .frame = 32000,
-                    .lens = 45000,
-                    .total = 77000,
-                    .rightSph = -2.5,
-                    .leftSph = -2.75,
-                    .memo = QStringLiteral("累進 手元重視")});
-    gCon.execute(QStringLiteral(
-        "update San_Uriage set Uri_R_Cyl = -0.75, Uri_R_Ax = 180, Uri_R_S = 2.25, Uri_R_P1 = 1.5, "
-        "Uri_R_B1 = 'IN', Uri_R_Gai = 70, Uri_R_Tama = 28, Uri_R_Pd = 32.5, Uri_R_Ragan = 0.1, "
-        "Uri_R_Kyosei = 1.2, Uri_L_Cyl = -1.25, Uri_L_Ax = 5, Uri_L_S = 2.25, Uri_L_P2 = 0.5, "
-        "Uri_L_B2 = 'DOWN', Uri_L_Gai = 70, Uri_L_Pd = 31, Uri_L_Ragan = 0.08, Uri_L_Kyosei = 1 "
-        "where Uri_Seq = 3"));
+    const char* customers[] = {
+        "1,'山田 太郎','やまだ たろう','060-0042','札幌市中央区大通西','1-2-3','011-222-3333',"
+        "'','','','',0,0,1,45,5,3,'2020/04/01','2020/04/01',NULL",
+        "2,'山田 花子','やまだ はなこ','060-0042','札幌市中央区大通西','1-2-3','011-222-3333',"
+        "'','','','',1,1,1,48,11,30,'2020/04/01','2020/04/01',NULL",
+        "3,'山田 一郎','やまだ いちろう','060-0042','札幌市中央区大通西','1-2-3','011-222-3333',"
+        "'','','','',0,1,2,12,1,15,'2021/06/01','2021/06/01',NULL",
+        "4,'山本 さくら','やまもと さくら','001-0007','札幌市北区北七条西','4-5','090-1234-5678',"
+        "'','','','',1,2,2,3,8,8,'2022/02/02','2022/02/02',NULL"};
+    for (const char* row : customers)
+        gCon.execute(QStringLiteral("insert into San_User values(") + QString::fromUtf8(row) +
+                     QLatin1Char(')'));
+    const char* purchases[] = {
+        "1,1,20240305,'001','001','001','F-1',20000,'52','黒','002','L-1',18000,38000,-2.25,0,0,0,"
+        "0,'',0,'',0,0,0,0,0,-2.5,0,0,0,0,'',0,'',0,0,0,0,0,'遠近','',''",
+        "1,2,20251120,'002','008','001','F-1',15000,'52','黒','002','L-1',0,15000,0,0,0,0,0,'',0,''"
+        ",0,0,0,0,0,0,0,0,0,0,'',0,'',0,0,0,0,0,'度なし','',''",
+        "1,3,20261101,'001','003','001','F-1',32000,'52','黒','002','L-1',45000,77000,-2.5,-0.75,"
+        "180,2.25,1.5,'IN',0,'',70,28,32.5,0.1,1.2,-2.75,-1.25,5,2.25,0,'',0.5,'DOWN',70,0,31,0.08,"
+        "1,'遠近','累進 手元重視',''"};
+    for (const char* row : purchases)
+        gCon.execute(QStringLiteral("insert into San_Uriage values(") + QString::fromUtf8(row) +
+                     QLatin1Char(')'));
 }
 
 int showRegister(const QString& folder) {
