@@ -1,5 +1,6 @@
 #include "frame/FrmMenu.h"
 
+#include "masters/FrmMaster.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmKensaku.h"
 
@@ -56,8 +57,6 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
 
     // The shop's screens are switched on here as each of them is built.
     cmdMenu[1]->setEnabled(false);
-    for (QPushButton* button : cmdMst)
-        button->setEnabled(false);
 }
 
 void FrmMenu::cmdMenu_Click(int index) {
@@ -75,4 +74,22 @@ void FrmMenu::cmdMenu_Click(int index) {
     }
 }
 
-void FrmMenu::cmdMst_Click(int) {}
+void FrmMenu::cmdMst_Click(int index) {
+    switch (index) {
+    case 0: {
+        FrmMstItem items(this);
+        ShowModal(items);
+        break;
+    }
+    case 1: {
+        FrmMstYouto purposes(this);
+        ShowModal(purposes);
+        break;
+    }
+    default: {
+        FrmMstMeka makers(this);
+        ShowModal(makers);
+        break;
+    }
+    }
+}

@@ -1,11 +1,12 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
-//   mirvane-gallery controls | zip | calendar | register | search | family | history
+//   mirvane-gallery controls | zip | calendar | register | search | family | history | makers
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
 #include "history/FrmRireki.h"
+#include "masters/FrmMaster.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -164,6 +165,14 @@ int showHistory(const QString& folder) {
     return result;
 }
 
+int showMakers(const QString& folder) {
+    seedShop(folder);
+    FrmMstMeka screen;
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -198,6 +207,8 @@ int main(int argc, char* argv[]) {
         return showSearch(folder.path());
     if (which == QLatin1String("history"))
         return showHistory(folder.path());
+    if (which == QLatin1String("makers"))
+        return showMakers(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();

@@ -1,0 +1,260 @@
+#include "masters/FrmMaster.h"
+
+#include "frame/BasCmnSubFun.h"
+#include "frame/BasSubMain.h"
+#include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
+#include "frame/Procedure.h"
+#include "platform/Format.h"
+#include "platform/controls/FunctionKeyRow.h"
+#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/xCmdBtn.h"
+#include "platform/controls/xField.h"
+#include "platform/db/SqlText.h"
+#include "platform/ui/MsgBox.h"
+#include "platform/ui/WaitCursor.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+enum Key { F1 = 0, F5 = 4, F6 = 5, F8 = 7 };
+}
+
+FrmMaster::FrmMaster(const MasterConfig& config, QWidget* parent)
+    : Screen(parent), config_(config) {
+    setWindowTitle(config.caption);
+    spdData = new SpreadGrid(this);
+    spdData->setObjectName(QStringLiteral("spdData"));
+    spdData->setHeaders({config.numberHeading, config.nameHeading});
+    spdData->setColumnWidths({90, 300});
+    spdData->setLastColumnStretch(true);
+    spdData->setMinimumSize(440, 340);
+    Label1 = new QLabel(config.numberLabel, this);
+    Label2 = new QLabel(config.nameLabel, this);
+    txtTNo = new xField(this, 3);
+    txtTNo->setObjectName(QStringLiteral("txtTNo"));
+    txtTNo->setMaximumWidth(70);
+    txtName = new xField(this, 20);
+    txtName->setObjectName(QStringLiteral("txtName"));
+    keys_ = new FunctionKeyRow(this);
+    keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
+                        QStringLiteral("保存"), QStringLiteral("クリア"), QString(),
+                        QStringLiteral("削除"), QString(), QString(), QString(), QString()});
+    cmdFnuc = keys_->buttons();
+
+    auto* fields = new QGridLayout;
+    fields->addWidget(Label1, 0, 0);
+    fields->addWidget(txtTNo, 0, 1, Qt::AlignLeft);
+    fields->addWidget(Label2, 1, 0);
+    fields->addWidget(txtName, 1, 1);
+    fields->setColumnStretch(1, 1);
+    auto* page = new QVBoxLayout(this);
+    page->addWidget(spdData, 1);
+    page->addLayout(fields);
+    page->addWidget(keys_);
+    setEnterMovesFocus(true);
+    resize(1000, 600);
+
+    connect(keys_, &FunctionKeyRow::pressed, this, &FrmMaster::cmdFnuc_Click);
+    connect(txtTNo, &xInput::leave, this, &FrmMaster::numberLeft);
+    connect(spdData, &SpreadGrid::clicked, this, [this](int row, int) {
+        if (row > 0 && row <= spdData->maxRows()) {
+            DispSelectRow(row);
+            cmdFnuc[F8]->setEnabled(true);
+        }
+        txtName->setFocus();
+    });
+}
+
+void FrmMaster::showEvent(QShowEvent* event) {
+    Screen::showEvent(event);
+    if (!loaded_) {
+        loaded_ = true;
+        Form_Load();
+    }
+}
+
+void FrmMaster::Form_Load() {
+    Procedure(config_.caption, QStringLiteral("Form_Load"), config_.caption, [&] {
+        cmdFnuc[F8]->setEnabled(false);
+        IniForm();
+        DispMaster();
+        txtTNo->setFocus();
+    });
+}
+
+void FrmMaster::IniForm() {
+    Procedure(config_.caption, QStringLiteral("IniForm"), QStringLiteral("画面の初期化処理"), [&] {
+        spdData->clearRows();
+        CmnCtlEnabled(txtTNo, true);
+        CmnCtlEnabled(txtName, true);
+        txtTNo->clear();
+        txtName->clear();
+        mode_ = 0;
+    });
+}
+
+void FrmMaster::DispMaster() {
+    Procedure(config_.caption, QStringLiteral("DispMaster"), config_.listingDescription, [&] {
+        spdData->clearRows();
+        RecordSet rows = gCon.execute(QStringLiteral("select * from ") + config_.table +
+                                      QStringLiteral(" Order By ") + config_.numberColumn);
+        for (int row = 1; !rows.eof(); ++row, rows.moveNext()) {
+            spdData->setMaxRows(row);
+            spdData->setText(row, 1, rows.field(0).toString());
+            spdData->setText(row, 2, rows.field(1).toString());
+        }
+    });
+}
+
+void FrmMaster::DispSelectRow(int row) {
+    Procedure(config_.caption, QStringLiteral("DispSelectRow"),
+              QStringLiteral("明細指定行の編集表示"), [&] {
+                  txtTNo->setText(spdData->text(row, 1));
+                  txtName->setText(spdData->text(row, 2));
+                  CmnCtlEnabled(txtTNo, false);
+                  CmnCtlEnabled(txtName, true);
+                  mode_ = 1;
+              });
+}
+
+void FrmMaster::ClearText() {
+    Procedure(config_.caption, QStringLiteral("ClearText"), QStringLiteral("入力クリア処理"), [&] {
+        txtTNo->clear();
+        txtName->clear();
+        CmnCtlEnabled(txtTNo, true);
+        CmnCtlEnabled(txtName, true);
+    });
+}
+
+bool FrmMaster::ChkEntryData() {
+    bool filled = false;
+    Procedure(config_.caption, QStringLiteral("ChkEntryData"), QStringLiteral("未入力ＣＨＫ処理"),
+              [&] {
+                  for (xField* field : {txtTNo, txtName})
+                      if (field->text().trimmed().isEmpty()) {
+                          CmnDspMsg(OpeErr_001);
+                          field->setFocus();
+                          return;
+                      }
+                  filled = true;
+              });
+    return filled;
+}
+
+QString FrmMaster::statement(int mode) const {
+    const QString number = SqlStr(txtTNo->text());
+    switch (mode) {
+    case 0:
+        return QStringLiteral("insert into ") + config_.table + QStringLiteral(" values(") +
+               number + QLatin1Char(',') + SqlStr(txtName->text()) + QLatin1Char(')');
+    case 1:
+        return QStringLiteral("update ") + config_.table + QStringLiteral(" set ") +
+               config_.nameColumn + QStringLiteral(" = ") + SqlStr(txtName->text()) +
+               QStringLiteral(" where ") + config_.numberColumn + QStringLiteral(" = ") + number;
+    default:
+        return QStringLiteral("delete from ") + config_.table + QStringLiteral(" where ") +
+               config_.numberColumn + QStringLiteral(" = ") + number;
+    }
+}
+
+void FrmMaster::SaveMaster(int mode) {
+    Procedure(config_.caption, QStringLiteral("SaveMaster"), QStringLiteral("マスター保存処理"),
+              [&] {
+                  gCon.beginTrans();
+                  gCon.execute(statement(mode));
+                  gCon.commitTrans();
+                  CmnDspMsg(mode == 2 ? OpeInf_002 : OpeInf_001);
+                  DispMaster();
+                  ClearText();
+                  mode_ = 0;
+                  cmdFnuc[F8]->setEnabled(false);
+                  txtTNo->setFocus();
+              },
+              {.ownMessage = [](const Failure& failure) {
+                  if (failure.number() != ErrorNumber::DatabaseFailed)
+                      return false;
+                  MsgBox(QStringLiteral("不正な処理です。"), MsgIcon::None, MsgButtons::OK,
+                         AppTitle);
+                  return true;
+              }});
+}
+
+void FrmMaster::cmdFnuc_Click(int index) {
+    Procedure(config_.caption, QStringLiteral("cmdFnuc_Click"),
+              QStringLiteral("ファンクションボタンのクリック処理"),
+              [&] {
+                  switch (index) {
+                  case F1:
+                      done(QDialog::Accepted);
+                      break;
+                  case F5: {
+                      WaitCursor wait;
+                      if (ChkEntryData())
+                          SaveMaster(mode_);
+                      break;
+                  }
+                  case F6:
+                      ClearText();
+                      mode_ = 0;
+                      txtTNo->setFocus();
+                      cmdFnuc[F8]->setEnabled(false);
+                      break;
+                  case F8: {
+                      WaitCursor wait;
+                      if (CmnDspMsg(OpeQes_002) == Answer::Yes)
+                          SaveMaster(2);
+                      break;
+                  }
+                  default:
+                      break;
+                  }
+              },
+              {.titlePrefix = VbErrorTitleWide});
+}
+
+void FrmMaster::numberLeft() {
+    const QString typed = txtTNo->text().trimmed();
+    if (typed.isEmpty())
+        return;
+    bool isNumber = false;
+    const double number = typed.toDouble(&isNumber);
+    const double rounded = RoundHalfAwayFromZero(number, 0);
+    if (!isNumber || rounded < 0 || rounded > 999) {
+        CmnDspMsg(OpeErr_004);
+        txtTNo->setFocus();
+        return;
+    }
+    txtTNo->setText(FormatNumber(rounded, QStringLiteral("000")));
+}
+
+FrmMstMeka::FrmMstMeka(QWidget* parent)
+    : FrmMaster({QStringLiteral("メーカーマスタ保守"), QStringLiteral("ﾒ-ｶｰ№"),
+                 QStringLiteral("メーカー名"), QStringLiteral("ﾒｰｶｰ№"), QStringLiteral("ﾒｰｶｰ名"),
+                 QStringLiteral("San_Meka"), QStringLiteral("Meka_No"), QStringLiteral("Meka_Name"),
+                 QStringLiteral("メーカーマスタ情報の画面表示")},
+                parent) {
+    setObjectName(QStringLiteral("FrmMstMeka"));
+}
+
+FrmMstItem::FrmMstItem(QWidget* parent)
+    : FrmMaster({QStringLiteral("アイテムマスタ保守"), QStringLiteral("ｱｲﾃﾑ№"),
+                 QStringLiteral("アイテム名"), QStringLiteral("ｱｲﾃﾑ№"),
+                 QStringLiteral("アイテム名"), QStringLiteral("San_Item"),
+                 QStringLiteral("Item_No"), QStringLiteral("Item_Name"),
+                 QStringLiteral("アイテムマスタ情報の画面表示")},
+                parent) {
+    setObjectName(QStringLiteral("FrmMstItem"));
+}
+
+FrmMstYouto::FrmMstYouto(QWidget* parent)
+    : FrmMaster({QStringLiteral("用途マスタ保守"), QStringLiteral("用途№"),
+                 QStringLiteral("用途名"), QStringLiteral("用途№"), QStringLiteral("用途名"),
+                 QStringLiteral("San_Youto"), QStringLiteral("Youto_No"),
+                 QStringLiteral("Youto_Name"), QStringLiteral("用途マスタ情報の画面表示")},
+                parent) {
+    setObjectName(QStringLiteral("FrmMstYouto"));
+}

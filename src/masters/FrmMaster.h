@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+
+#include <array>
+
+class QLabel;
+class FunctionKeyRow;
+class SpreadGrid;
+class xCmdBtn;
+class xField;
+
+// What makes one master screen differ from the others.
+struct MasterConfig {
+    QString caption; // also the screen's name in the log
+    QString numberHeading, nameHeading;
+    QString numberLabel, nameLabel;
+    QString table, numberColumn, nameColumn;
+    QString listingDescription;
+};
+
+// The maintenance of one master table: the whole table in a grid, a row added, renamed or
+// deleted through the two fields.
+class FrmMaster : public Screen {
+    Q_OBJECT
+public:
+    FrmMaster(const MasterConfig& config, QWidget* parent);
+
+    // 0 new row, 1 existing row; 2 asks SaveMaster to delete.
+    int mode() const { return mode_; }
+
+    void Form_Load();
+    void IniForm();
+    void DispMaster();
+    void DispSelectRow(int row);
+    void ClearText();
+    bool ChkEntryData();
+    void SaveMaster(int mode);
+    void cmdFnuc_Click(int index);
+
+    SpreadGrid* spdData;
+    QLabel* Label1;
+    QLabel* Label2;
+    xField* txtTNo;
+    xField* txtName;
+    std::array<xCmdBtn*, 12> cmdFnuc;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void numberLeft();
+    QString statement(int mode) const;
+
+    MasterConfig config_;
+    int mode_ = 0;
+    bool loaded_ = false;
+    FunctionKeyRow* keys_;
+};
+
+class FrmMstMeka : public FrmMaster {
+    Q_OBJECT
+public:
+    explicit FrmMstMeka(QWidget* parent = nullptr);
+};
+
+class FrmMstItem : public FrmMaster {
+    Q_OBJECT
+public:
+    explicit FrmMstItem(QWidget* parent = nullptr);
+};
+
+class FrmMstYouto : public FrmMaster {
+    Q_OBJECT
+public:
+    explicit FrmMstYouto(QWidget* parent = nullptr);
+};
