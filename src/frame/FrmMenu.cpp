@@ -2,6 +2,7 @@
 
 #include "masters/FrmMaster.h"
 #include "platform/ui/ShowModal.h"
+#include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
 
 #include <QGroupBox>
@@ -54,9 +55,6 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     setTabOrder(cmdMst[0], cmdMst[1]);
     setTabOrder(cmdMst[1], cmdMst[2]);
     setTabOrder(cmdMst[2], cmdMenu[2]);
-
-    // The shop's screens are switched on here as each of them is built.
-    cmdMenu[1]->setEnabled(false);
 }
 
 void FrmMenu::cmdMenu_Click(int index) {
@@ -64,6 +62,11 @@ void FrmMenu::cmdMenu_Click(int index) {
     case 0: {
         FrmKensaku search(this);
         ShowModal(search);
+        break;
+    }
+    case 1: {
+        FrmIchiran list(this);
+        ShowModal(list);
         break;
     }
     case 2:

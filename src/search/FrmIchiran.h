@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+
+#include <array>
+
+class QLabel;
+class FrmTotalKensaku;
+class FunctionKeyRow;
+class SpreadGrid;
+class xCmdBtn;
+class xLabel;
+
+// The customer list: customers matching the search conditions with their sales total and last
+// visit, print marks for postcards and ledgers, a few fields corrected in place, deletions.
+class FrmIchiran : public Screen {
+    Q_OBJECT
+public:
+    explicit FrmIchiran(QWidget* parent = nullptr);
+
+    void Form_Load();
+    void Serchkokykau();
+    bool UpDataSan_Kokyaku(int row);
+    bool DelDataSan_Kokyaku(int row);
+    void cmdFnuc_Click(int index);
+
+    // Rows changed and not yet saved (light yellow); rows marked for deletion do not count.
+    bool hasUnsavedEdits() const;
+    FrmTotalKensaku* conditionsScreen() const { return jyoken_; }
+
+    SpreadGrid* spdData;
+    xLabel* lblTaisyouCnt;
+    xLabel* lblPrintCnt;
+    std::array<xCmdBtn*, 12> cmdFnuc;
+
+    static const QColor White, Yellow, Red;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildForm();
+    void toggleMark(int row);
+    void countMarks();
+    void cellChanged(int row, int column);
+    void toggleDeletion();
+    void savePass();
+    void sortBy(int index);
+    void setListKeys(bool enabled);
+    bool refuseWhileEditing();
+    int currentRow() const;
+
+    FrmTotalKensaku* jyoken_;
+    int result_ = 0;
+    FunctionKeyRow* keys_;
+};

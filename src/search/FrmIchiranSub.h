@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+#include "search/SearchConditions.h"
+
+class QPushButton;
+class SpreadGrid;
+class xLabel;
+
+// One listed customer's purchases that match the purchase conditions of the last search, with
+// the number of visits and the sum of the sales.
+class FrmIchiranSub : public Screen {
+    Q_OBJECT
+public:
+    explicit FrmIchiranSub(QWidget* parent = nullptr);
+
+    void setUser(qint64 customerNo) { user_ = customerNo; }
+    void setConditions(const SearchConditions& conditions) { conditions_ = conditions; }
+
+    void Form_Load();
+    void SerchUriage(qint64 customerNo);
+    bool CalUriageGaku(qint64 customerNo);
+
+    SpreadGrid* spdData;
+    xLabel* lblKaisu;
+    xLabel* lblKinga;
+    QPushButton* cmdEnd;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    qint64 user_ = 0;
+    SearchConditions conditions_;
+    bool loaded_ = false;
+};

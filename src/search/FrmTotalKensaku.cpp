@@ -1,0 +1,239 @@
+#include "search/FrmTotalKensaku.h"
+
+#include "frame/BasCmnSubFun.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
+#include "frame/Procedure.h"
+#include "pickers/FrmCalender.h"
+#include "pickers/FrmZipList.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xKana.h"
+#include "platform/controls/xNum.h"
+#include "platform/controls/xZip.h"
+#include "platform/ui/Clock.h"
+#include "platform/ui/ShowModal.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+bool GlbKazokTaisyou = false;
+
+namespace {
+
+const QString ScreenName = QStringLiteral("検索条件指定画面");
+using C = SearchConditions;
+
+QString codeOf(const QComboBox* list) {
+    return list->currentText().left(3);
+}
+
+template <class List> QList<QWidget*> widgets(const List& controls) {
+    return QList<QWidget*>(controls.begin(), controls.end());
+}
+
+} // namespace
+
+FrmTotalKensaku::FrmTotalKensaku(QWidget* parent) : Screen(parent) {
+    setObjectName(QStringLiteral("FrmTotalKensaku"));
+    setWindowTitle(QStringLiteral("検索条件指定"));
+    setEnterMovesFocus(true);
+    buildForm();
+    for (int i = 0; i < 15; ++i)
+        connect(chkJoken[i], &QCheckBox::clicked, this, [this, i] { chkJoken_Click(i); });
+    for (int i = 0; i < 2; ++i)
+        connect(cmdCalender[i], &QPushButton::clicked, this, [this, i] { cmdCalender_Click(i); });
+    for (int i = 0; i < 6; ++i)
+        connect(cmdJusyo[i], &QPushButton::clicked, this, [this, i] { cmdJusyo_Click(i); });
+    connect(txtToshi[0], &xInput::leave, this, [this] {
+        if (txtToshi[1]->Value() == 0)
+            txtToshi[1]->setValue(txtToshi[0]->Value());
+    });
+    connect(cmdKensaku, &QPushButton::clicked, this, &FrmTotalKensaku::cmdKensaku_Click);
+    connect(cmdClear, &QPushButton::clicked, this, &FrmTotalKensaku::JyokenClear);
+    connect(cmdCancel, &QPushButton::clicked, this, &FrmTotalKensaku::cmdCancel_Click);
+    Procedure(ScreenName, QStringLiteral("Form_Load"), QStringLiteral("検索条件画面ロード処理"),
+              [this] { JyokenClear(); });
+}
+
+QList<QWidget*> FrmTotalKensaku::group(int index) const {
+    switch (index) {
+    case C::Kana:
+        return {txtKana};
+    case C::Jusyo:
+        return {txtJusyo1};
+    case C::Yubin:
+        return widgets(txtYubin) + widgets(cmdJusyo);
+    case C::Tel:
+        return {txtTel};
+    case C::Sex:
+        return {FraSex};
+    case C::Age:
+        return widgets(txtToshi);
+    case C::Birthday:
+        return {txtMonth, txtDay};
+    case C::Visit:
+        return widgets(txtRaiten) + widgets(cmdCalender);
+    case C::Youto:
+        return widgets(cboYoto);
+    case C::Item:
+        return widgets(cboItem);
+    case C::Meka:
+        return widgets(cboMeka);
+    case C::Amount:
+        return widgets(txtKinga);
+    case C::HinName:
+        return widgets(txtHinName);
+    default:
+        return {};
+    }
+}
+
+void FrmTotalKensaku::resetGroup(int index) {
+    for (QWidget* control : group(index)) {
+        if (auto* date = qobject_cast<xDate*>(control))
+            date->setDate(Today());
+        else if (auto* amount = qobject_cast<xNum*>(control))
+            amount->setValue(0);
+        else if (auto* field = qobject_cast<QLineEdit*>(control))
+            field->clear();
+        else if (auto* list = qobject_cast<QComboBox*>(control))
+            list->setCurrentIndex(-1);
+    }
+    if (index == C::Sex)
+        optSex[0]->setChecked(true);
+}
+
+void FrmTotalKensaku::JyokenClear() {
+    Procedure(ScreenName, QStringLiteral("JyokenClear"), QStringLiteral("検索条件クリア処理"), [&] {
+        for (int i = 0; i < C::Count; ++i) {
+            chkJoken[i]->setChecked(false);
+            resetGroup(i);
+            for (QWidget* control : group(i))
+                CmnCtlEnabled(control, false);
+        }
+        FraAll->setVisible(true);
+        chkJoken[13]->setEnabled(true);
+        FraAll_K->setVisible(true);
+        chkJoken[14]->setEnabled(true);
+        chkJoken[14]->setChecked(false);
+        for (int i = 0; i < 6; ++i) {
+            CmnSetMstCombo(cboYoto[i], QStringLiteral("youto"));
+            CmnSetMstCombo(cboItem[i], QStringLiteral("Item"));
+            CmnSetMstCombo(cboMeka[i], QStringLiteral("meka"));
+            for (QComboBox* list : {cboYoto[i], cboItem[i], cboMeka[i]})
+                list->setCurrentIndex(-1);
+        }
+        GlbKazokTaisyou = false;
+    });
+}
+
+void FrmTotalKensaku::chkJoken_Click(int index) {
+    Procedure(
+        ScreenName, QStringLiteral("chkJoken_Click"), QStringLiteral("検索条件の切替処理"), [&] {
+            if (index < C::Count) {
+                resetGroup(index);
+                const bool on = chkJoken[index]->isChecked();
+                const QList<QWidget*> controls = group(index);
+                for (QWidget* control : controls)
+                    CmnCtlEnabled(control, on);
+                if (on && index != C::Sex && index != C::Youto && index != C::Item &&
+                    index != C::Meka)
+                    controls.first()->setFocus();
+            }
+            const bool anyOn = std::any_of(chkJoken.begin(), chkJoken.begin() + C::Count,
+                                           [](const QCheckBox* box) { return box->isChecked(); });
+            FraAll->setVisible(!anyOn);
+            if (!anyOn)
+                chkJoken[14]->setChecked(false);
+        });
+}
+
+bool FrmTotalKensaku::checksPass() {
+    const auto fail = [](const QString& msg, QWidget* focus) {
+        CmnDspMsg(msg);
+        focus->setFocus();
+        return false;
+    };
+    const auto allEmpty = [](const auto& controls) {
+        return std::all_of(controls.begin(), controls.end(),
+                           [](const auto* control) { return control->currentText().isEmpty(); });
+    };
+    if (chkJoken[C::Age]->isChecked() && txtToshi[0]->Value() > txtToshi[1]->Value())
+        return fail(OpeErr_003, txtToshi[0]);
+    if (chkJoken[C::Visit]->isChecked() && txtRaiten[0]->date() > txtRaiten[1]->date())
+        return fail(OpeErr_003, txtRaiten[0]);
+    if (chkJoken[C::Youto]->isChecked() && allEmpty(cboYoto))
+        return fail(OpeErr_001, cboYoto[0]);
+    if (chkJoken[C::Item]->isChecked() && allEmpty(cboItem))
+        return fail(OpeErr_001, cboItem[0]);
+    if (chkJoken[C::Meka]->isChecked() && allEmpty(cboMeka))
+        return fail(OpeErr_001, cboMeka[0]);
+    if (chkJoken[C::Amount]->isChecked() && txtKinga[0]->Value() > txtKinga[1]->Value())
+        return fail(OpeErr_003, txtKinga[0]);
+    if (chkJoken[C::HinName]->isChecked() &&
+        std::all_of(txtHinName.begin(), txtHinName.end(),
+                    [](const xField* name) { return name->text().isEmpty(); }))
+        return fail(OpeErr_001, txtHinName[0]);
+    return true;
+}
+
+void FrmTotalKensaku::cmdKensaku_Click() {
+    Procedure(ScreenName, QStringLiteral("cmdKensaku_Click"), QStringLiteral("検索開始処理"), [&] {
+        if (!checksPass())
+            return;
+        result_ = FraAll->isVisibleTo(this) ? 2 : 1;
+        GlbKazokTaisyou = chkJoken[14]->isChecked();
+        done(QDialog::Accepted);
+    });
+}
+
+void FrmTotalKensaku::cmdCancel_Click() {
+    result_ = 0;
+    done(QDialog::Rejected);
+}
+
+void FrmTotalKensaku::cmdCalender_Click(int index) {
+    FrmCalender calendar(this);
+    calendar.setInDate(txtRaiten[index]->date());
+    ShowModal(calendar);
+    if (calendar.EndType())
+        txtRaiten[index]->setDate(calendar.ResultDate());
+}
+
+void FrmTotalKensaku::cmdJusyo_Click(int index) {
+    FrmZipList search(this);
+    search.setTodoFlg(0);
+    ShowModal(search);
+    if (!search.Zip().isEmpty())
+        txtYubin[index]->setText(search.Zip());
+}
+
+SearchConditions FrmTotalKensaku::conditions() const {
+    SearchConditions c;
+    for (int i = 0; i < C::Count; ++i)
+        c.on[i] = chkJoken[i]->isChecked();
+    c.kana = txtKana->text();
+    c.jusyo1 = txtJusyo1->text();
+    c.tel = txtTel->text();
+    c.sex = optSex[1]->isChecked() ? 1 : 0;
+    c.ageFrom = int(txtToshi[0]->Value());
+    c.ageTo = int(txtToshi[1]->Value());
+    c.month = int(txtMonth->Value());
+    c.day = int(txtDay->Value());
+    c.visitFrom = txtRaiten[0]->date();
+    c.visitTo = txtRaiten[1]->date();
+    c.amountFrom = qint64(txtKinga[0]->Value());
+    c.amountTo = qint64(txtKinga[1]->Value());
+    for (int i = 0; i < 6; ++i) {
+        c.yubin[i] = txtYubin[i]->text();
+        c.youto[i] = codeOf(cboYoto[i]);
+        c.item[i] = codeOf(cboItem[i]);
+        c.meka[i] = codeOf(cboMeka[i]);
+        c.hinName[i] = txtHinName[i]->text();
+    }
+    return c;
+}

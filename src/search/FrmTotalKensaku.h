@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/ui/Screen.h"
+#include "search/SearchConditions.h"
+
+#include <array>
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QPushButton;
+class QRadioButton;
+class xDate;
+class xField;
+class xKana;
+class xNum;
+class xZip;
+
+// The family mode of the last search: the customer list marks family members for printing too.
+extern bool GlbKazokTaisyou;
+
+// The search conditions of the customer list. It stays loaded, hidden, while the list lives,
+// so its entries survive from one search to the next.
+class FrmTotalKensaku : public Screen {
+    Q_OBJECT
+public:
+    explicit FrmTotalKensaku(QWidget* parent = nullptr);
+
+    // 0 after キャンセル, 1 after a search with conditions, 2 after one for all customers.
+    int Result() const { return result_; }
+    // The entered conditions, as the list and the inquiry use them.
+    SearchConditions conditions() const;
+
+    void JyokenClear();
+    void chkJoken_Click(int index);
+    void cmdKensaku_Click();
+    void cmdCancel_Click();
+    void cmdCalender_Click(int index);
+    void cmdJusyo_Click(int index);
+
+    std::array<QCheckBox*, 15> chkJoken;
+    xKana* txtKana;
+    xField *txtJusyo1, *txtTel;
+    std::array<xZip*, 6> txtYubin;
+    std::array<QPushButton*, 6> cmdJusyo;
+    QGroupBox* FraSex;
+    std::array<QRadioButton*, 2> optSex;
+    std::array<xNum*, 2> txtToshi;
+    xNum *txtMonth, *txtDay;
+    std::array<xDate*, 2> txtRaiten;
+    std::array<QPushButton*, 2> cmdCalender;
+    std::array<QComboBox*, 6> cboYoto, cboItem, cboMeka;
+    std::array<xNum*, 2> txtKinga;
+    std::array<xField*, 6> txtHinName;
+    QGroupBox* FraAll;
+    QGroupBox* FraAll_K;
+    QPushButton *cmdKensaku, *cmdClear, *cmdCancel;
+
+private:
+    void buildForm();
+    QList<QWidget*> group(int index) const;
+    void resetGroup(int index);
+    bool checksPass();
+
+    int result_ = 0;
+};

@@ -1,0 +1,142 @@
+#include "search/SearchConditions.h"
+
+#include "customer/Age.h"
+#include "platform/controls/xZip.h"
+#include "platform/db/SqlText.h"
+
+namespace {
+
+using C = SearchConditions;
+
+QString ymd(const QDate& date) {
+    return SqlNum(qint64(date.year()) * 10000 + date.month() * 100 + date.day());
+}
+
+QString codeList(const QString& column, const std::array<QString, 6>& codes) {
+    QStringList terms;
+    for (const QString& code : codes)
+        terms << column + QStringLiteral(" = ") + SqlQuote(code);
+    return QStringLiteral(" and (") + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
+}
+
+QString makerFragment(const C& c, MakerForm form) {
+    QStringList terms;
+    if (form == MakerForm::Inquiry) {
+        for (const QString& code : c.meka)
+            terms << QStringLiteral("Uri_Fm_MekaNo = ") + SqlQuote(code);
+        for (const QString& code : c.meka)
+            terms << QStringLiteral("Uri_Lz_MekaNo = ") + SqlQuote(code);
+    } else {
+        for (const QString& code : c.meka)
+            if (!code.isEmpty())
+                terms << QStringLiteral("Uri_Fm_MekaNo = ") + SqlQuote(code) +
+                             QStringLiteral(" or Uri_Lz_MekaNo = ") + SqlQuote(code);
+    }
+    return terms.isEmpty()
+               ? QString()
+               : QStringLiteral(" and (") + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
+}
+
+QString nameFragment(const C& c) {
+    QStringList terms;
+    for (const QString& name : c.hinName)
+        if (!name.isEmpty())
+            terms << QStringLiteral("Uri_Fm_Name Like ") + SqlContains(name) +
+                         QStringLiteral(" or Uri_Lz_Name Like ") + SqlContains(name);
+    return QStringLiteral(" and (") + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
+}
+
+QString visitFragment(const C& c) {
+    return QStringLiteral(" and Uri_Date between ") + ymd(c.visitFrom) + QStringLiteral(" And ") +
+           ymd(c.visitTo);
+}
+
+} // namespace
+
+bool SearchConditions::any() const {
+    return std::any_of(on.begin(), on.end(), [](bool value) { return value; });
+}
+
+bool SearchConditions::anyPurchaseCondition() const {
+    return on[Visit] || on[Youto] || on[Item] || on[Meka] || on[Amount] || on[HinName];
+}
+
+QString CustomerQuery(const C& c) {
+    QString sql = QStringLiteral("select san2.*,san1.* from San_User as San1,V_San_User as San2 "
+                                 "where San1.User_No = San2.User_No");
+    if (c.on[C::Kana])
+        sql += c.kana.trimmed().isEmpty()
+                   ? QStringLiteral(" and San1.User_Kana = ''")
+                   : QStringLiteral(" and San1.User_Kana Like ") + SqlContains(c.kana);
+    if (c.on[C::Jusyo])
+        sql += c.jusyo1.trimmed().isEmpty()
+                   ? QStringLiteral(" and San1.User_Jusyo1 = ''")
+                   : QStringLiteral(" and (San1.User_Jusyo1 Like ") + SqlContains(c.jusyo1) +
+                         QStringLiteral(" or San1.User_Jusyo2 Like ") + SqlContains(c.jusyo1) +
+                         QLatin1Char(')');
+    if (c.on[C::Yubin]) {
+        QStringList codes;
+        for (const QString& code : c.yubin)
+            if (code != xZip::EmptyText)
+                codes << QStringLiteral("San1.User_Yubin = ") + SqlQuote(code);
+        sql += codes.isEmpty() ? QStringLiteral(" and San1.User_Yubin = ''")
+                               : QStringLiteral(" and (") + codes.join(QStringLiteral(" or ")) +
+                                     QLatin1Char(')');
+    }
+    if (c.on[C::Tel])
+        sql += QStringLiteral(" and San1.User_tel Like ") + SqlContains(c.tel);
+    if (c.on[C::Sex])
+        sql += c.sex == 0 ? QStringLiteral(" and San1.User_sex = 0")
+                          : QStringLiteral(" and San1.User_sex = 1");
+    if (c.on[C::Birthday]) {
+        if (c.month != 0)
+            sql += QStringLiteral(" and San1.User_Tanjo_Mon= ") + SqlNum(c.month);
+        if (c.day != 0)
+            sql += QStringLiteral(" and San1.User_Tanjo_Day= ") + SqlNum(c.day);
+    }
+    return sql + QStringLiteral(" Order By User_Kana");
+}
+
+bool AgeMatches(const C& c, const QVariant& era, const QVariant& year, int currentYear) {
+    const int eraYear = year.isNull() ? 0 : year.toInt();
+    const int eraCode = era.isNull() ? 3 : era.toInt();
+    if (eraYear == 0 || eraCode < 0 || eraCode > 2)
+        return false;
+    const int age = currentYear - WesternYear(eraCode, eraYear);
+    return c.ageFrom <= age && age <= c.ageTo;
+}
+
+QString PurchaseFragments(const C& c, MakerForm form) {
+    QString sql;
+    if (c.on[C::Visit])
+        sql += visitFragment(c);
+    if (c.on[C::Youto])
+        sql += codeList(QStringLiteral("Uri_YoutoNo"), c.youto);
+    if (c.on[C::Item])
+        sql += codeList(QStringLiteral("Uri_ItemNo"), c.item);
+    if (c.on[C::Meka])
+        sql += makerFragment(c, form);
+    if (c.on[C::HinName])
+        sql += nameFragment(c);
+    return sql;
+}
+
+QString PurchaseCountQuery(const C& c, qint64 customerNo) {
+    return QStringLiteral("select count(*) from San_Uriage where Uri_UserNo = ") +
+           SqlNum(customerNo) + PurchaseFragments(c, MakerForm::List);
+}
+
+QString AmountQuery(const C& c, qint64 customerNo) {
+    return QStringLiteral("select sum(Uri_KingaKei) from San_Uriage where Uri_UserNo = ") +
+           SqlNum(customerNo) + (c.on[C::Visit] ? visitFragment(c) : QString());
+}
+
+bool AmountInRange(const C& c, qint64 sum) {
+    return c.amountFrom <= sum && sum <= c.amountTo;
+}
+
+QString InquiryQuery(const C& c, qint64 customerNo) {
+    return QStringLiteral("select * from San_Uriage where Uri_UserNo = ") + SqlNum(customerNo) +
+           PurchaseFragments(c, MakerForm::Inquiry) +
+           QStringLiteral(" order by Uri_UserNo,Uri_Date desc");
+}
