@@ -64,7 +64,7 @@ void FrmIchiran::buildForm() {
                          QStringLiteral("住所１"), QStringLiteral("住所２"),
                          QStringLiteral("T E L"), QStringLiteral("家族"),
                          QStringLiteral("売上累計"), QStringLiteral("最終来店"), QString()});
-    spdData->setColumnWidths({64, 44, 130, 140, 84, 220, 150, 120, 76, 96, 96});
+    spdData->setColumnWidths({60, 40, 120, 130, 80, 190, 110, 116, 70, 92, 92});
     spdData->setColumnNumeric(No, true);
     spdData->setColumnNumeric(Total, true);
     spdData->setColumnDisplayFormat(Total, QStringLiteral("###,###,##0"));

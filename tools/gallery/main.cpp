@@ -1,6 +1,7 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
-//   mirvane-gallery controls | zip | calendar | register | search | family | history | makers
+//   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
+//   list | conditions
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
@@ -19,12 +20,18 @@
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
+#include "platform/ui/MsgBox.h"
 #include "platform/ui/Screen.h"
+#include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
+#include "search/FrmTotalKensaku.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -173,6 +180,78 @@ int showMakers(const QString& folder) {
     return result;
 }
 
+// A few hundred customers with purchases, for the list.
+void seedManyCustomers() {
+    const QStringList family = {QStringLiteral("佐藤"), QStringLiteral("鈴木"),
+                                QStringLiteral("高橋"), QStringLiteral("田中"),
+                                QStringLiteral("伊藤"), QStringLiteral("渡辺")};
+    const QStringList kana = {QStringLiteral("さとう"),   QStringLiteral("すずき"),
+                              QStringLiteral("たかはし"), QStringLiteral("たなか"),
+                              QStringLiteral("いとう"),   QStringLiteral("わたなべ")};
+    const QStringList given = {QStringLiteral("一郎"), QStringLiteral("花子"), QStringLiteral("健"),
+                               QStringLiteral("美咲"), QStringLiteral("大輔")};
+    const QStringList givenKana = {QStringLiteral("いちろう"), QStringLiteral("はなこ"),
+                                   QStringLiteral("けん"), QStringLiteral("みさき"),
+                                   QStringLiteral("だいすけ")};
+    gCon.beginTrans();
+    for (int no = 10; no < 310; ++no) {
+        const int f = no % family.size();
+        const int g = (no / 7) % given.size();
+        gCon.execute(
+            QStringLiteral(
+                "insert into San_User values(%1,'%2 %3','%4 "
+                "%5','060-%6','札幌市中央区北%7条西','%8-1',"
+                "'011-%9','','','','',%10,%11,1,%12,%13,%14,'2020/01/01','2020/01/01',NULL)")
+                .arg(no)
+                .arg(family[f], given[g], kana[f], givenKana[g])
+                .arg(no % 100, 4, 10, QLatin1Char('0'))
+                .arg(no % 20 + 1)
+                .arg(no % 9 + 1)
+                .arg(200 + no, 3, 10, QLatin1Char('0'))
+                .arg(no % 2)
+                .arg(no % 4)
+                .arg(20 + no % 40)
+                .arg(no % 12 + 1)
+                .arg(no % 28 + 1));
+        gCon.execute(
+            QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date, Uri_ItemNo, "
+                           "Uri_YoutoNo, Uri_KingaKei) values (%1, 1, %2, '001', '001', %3)")
+                .arg(no)
+                .arg(20150101 + (no % 11) * 10000 + (no % 12) * 100 + no % 28)
+                .arg(10000 + (no * 3779) % 90000));
+    }
+    gCon.commitTrans();
+}
+
+int showList(const QString& folder) {
+    seedShop(folder);
+    seedManyCustomers();
+    SetMsgBoxHandler([](const MsgRequest&) { return Answer::OK; });
+    FrmIchiran screen;
+    QTimer::singleShot(300, &screen, [&screen] {
+        QTimer::singleShot(300, screen.conditionsScreen(),
+                           [&screen] { screen.conditionsScreen()->cmdKensaku_Click(); });
+        screen.cmdFnuc_Click(5);
+    });
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
+int showConditions(const QString& folder) {
+    seedShop(folder);
+    FrmTotalKensaku screen;
+    for (int index : {0, 5, 7, 8})
+        screen.chkJoken[index]->click();
+    screen.txtKana->setText(QStringLiteral("やま"));
+    screen.txtToshi[0]->setValue(60);
+    screen.txtToshi[1]->setValue(70);
+    screen.cboYoto[0]->setCurrentIndex(2);
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -209,6 +288,10 @@ int main(int argc, char* argv[]) {
         return showHistory(folder.path());
     if (which == QLatin1String("makers"))
         return showMakers(folder.path());
+    if (which == QLatin1String("list"))
+        return showList(folder.path());
+    if (which == QLatin1String("conditions"))
+        return showConditions(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
