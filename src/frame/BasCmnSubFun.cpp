@@ -6,6 +6,7 @@
 #include "platform/Format.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xPass.h"
+#include "platform/report/Report.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -65,6 +66,16 @@ void CmnCtlEnabled(QWidget* control, bool enabled) {
                              qobject_cast<QGroupBox*>(control)) {
                       control->setEnabled(enabled);
                   }
+              },
+              {.trace = false});
+}
+
+void CmnSetGlbData(long job) {
+    Procedure(Module, QStringLiteral("CmnSetGlbData"), {},
+              [&] {
+                  jvSetLong(job, 6, 1);
+                  jvSetLong(job, 9, 1);
+                  jvSetString(job, 3, QStringLiteral("*"));
               },
               {.trace = false});
 }

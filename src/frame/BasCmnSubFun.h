@@ -21,6 +21,9 @@ void CmnCtlEnabled(QWidget* control, bool enabled);
 inline const QColor EnabledAreaColor = QColor(0xFF, 0xFF, 0xFF);
 inline const QColor DisabledAreaColor = QColor(0xC0, 0xC0, 0xC0);
 
+// Sets the options of a print job that every document of the shop uses.
+void CmnSetGlbData(long job);
+
 // Refills a master drop-down list ("Item", "youto" or "meka") with entries "007:X" in code
 // order. A failure leaves the list empty.
 void CmnSetMstCombo(QComboBox* list, const QString& name);

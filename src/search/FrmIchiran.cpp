@@ -16,6 +16,7 @@
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
+#include "print/FrmPrint.h"
 #include "search/CustomerSearch.h"
 #include "search/FrmIchiranSub.h"
 #include "search/FrmTotalKensaku.h"
@@ -118,8 +119,7 @@ void FrmIchiran::Form_Load() {
 void FrmIchiran::setListKeys(bool enabled) {
     for (int key : {F3, F5, F7, F8, F9, F10, F11, F12})
         cmdFnuc[key]->setEnabled(enabled);
-    // Printing comes with the print screen.
-    cmdFnuc[F4]->setEnabled(false);
+    cmdFnuc[F4]->setEnabled(enabled);
 }
 
 int FrmIchiran::currentRow() const {
@@ -285,6 +285,11 @@ void FrmIchiran::cmdFnuc_Click(int index) {
     case F3:
         toggleDeletion();
         break;
+    case F4: {
+        FrmPrint print(spdData, result_ == 2, this);
+        ShowModal(print);
+        break;
+    }
     case F5:
         if (CmnDspMsg(OpeQes_001) == Answer::Yes)
             savePass();

@@ -2,6 +2,7 @@
 
 #include "data/Schema.h"
 #include "frame/Globals.h"
+#include "platform/report/Report.h"
 #include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
@@ -9,6 +10,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 
 const QDateTime Harness::FixedNow(QDate(2026, 11, 22), QTime(10, 15, 30));
 
@@ -18,7 +20,12 @@ void Harness::setUp(Options options) {
     root.mkpath(QStringLiteral("DB"));
     root.mkpath(QStringLiteral("Log"));
     root.mkpath(QStringLiteral("jfm"));
+    for (const QFileInfo& form :
+         QDir(QStringLiteral(MIRVANE_JFM_DIR)).entryInfoList({QStringLiteral("*.jfm")}))
+        QFile::copy(form.filePath(), root.filePath(QStringLiteral("jfm/") + form.fileName()));
     SetAppFolder(dir_->path());
+    SetReportOutput(ReportOutput::PdfOnly);
+    ClearReportJobs();
     FixClock(FixedNow);
     msgs.reset();
     screens.reset();

@@ -1,7 +1,7 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
-//   list | conditions
+//   list | conditions | print
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
@@ -20,8 +20,11 @@
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
+#include "platform/report/Report.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/Screen.h"
+#include "platform/ui/ShowModal.h"
+#include "print/FrmPrint.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
 #include "search/FrmTotalKensaku.h"
@@ -33,6 +36,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <cstdio>
 
 namespace {
 
@@ -252,6 +256,34 @@ int showConditions(const QString& folder) {
     return result;
 }
 
+// Prints the three layouts for the sample shop into Print/ of the program folder.
+int printAll(const QString& folder) {
+    seedShop(folder);
+    seedManyCustomers();
+    SetMsgBoxHandler([](const MsgRequest& box) {
+        if (box.buttons == MsgButtons::OK)
+            std::fprintf(stderr, "%s\n", qPrintable(box.text));
+        return box.buttons == MsgButtons::YesNo ? Answer::Yes : Answer::OK;
+    });
+    SetReportOutput(ReportOutput::PdfOnly);
+    // The conditions screen answers "検索開始" with nothing ticked: every customer.
+    SetShowModalHandler([](QDialog& screen) {
+        if (auto* conditions = qobject_cast<FrmTotalKensaku*>(&screen))
+            conditions->cmdKensaku_Click();
+        return int(QDialog::Accepted);
+    });
+    FrmIchiran list;
+    list.cmdFnuc_Click(5);
+    FrmPrint print(list.spdData, true);
+    for (int button : {0, 1, 2})
+        print.cmdPrint_Click(button);
+    for (const ReportJobRecord& job : ReportJobs())
+        std::printf("%s: %lld pages -> %s\n", qPrintable(job.documentName),
+                    static_cast<long long>(job.pages.size()), qPrintable(job.output));
+    gCon.close();
+    return 0;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -292,6 +324,8 @@ int main(int argc, char* argv[]) {
         return showList(folder.path());
     if (which == QLatin1String("conditions"))
         return showConditions(folder.path());
+    if (which == QLatin1String("print"))
+        return printAll(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();

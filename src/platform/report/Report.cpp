@@ -1,0 +1,269 @@
+#include "platform/report/Report.h"
+
+#include "platform/report/FormPainter.h"
+#include "platform/ui/AppFolder.h"
+#include "platform/ui/Clock.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QUrl>
+#include <map>
+#include <memory>
+
+namespace {
+
+struct Job {
+    int record = 0;
+    QPageSize pageSize = QPageSize(QPageSize::A4);
+    QPageLayout::Orientation orientation = QPageLayout::Portrait;
+    FormTemplate form;
+    bool hasForm = false;
+    bool started = false;
+    QHash<QString, QString> values;
+    std::unique_ptr<QPdfWriter> pdf;
+    std::unique_ptr<QPrinter> printer;
+    QPainter painter;
+    bool pageEnded = false;
+    QString pdfPath;
+
+    QPagedPaintDevice* device() const {
+        return pdf ? static_cast<QPagedPaintDevice*>(pdf.get()) : printer.get();
+    }
+};
+
+std::map<long, std::unique_ptr<Job>>& jobs() {
+    static std::map<long, std::unique_ptr<Job>> instance;
+    return instance;
+}
+
+QList<ReportJobRecord>& records() {
+    static QList<ReportJobRecord> instance;
+    return instance;
+}
+
+ReportOutput& outputChoice() {
+    static ReportOutput instance = ReportOutput::Automatic;
+    return instance;
+}
+
+Job* find(long handle) {
+    const auto it = jobs().find(handle);
+    return it == jobs().end() ? nullptr : it->second.get();
+}
+
+ReportJobRecord& recordOf(const Job& job) {
+    return records()[job.record];
+}
+
+QString pdfPathFor(const QString& documentName) {
+    const QString folder = AppPath(QStringLiteral("Print"));
+    QDir().mkpath(folder);
+    const QString stem = folder + QLatin1Char('/') + documentName + QLatin1Char('_') +
+                         Now().toString(QStringLiteral("yyyyMMdd_HHmmss"));
+    QString path = stem + QStringLiteral(".pdf");
+    for (int n = 2; QFileInfo::exists(path); ++n)
+        path = stem + QStringLiteral("_%1.pdf").arg(n);
+    return path;
+}
+
+bool desktopPresent() {
+    const QString platform = QGuiApplication::platformName();
+    return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
+// Starts the page a draw goes on: the first one opens the painter on the device.
+bool beginPage(Job& job) {
+    const QPageSize size = job.form.pageMm.isEmpty()
+                               ? job.pageSize
+                               : QPageSize(job.form.pageMm, QPageSize::Millimeter);
+    QPagedPaintDevice* device = job.device();
+    if (!job.painter.isActive()) {
+        device->setPageSize(size);
+        device->setPageOrientation(job.orientation);
+        device->setPageMargins(QMarginsF(0, 0, 0, 0));
+        return job.painter.begin(device);
+    }
+    if (job.pageEnded) {
+        device->setPageSize(size);
+        job.pageEnded = false;
+        return device->newPage();
+    }
+    return true;
+}
+
+} // namespace
+
+const QList<ReportJobRecord>& ReportJobs() {
+    return records();
+}
+
+void ClearReportJobs() {
+    records().clear();
+}
+
+void SetReportOutput(ReportOutput output) {
+    outputChoice() = output;
+}
+
+long jvOpen(int, QWidget*, long) {
+    static long nextHandle = 1;
+    auto job = std::make_unique<Job>();
+    records().append(ReportJobRecord());
+    job->record = int(records().size()) - 1;
+    const long handle = nextHandle++;
+    jobs()[handle] = std::move(job);
+    return handle;
+}
+
+long jvSetDevMode(long handle, int, const QString&, const QString& settings) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    // orientation, paper size, paper length, paper width (tenths of a millimetre), ...
+    const QStringList fields = settings.split(QLatin1Char(','));
+    bool ok = false;
+    const int orientation = fields.value(0).trimmed().toInt(&ok);
+    if (!ok || (orientation != 1 && orientation != 2))
+        return ReportError::BadSettings;
+    job->orientation = orientation == 1 ? QPageLayout::Portrait : QPageLayout::Landscape;
+    const double length = fields.value(2).trimmed().toDouble() / 10;
+    const double width = fields.value(3).trimmed().toDouble() / 10;
+    if (length > 0 && width > 0)
+        job->pageSize = QPageSize(QSizeF(width, length), QPageSize::Millimeter);
+    else if (fields.value(1).trimmed() == QLatin1String("9"))
+        job->pageSize = QPageSize(QPageSize::A4);
+    recordOf(*job).settings = settings;
+    return 0;
+}
+
+long jvStartDoc(long handle, const QString& documentName, const QString&) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    recordOf(*job).documentName = documentName;
+    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    if (outputChoice() == ReportOutput::Automatic && !printer.isNull()) {
+        job->printer = std::make_unique<QPrinter>(printer, QPrinter::HighResolution);
+        job->printer->setDocName(documentName);
+        recordOf(*job).output = printer.printerName();
+    } else {
+        job->pdfPath = pdfPathFor(documentName);
+        job->pdf = std::make_unique<QPdfWriter>(job->pdfPath);
+        job->pdf->setResolution(300);
+        job->pdf->setTitle(documentName);
+        job->pdf->setCreator(QStringLiteral("Mirvane"));
+        recordOf(*job).output = job->pdfPath;
+    }
+    job->started = true;
+    return 0;
+}
+
+long jvSetLong(long handle, int option, long value) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    recordOf(*job).longOptions.append({option, value});
+    return 0;
+}
+
+long jvSetString(long handle, int option, const QString& text) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    recordOf(*job).textOptions.append({option, text});
+    return 0;
+}
+
+long jvSetForm(long handle, const QString& path, int, const QString&, int, int, int) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    QString error;
+    if (!QFileInfo::exists(path))
+        return ReportError::NoTemplate;
+    if (!LoadFormTemplate(path, job->form, &error))
+        return ReportError::BadTemplate;
+    job->hasForm = true;
+    recordOf(*job).forms << QFileInfo(path).fileName();
+    return 0;
+}
+
+long jvSetFieldText(long handle, const QString& field, const QString& text) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    job->values.insert(field, text);
+    return 0;
+}
+
+long jvDrawForm(long handle, int) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    if (!job->started)
+        return ReportError::NotStarted;
+    if (!job->hasForm)
+        return ReportError::NoForm;
+    if (!beginPage(*job))
+        return ReportError::OutputFailed;
+    DrawForm(job->painter, job->device()->logicalDpiX() / 25.4, job->form, job->values);
+    recordOf(*job).pages.append(job->values);
+    return 0;
+}
+
+long jvEndPage(long handle) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    // Each page is filled afresh: nothing of one page shows on the next.
+    job->values.clear();
+    job->pageEnded = true;
+    return 0;
+}
+
+long jvEndDoc(long handle) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    if (!job->started)
+        return ReportError::NotStarted;
+    const bool drew = job->painter.isActive();
+    if (drew && !job->painter.end())
+        return ReportError::OutputFailed;
+    recordOf(*job).ended = true;
+    if (drew && job->pdf && outputChoice() == ReportOutput::Automatic && desktopPresent())
+        QDesktopServices::openUrl(QUrl::fromLocalFile(job->pdfPath));
+    return 0;
+}
+
+long jvAbortDoc(long handle) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    if (job->printer)
+        job->printer->abort();
+    if (job->painter.isActive())
+        job->painter.end();
+    if (job->pdf) {
+        job->pdf.reset();
+        QFile::remove(job->pdfPath);
+    }
+    recordOf(*job).aborted = true;
+    return 0;
+}
+
+long jvClose(long handle) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    if (job->painter.isActive())
+        job->painter.end();
+    recordOf(*job).closed = true;
+    jobs().erase(handle);
+    return 0;
+}

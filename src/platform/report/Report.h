@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+class QWidget;
+
+// The report library: a print job fills the named fields of a form template and prints a page
+// per draw. Operations take the job handle first and give 0 for success or a negative error
+// code; jvOpen gives the handle (a value of 0 or less is an error code).
+long jvOpen(int mode, QWidget* window, long printer);
+long jvSetDevMode(long job, int mode, const QString& device, const QString& settings);
+long jvStartDoc(long job, const QString& documentName, const QString& outputName);
+long jvSetLong(long job, int option, long value);
+long jvSetString(long job, int option, const QString& text);
+long jvSetForm(long job, const QString& path, int page, const QString& name, int zoom, int x,
+               int y);
+long jvSetFieldText(long job, const QString& field, const QString& text);
+long jvDrawForm(long job, int page);
+long jvEndPage(long job);
+long jvEndDoc(long job);
+long jvAbortDoc(long job);
+long jvClose(long job);
+
+namespace ReportError {
+inline constexpr long NoSuchJob = -1;
+inline constexpr long BadSettings = -2;
+inline constexpr long NoTemplate = -3;
+inline constexpr long BadTemplate = -4;
+inline constexpr long OutputFailed = -5;
+inline constexpr long NoForm = -6;
+inline constexpr long NotStarted = -7;
+} // namespace ReportError
+
+// What a job did, kept for anyone who wants to check a print run afterwards.
+struct ReportJobRecord {
+    QString documentName;
+    QString settings;
+    QStringList forms;
+    QList<std::pair<int, long>> longOptions;
+    QList<std::pair<int, QString>> textOptions;
+    QList<QHash<QString, QString>> pages; // the field values of each page drawn
+    bool ended = false;
+    bool aborted = false;
+    bool closed = false;
+    QString output; // the PDF written, or the printer's name
+};
+const QList<ReportJobRecord>& ReportJobs();
+void ClearReportJobs();
+
+// Where documents go: the system's default printer when one is set up, else a PDF under the
+// program folder (Print/) opened in the desktop's viewer; or always a PDF, never opened.
+enum class ReportOutput { Automatic, PdfOnly };
+void SetReportOutput(ReportOutput output);

@@ -1,0 +1,211 @@
+#include "print/FrmPrint.h"
+
+#include "frame/BasCmnSubFun.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
+#include "frame/Procedure.h"
+#include "platform/controls/SpreadGrid.h"
+#include "platform/report/Report.h"
+#include "platform/ui/AppFolder.h"
+#include "platform/ui/Clock.h"
+#include "platform/ui/MsgBox.h"
+#include "platform/ui/WaitCursor.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString ScreenName = QStringLiteral("印刷フォーム選択画面");
+const QString PostcardSettings = QStringLiteral(" 1,9,2970,2100,,1,7,,2,1,,,0");
+const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
+constexpr int LinesPerPage = 36;
+enum Col { Name = 3, Yubin = 5, Jusyo1 = 6, Jusyo2 = 7, Tel = 8, Kazok = 9, LastVisit = 11 };
+
+void libraryError(const QString& operation, long result) {
+    MsgBox(operation + QStringLiteral(" Error ") + QString::number(result), MsgIcon::None,
+           MsgButtons::OK, QString());
+}
+
+} // namespace
+
+FrmPrint::FrmPrint(const SpreadGrid* list, bool allCustomers, QWidget* parent)
+    : Screen(parent), list_(list), allCustomers_(allCustomers) {
+    setObjectName(QStringLiteral("FrmPrint"));
+    setWindowTitle(QStringLiteral("印刷選択"));
+    const QString captions[] = {QStringLiteral("縦ハガキ印刷"), QStringLiteral("顧客台帳 印刷"),
+                                QStringLiteral("横ハガキ印刷")};
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(24, 20, 24, 20);
+    for (int i = 0; i < 3; ++i) {
+        cmdPrint[i] = new QPushButton(captions[i], this);
+        cmdPrint[i]->setObjectName(QStringLiteral("cmdPrint(%1)").arg(i));
+        cmdPrint[i]->setAutoDefault(false);
+        cmdPrint[i]->setMinimumSize(240, 44);
+        connect(cmdPrint[i], &QPushButton::clicked, this, [this, i] { cmdPrint_Click(i); });
+        page->addWidget(cmdPrint[i]);
+    }
+    cmdEnd = new QPushButton(QStringLiteral("閉じる"), this);
+    cmdEnd->setObjectName(QStringLiteral("cmdEnd"));
+    cmdEnd->setAutoDefault(false);
+    cmdEnd->setMinimumSize(240, 44);
+    connect(cmdEnd, &QPushButton::clicked, this, [this] { done(QDialog::Accepted); });
+    page->addSpacing(10);
+    page->addWidget(cmdEnd);
+}
+
+void FrmPrint::cmdPrint_Click(int index) {
+    layout_.clear();
+    const QString questions[] = {OpeQes_009, OpeQes_010, OpeQes_012};
+    if (CmnDspMsg(questions[index]) != Answer::Yes)
+        return;
+    WaitCursor wait;
+    if (index == 2)
+        layout_ = QStringLiteral("1");
+    if (index == 1)
+        PrintSeigyo2();
+    else
+        PrintSeigyo();
+}
+
+void FrmPrint::PrintSeigyo() {
+    runJob(QStringLiteral("PrintSeigyo"), PostcardSettings, QStringLiteral("顧客ハガキ"),
+           [this](long job) { return layout_.isEmpty() ? PrintSetData(job) : PrintSetData3(job); });
+}
+
+void FrmPrint::PrintSeigyo2() {
+    runJob(QStringLiteral("PrintSeigyo2"), LedgerSettings, QStringLiteral("顧客台帳"),
+           [this](long job) { return PrintSetData2(job); });
+}
+
+void FrmPrint::runJob(const QString& procedure, const QString& settings,
+                      const QString& documentName, const std::function<long(long)>& pages) {
+    Procedure(ScreenName, procedure, QStringLiteral("印刷処理"),
+              [&] {
+                  const long job = jvOpen(2, this, 0);
+                  if (job <= 0) {
+                      libraryError(QStringLiteral("jvOpen"), job);
+                      return;
+                  }
+                  long result = jvSetDevMode(job, 1, QString(), settings);
+                  if (result != 0) {
+                      libraryError(QStringLiteral("jvSetDevMode"), result);
+                      jvClose(job);
+                      return;
+                  }
+                  result = jvStartDoc(job, documentName, QString());
+                  if (result != 0) {
+                      libraryError(QStringLiteral("jvStartDoc"), result);
+                      jvClose(job);
+                      return;
+                  }
+                  CmnSetGlbData(job);
+                  if (pages(job) != 0) {
+                      jvAbortDoc(job);
+                      jvClose(job);
+                      return;
+                  }
+                  result = jvEndDoc(job);
+                  if (result != 0)
+                      libraryError(QStringLiteral("jvEndDoc"), result);
+                  jvClose(job);
+              },
+              {.titlePrefix = VbErrorTitleWide});
+}
+
+long FrmPrint::setForm(long job, const QString& form) {
+    const long result =
+        jvSetForm(job, AppPath(QStringLiteral("jfm/") + form), 1, QString(), 100, 0, 0);
+    if (result != 0)
+        libraryError(QStringLiteral("jvSetForm"), result);
+    return result;
+}
+
+long FrmPrint::finishPage(long job) {
+    long result = jvDrawForm(job, 1);
+    if (result != 0) {
+        libraryError(QStringLiteral("jvDrawForm"), result);
+        return result;
+    }
+    result = jvEndPage(job);
+    if (result != 0)
+        libraryError(QStringLiteral("jvEndPage"), result);
+    return result;
+}
+
+void FrmPrint::setAddressee(long job, int row) {
+    jvSetFieldText(job, QStringLiteral("Jusyo1"), list_->text(row, Jusyo1).trimmed());
+    jvSetFieldText(job, QStringLiteral("Jusyo2"), list_->text(row, Jusyo2).trimmed());
+    const QString name = list_->text(row, Name).trimmed();
+    // A household's representative in a list of everyone is written to as the family.
+    if (allCustomers_ && list_->displayText(row, Kazok) == QStringLiteral("代表")) {
+        jvSetFieldText(job, QStringLiteral("Name"), name);
+        jvSetFieldText(job, QStringLiteral("Sama"), QStringLiteral("御家族様"));
+    } else {
+        jvSetFieldText(job, QStringLiteral("Name"), name + QStringLiteral("  様"));
+    }
+}
+
+long FrmPrint::PrintSetData(long job) {
+    if (const long result = setForm(job, QStringLiteral("PrnSan001.jfm")))
+        return result;
+    for (int row = 1; row <= list_->maxRows(); ++row) {
+        if (list_->text(row, 2) != QLatin1String("1"))
+            continue;
+        const QString code = list_->text(row, Yubin).trimmed();
+        if (!code.isEmpty()) {
+            const QString digits = code.left(3) + code.mid(4, 4);
+            for (int i = 0; i < 7; ++i)
+                jvSetFieldText(job, QStringLiteral("Yubin_%1").arg(i + 1), digits.mid(i, 1));
+        }
+        setAddressee(job, row);
+        if (const long result = finishPage(job))
+            return result;
+    }
+    return 0;
+}
+
+long FrmPrint::PrintSetData3(long job) {
+    if (const long result = setForm(job, QStringLiteral("PrnSan004.jfm")))
+        return result;
+    for (int row = 1; row <= list_->maxRows(); ++row) {
+        if (list_->text(row, 2) != QLatin1String("1"))
+            continue;
+        const QString code = list_->text(row, Yubin).trimmed();
+        if (!code.isEmpty())
+            jvSetFieldText(job, QStringLiteral("Yubin"), QStringLiteral("〒 ") + code);
+        setAddressee(job, row);
+        if (const long result = finishPage(job))
+            return result;
+    }
+    return 0;
+}
+
+long FrmPrint::PrintSetData2(long job) {
+    if (const long result = setForm(job, QStringLiteral("PrnSan003.jfm")))
+        return result;
+    const QDate today = Today();
+    int row = 1;
+    for (int page = 1; row <= list_->maxRows(); ++page) {
+        jvSetFieldText(job, QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
+        jvSetFieldText(job, QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
+        jvSetFieldText(job, QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
+        jvSetFieldText(job, QStringLiteral("Page"), QString::number(page));
+        for (int line = 1; line <= LinesPerPage && row <= list_->maxRows(); ++line, ++row) {
+            const auto set = [&](const char* field, int column) {
+                jvSetFieldText(job, QString::fromLatin1(field) + QString::number(line),
+                               list_->text(row, column).trimmed());
+            };
+            set("Name_", Name);
+            set("Yubin_", Yubin);
+            set("Jusyo1_", Jusyo1);
+            set("Jusyo2_", Jusyo2);
+            set("LastDate_", LastVisit);
+            set("Tel_", Tel);
+        }
+        if (const long result = finishPage(job))
+            return result;
+    }
+    return 0;
+}
