@@ -24,8 +24,10 @@ QTextStream& err() {
 
 int usage() {
     err() << "使い方:\n"
-             "  mirvane-admin init [FOLDER]            FOLDER/DB/Mirvane.mdb を作成し、全国の郵便番号を取り込みます\n"
-             "  mirvane-admin import-zip FILE [FOLDER] 郵便番号データ (KEN_ALL.CSV / utf_ken_all.csv) で\n"
+             "  mirvane-admin init [FOLDER]            FOLDER/DB/Mirvane.mdb "
+             "を作成し、全国の郵便番号を取り込みます\n"
+             "  mirvane-admin import-zip FILE [FOLDER] 郵便番号データ (KEN_ALL.CSV / "
+             "utf_ken_all.csv) で\n"
              "                                         ZipList を置き換えます\n"
              "  (FOLDER を省略するとプログラムのフォルダー)\n";
     return 2;

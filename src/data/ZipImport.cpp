@@ -158,8 +158,9 @@ void ReplaceZipList(Connection& connection, const QList<ZipRow>& rows,
                               QLatin1Char(',') + SqlQuote(row.city) + QLatin1Char(',') +
                               SqlQuote(row.town) + QLatin1Char(')');
             }
-            connection.execute(QStringLiteral("insert into ZipList (ZIP1,ZIP2,TODO,CITY,TOWN) values ") +
-                               values.join(QLatin1Char(',')));
+            connection.execute(
+                QStringLiteral("insert into ZipList (ZIP1,ZIP2,TODO,CITY,TOWN) values ") +
+                values.join(QLatin1Char(',')));
             if (progress)
                 progress(last, int(rows.size()));
         }

@@ -146,10 +146,12 @@ private slots:
         // The national postal directory comes with it.
         Connection created;
         created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
-        QVERIFY(created.execute(QStringLiteral("select count(*) from ZipList")).field(0).toInt() > 100000);
+        QVERIFY(created.execute(QStringLiteral("select count(*) from ZipList")).field(0).toInt() >
+                100000);
         RecordSet chiyoda = created.execute(
             QStringLiteral("select CITY, TOWN from ZipList where ZIP1 = 100 and ZIP2 = 1"));
-        QCOMPARE(chiyoda.field(0).toString() + chiyoda.field(1).toString(), QStringLiteral("千代田区千代田"));
+        QCOMPARE(chiyoda.field(0).toString() + chiyoda.field(1).toString(),
+                 QStringLiteral("千代田区千代田"));
         chiyoda.close();
         created.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         created.close();
