@@ -10,6 +10,8 @@
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/SingleInstance.h"
 
+#include <QFile>
+
 namespace {
 
 void reportStartFailure(const Failure& failure) {
@@ -23,6 +25,24 @@ void reportStartFailure(const Failure& failure) {
 
 } // namespace
 
+QString OpenDatabaseIn(Connection& connection, const QString& folder) {
+    QFile server(folder + QLatin1Char('/') + ServerConnectionFile);
+    if (!server.exists()) {
+        const QString file = folder + QLatin1Char('/') + DatabaseFile;
+        connection.open(file);
+        return file;
+    }
+    if (!server.open(QIODevice::ReadOnly))
+        throw Failure(ErrorNumber::DatabaseFailed,
+                      QStringLiteral("接続ファイルを読めません: ") + server.fileName());
+    connection.openServer(QString::fromUtf8(server.readLine()).trimmed());
+    return server.fileName();
+}
+
+void OpenDatabase() {
+    gDbPath = OpenDatabaseIn(gCon, AppFolder());
+}
+
 int Main() {
     SingleInstance instance;
     if (instance.anotherIsRunning()) {
@@ -30,8 +50,7 @@ int Main() {
         return 1;
     }
     try {
-        gDbPath = AppPath(QStringLiteral("DB/Mirvane.mdb"));
-        gCon.open(gDbPath);
+        OpenDatabase();
         FrmPsw signOn;
         ShowModal(signOn);
     } catch (const Failure& failure) {

@@ -2,9 +2,24 @@
 
 #include <QString>
 
+class Connection;
+
 // Start-up: refuses a second copy, opens the database and shows the sign-on screen.
 // Returns the process's exit code when the sign-on screen has gone.
 int Main();
+
+// In the program folder: the database file, or (for a shop with several terminals) the file
+// that holds the PostgreSQL server's connection string. With the server file there, the program
+// uses the server.
+inline const QString DatabaseFile = QStringLiteral("DB/Mirvane.mdb");
+inline const QString ServerConnectionFile = QStringLiteral("DB/Mirvane.server");
+
+// Opens the database of a program folder on the connection: the server when its connection
+// file is there, else the database file. Gives the path it opened from.
+QString OpenDatabaseIn(Connection& connection, const QString& folder);
+
+// Opens gCon for this program folder and sets gDbPath.
+void OpenDatabase();
 
 // The product's name, the title of the boxes that come before any screen.
 inline const QString AppTitle = QStringLiteral("Mirvane");

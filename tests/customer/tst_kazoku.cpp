@@ -20,7 +20,7 @@ class TestKazoku : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         const QString tel = QStringLiteral("011-222-3333");
         InsertCustomer({.no = 1,
                         .name = QStringLiteral("山田 太郎"),

@@ -63,7 +63,7 @@ class TestPurchases : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void threeNewLinesGetConsecutiveNumbersWithTheNewCustomer() {
@@ -214,9 +214,10 @@ private slots:
         InsertCustomer({.no = 8});
         InsertPurchase({.user = 8, .seq = 1});
         // Another terminal wrote the same purchase number first.
-        gCon.execute(QStringLiteral("create trigger same_seq before insert on San_Uriage begin "
-                                    "insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) values "
-                                    "(new.Uri_UserNo, new.Uri_Seq, 0); end"));
+        CreateBeforeInsertTrigger(
+            QStringLiteral("same_seq"), QStringLiteral("San_Uriage"),
+            QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
+                           "values (new.Uri_UserNo, new.Uri_Seq, 0)"));
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expect(OpeErr_010);
         harness.msgs.expect(OpeQes_007, Answer::Yes);

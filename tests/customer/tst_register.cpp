@@ -62,7 +62,7 @@ class TestRegister : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void aNewCustomerIsStoredWithTheNextNumberAndTodaysDates() {
@@ -194,9 +194,9 @@ private slots:
     void aDuplicateKeyRollsEverythingBack() {
         InsertCustomer({.no = 1});
         // Another terminal takes the same new number a moment before this one writes it.
-        gCon.execute(QStringLiteral("create trigger other_terminal before insert on San_User "
-                                    "begin insert into San_User (User_No, User_Name) values "
-                                    "(new.User_No, '別端末の客'); end"));
+        CreateBeforeInsertTrigger(QStringLiteral("other_terminal"), QStringLiteral("San_User"),
+                                  QStringLiteral("insert into San_User (User_No, User_Name) values "
+                                                 "(new.User_No, '別端末の客')"));
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expect(OpeErr_010);
         const bool koushin = openRegister(0, [](FrmKokyaku& s) {

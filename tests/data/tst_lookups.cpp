@@ -20,7 +20,7 @@ class TestLookups : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void masterNamesComeFromTheirOwnTable() {

@@ -14,8 +14,9 @@ namespace {
 QStringList columnsOf(const QString& table) {
     RecordSet rows = gCon.execute(QStringLiteral("select * from ") + table);
     QStringList names;
+    // PostgreSQL keeps unquoted names in lower case.
     for (int i = 0; i < rows.fieldCount(); ++i)
-        names << rows.fieldName(i);
+        names << rows.fieldName(i).toLower();
     return names;
 }
 
@@ -56,7 +57,7 @@ class TestSchema : public QObject {
     Harness harness;
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void statementsInsertByColumnPosition() {
@@ -64,10 +65,10 @@ private slots:
         const QStringList purchase = columnsOf(QStringLiteral("San_Uriage"));
         QCOMPARE(purchase.size(), 43);
         QCOMPARE(purchase.mid(13, 2),
-                 (QStringList{QStringLiteral("Uri_KingaKei"), QStringLiteral("Uri_R_Sph")}));
+                 (QStringList{QStringLiteral("uri_kingakei"), QStringLiteral("uri_r_sph")}));
         QCOMPARE(purchase.mid(26, 2),
-                 (QStringList{QStringLiteral("Uri_R_Kyosei"), QStringLiteral("Uri_L_Sph")}));
-        QCOMPARE(purchase.last(), QStringLiteral("Uri_Yobi"));
+                 (QStringList{QStringLiteral("uri_r_kyosei"), QStringLiteral("uri_l_sph")}));
+        QCOMPARE(purchase.last(), QStringLiteral("uri_yobi"));
         insertPurchase(1, 1, 20260105, 38000);
         RecordSet row = gCon.execute(QStringLiteral("select * from San_Uriage"));
         QCOMPARE(row.field(QStringLiteral("Uri_Date")).toInt(), 20260105);
@@ -117,6 +118,8 @@ private slots:
     }
 
     void anExistingDatabaseIsNeverOverwritten() {
+        if (Harness::onServer())
+            QSKIP("a database file: the run on files covers it");
         gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         gCon.close();
         const QByteArray before = [&] {
@@ -137,6 +140,8 @@ private slots:
     }
 
     void theAdminToolCreatesADatabaseOnceInTheFolderGiven() {
+        if (Harness::onServer())
+            QSKIP("a database file: the run on files covers it");
         const QString shop = harness.path(QStringLiteral("shop"));
         std::unique_ptr<QProcess> first(runAdmin({QStringLiteral("init"), shop}));
         QCOMPARE(first->exitCode(), 0);

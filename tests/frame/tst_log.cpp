@@ -30,7 +30,7 @@ class TestLog : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void traceAndErrorLinesHaveSixQuotedFields() {

@@ -12,7 +12,7 @@ class TestMessages : public QObject {
     const MsgRequest& lastShown() const { return harness.msgs.shown().last(); }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void eachKindHasItsIconButtonsAndTitle() {

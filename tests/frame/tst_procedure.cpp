@@ -37,7 +37,7 @@ class TestProcedure : public QObject {
     Harness harness;
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void aProcedureThatRunsThroughWritesOnlyItsTraceLine() {

@@ -54,7 +54,7 @@ class TestRireki : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         InsertCustomer({.no = 1});
         // Five purchases, two of them on one day.
         InsertPurchase({.user = 1, .seq = 1, .ymd = 20260101, .item = QStringLiteral("003")});

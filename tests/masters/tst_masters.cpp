@@ -44,7 +44,7 @@ class TestMasters : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         gCon.execute(QStringLiteral("delete from San_Meka"));
         gCon.execute(QStringLiteral("insert into San_Meka values('001','HOYA')"));
         gCon.execute(QStringLiteral("insert into San_Meka values('002','ニコン')"));

@@ -22,7 +22,7 @@ class TestCalender : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp({.createDatabase = false, .openDatabase = false}); }
+    void init() { HARNESS_INIT(harness, {.createDatabase = false, .openDatabase = false}); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void okHandsBackThePickedDate() {

@@ -42,7 +42,7 @@ class TestZipList : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         seedDirectory();
     }
     void cleanup() { HARNESS_TEARDOWN(harness); }

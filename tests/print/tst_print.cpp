@@ -61,7 +61,7 @@ class TestPrint : public QObject {
     }
 
 private slots:
-    void init() { harness.setUp(); }
+    void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void verticalPostcardsGoToTheMarkedCustomers() {

@@ -57,7 +57,7 @@ class TestIchiran : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         InsertCustomer({.no = 1,
                         .name = QStringLiteral("青木"),
                         .kana = QStringLiteral("あおき"),

@@ -56,7 +56,7 @@ class TestKensaku : public QObject {
 
 private slots:
     void init() {
-        harness.setUp();
+        HARNESS_INIT(harness);
         seedCustomers();
     }
     void cleanup() { HARNESS_TEARDOWN(harness); }

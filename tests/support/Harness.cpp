@@ -1,6 +1,7 @@
 #include "support/Harness.h"
 
 #include "data/Schema.h"
+#include "frame/BasSubMain.h"
 #include "frame/Globals.h"
 #include "platform/report/Report.h"
 #include "platform/ui/AppFolder.h"
@@ -11,10 +12,55 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 const QDateTime Harness::FixedNow(QDate(2026, 11, 22), QTime(10, 15, 30));
 
-void Harness::setUp(Options options) {
+namespace {
+
+// The server this process's PostgreSQL runs use, from the test setup (scripts/test).
+QString testServer() {
+    return QString::fromLocal8Bit(qgetenv("MIRVANE_TEST_PG"));
+}
+
+// One database per test process on the server, made on first use.
+QString processDatabase() {
+    static const QString name = [] {
+        const QString database =
+            QStringLiteral("mirvane_t%1").arg(QCoreApplication::applicationPid());
+        Connection maintenance;
+        maintenance.openServer(testServer());
+        maintenance.execute(QStringLiteral("drop database if exists ") + database);
+        maintenance.execute(QStringLiteral("create database ") + database);
+        return database;
+    }();
+    return name;
+}
+
+// A fresh, empty schema with the tables, the view and the starting masters.
+void createServerSchema() {
+    Connection connection;
+    connection.openServer(Harness::serverConnection());
+    connection.execute(QStringLiteral("drop schema public cascade"));
+    connection.execute(QStringLiteral("create schema public"));
+    CreateSchema(connection);
+}
+
+} // namespace
+
+bool Harness::onServer() {
+    return qgetenv("MIRVANE_TEST_ENGINE") == "postgres";
+}
+
+QString Harness::serverConnection() {
+    QString connection = testServer();
+    connection.remove(QRegularExpression(QStringLiteral("\\bdbname=\\S+")));
+    return connection.trimmed() + QStringLiteral(" dbname=") + processDatabase();
+}
+
+QString Harness::setUp(Options options) {
+    if (onServer() && options.createDatabase && testServer().isEmpty())
+        return QStringLiteral("no PostgreSQL test server (MIRVANE_TEST_PG is not set)");
     dir_ = std::make_unique<QTemporaryDir>();
     QDir root(dir_->path());
     root.mkpath(QStringLiteral("DB"));
@@ -31,15 +77,22 @@ void Harness::setUp(Options options) {
     screens.reset();
     SetMsgBoxHandler([this](const MsgRequest& request) { return msgs.answer(request); });
     SetShowModalHandler([this](QDialog& screen) { return screens.run(screen); });
-    if (options.createDatabase)
+    if (options.createDatabase && onServer()) {
+        createServerSchema();
+        QFile server(path(ServerConnectionFile));
+        server.open(QIODevice::WriteOnly);
+        server.write(serverConnection().toUtf8());
+    } else if (options.createDatabase) {
         CreateDatabase(databaseFile());
-    if (options.createDatabase && options.openDatabase) {
-        gDbPath = databaseFile();
-        gCon.open(gDbPath);
     }
+    if (options.createDatabase && options.openDatabase)
+        OpenDatabase();
+    return {};
 }
 
 QStringList Harness::tearDown() {
+    if (!dir_)
+        return {};
     QStringList problems = msgs.failures() + screens.failures();
     if (gCon.inTransaction())
         problems << QStringLiteral("a transaction was left open");
@@ -79,4 +132,20 @@ int QueryCount(const QString& sql) {
     for (; !rows.eof(); rows.moveNext())
         ++count;
     return count;
+}
+
+void CreateBeforeInsertTrigger(const QString& name, const QString& table,
+                               const QString& statement) {
+    if (!Harness::onServer()) {
+        gCon.execute(QStringLiteral("create trigger %1 before insert on %2 begin %3; end")
+                         .arg(name, table, statement));
+        return;
+    }
+    gCon.execute(
+        QStringLiteral("create function %1() returns trigger language plpgsql as $$ "
+                       "begin if pg_trigger_depth() = 1 then %2; end if; return new; end $$")
+            .arg(name, statement));
+    gCon.execute(
+        QStringLiteral("create trigger %1 before insert on %2 for each row execute function %1()")
+            .arg(name, table));
 }

@@ -19,8 +19,15 @@ public:
 
     static const QDateTime FixedNow;
 
-    void setUp(Options options);
-    void setUp() { setUp(Options{}); }
+    // Gives the reason the test cannot run here (a PostgreSQL run without a server), else
+    // empty text. Use HARNESS_INIT from a test's init().
+    QString setUp(Options options);
+    QString setUp() { return setUp(Options{}); }
+
+    // Whether this run's database is on the PostgreSQL test server rather than in a file.
+    static bool onServer();
+    // The connection string of this run's database on the server.
+    static QString serverConnection();
     // Checks that every expected box and screen came and nothing else did.
     // Returns the problems found, empty when all went as scripted.
     QStringList tearDown();
@@ -41,6 +48,18 @@ private:
 QVariant QueryValue(const QString& sql);
 // The number of rows a query gives.
 int QueryCount(const QString& sql);
+
+// A trigger that, before each insert into the table, runs the statement (on PostgreSQL not
+// again for the statement's own inserts). Written in both engines' forms.
+void CreateBeforeInsertTrigger(const QString& name, const QString& table, const QString& statement);
+
+// In a test's init(): sets the harness up, or skips the test saying why.
+#define HARNESS_INIT(harness, ...)                                                                 \
+    do {                                                                                           \
+        const QString skipReason = (harness).setUp(__VA_ARGS__);                                   \
+        if (!skipReason.isEmpty())                                                                 \
+            QSKIP(qPrintable(skipReason));                                                         \
+    } while (false)
 
 // In a test's cleanup(): fails the test with the harness's findings.
 #define HARNESS_TEARDOWN(harness)                                                                  \

@@ -8,6 +8,15 @@ void MsgScript::expectBox(const QString& text, const QString& title, int answer)
     expected_.append({text, title, answer});
 }
 
+void MsgScript::expectEither(const QString& msgCode, const QString& otherCode, int answer) {
+    expected_.append({msgCode.mid(10).left(50).trimmed(), ExpectedTitle(msgCode), answer, false,
+                      otherCode.mid(10).left(50).trimmed(), ExpectedTitle(otherCode)});
+}
+
+void MsgScript::expectBoxStartingWith(const QString& text, const QString& title, int answer) {
+    expected_.append({text, title, answer, true});
+}
+
 int MsgScript::answer(const MsgRequest& request) {
     shown_.append(request);
     const int fallback = request.buttons == MsgButtons::YesNo ? Answer::No : Answer::OK;
@@ -17,7 +26,11 @@ int MsgScript::answer(const MsgRequest& request) {
         return fallback;
     }
     const Expected next = expected_.takeFirst();
-    if (next.text != request.text || next.title != request.title) {
+    const bool textMatches =
+        next.prefix ? request.text.startsWith(next.text) : next.text == request.text;
+    const bool otherMatches = !next.otherText.isEmpty() && next.otherText == request.text &&
+                              next.otherTitle == request.title;
+    if ((!textMatches || next.title != request.title) && !otherMatches) {
         failures_ << QStringLiteral("expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\"")
                          .arg(next.text, next.title, request.text, request.title);
         return fallback;

@@ -13,6 +13,10 @@ public:
     void expect(const QString& msgCode, int answer = Answer::OK);
     // Any other box, matched by text and title.
     void expectBox(const QString& text, const QString& title, int answer = Answer::OK);
+    // One of two catalogue messages, whichever comes: the shown() list tells which.
+    void expectEither(const QString& msgCode, const QString& otherCode, int answer = Answer::OK);
+    // A box whose text starts so: for failures whose description the database words.
+    void expectBoxStartingWith(const QString& text, const QString& title, int answer = Answer::OK);
 
     int answer(const MsgRequest& request);
 
@@ -26,6 +30,9 @@ private:
         QString text;
         QString title;
         int answer;
+        bool prefix = false;
+        QString otherText = {};
+        QString otherTitle = {};
     };
     QList<Expected> expected_;
     QList<MsgRequest> shown_;

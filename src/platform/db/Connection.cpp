@@ -62,8 +62,81 @@ void Connection::create(const QString& databaseFile) {
     openFile(databaseFile);
 }
 
+namespace {
+
+// "key=value key='a value'" as libpq writes its connection strings.
+QList<std::pair<QString, QString>> connectionSettings(const QString& text) {
+    QList<std::pair<QString, QString>> settings;
+    int i = 0;
+    const auto skipBlanks = [&] {
+        while (i < text.size() && text[i].isSpace())
+            ++i;
+    };
+    while (true) {
+        skipBlanks();
+        const int equals = int(text.indexOf(QLatin1Char('='), i));
+        if (i >= text.size() || equals < 0)
+            break;
+        const QString key = text.mid(i, equals - i).trimmed();
+        i = equals + 1;
+        skipBlanks();
+        QString value;
+        if (i < text.size() && text[i] == QLatin1Char('\'')) {
+            for (++i; i < text.size() && text[i] != QLatin1Char('\''); ++i)
+                value += text[i] == QLatin1Char('\\') && i + 1 < text.size() ? text[++i] : text[i];
+            ++i;
+        } else {
+            while (i < text.size() && !text[i].isSpace())
+                value += text[i++];
+        }
+        settings.append({key, value});
+    }
+    return settings;
+}
+
+} // namespace
+
+void Connection::openServer(const QString& connectionString) {
+    close();
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
+        throw cannotOpen(QStringLiteral("PostgreSQL のドライバーがありません (libqt6sql6-psql)。"));
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name_);
+        QStringList options;
+        bool timeoutGiven = false;
+        for (const auto& [key, value] : connectionSettings(connectionString)) {
+            if (key == QLatin1String("host") || key == QLatin1String("hostaddr"))
+                db.setHostName(value);
+            else if (key == QLatin1String("port"))
+                db.setPort(value.toInt());
+            else if (key == QLatin1String("dbname"))
+                db.setDatabaseName(value);
+            else if (key == QLatin1String("user"))
+                db.setUserName(value);
+            else if (key == QLatin1String("password"))
+                db.setPassword(value);
+            else
+                options << key + QLatin1Char('=') + value;
+            timeoutGiven = timeoutGiven || key == QLatin1String("connect_timeout");
+        }
+        // A server that does not answer is reported soon, not after minutes.
+        if (!timeoutGiven)
+            options << QStringLiteral("connect_timeout=5");
+        db.setConnectOptions(options.join(QLatin1Char(';')));
+        if (!db.open()) {
+            const QString why = db.lastError().text();
+            db = QSqlDatabase();
+            QSqlDatabase::removeDatabase(name_);
+            throw cannotOpen(why);
+        }
+    }
+    open_ = true;
+    server_ = true;
+}
+
 void Connection::openFile(const QString& databaseFile) {
     close();
+    server_ = false;
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
         throw cannotOpen(QStringLiteral("SQLite のドライバーがありません (libqt6sql6-sqlite)。"));
     {
@@ -99,6 +172,7 @@ void Connection::close() {
     }
     QSqlDatabase::removeDatabase(name_);
     open_ = false;
+    server_ = false;
     inTransaction_ = false;
 }
 
@@ -113,7 +187,10 @@ RecordSet Connection::execute(const QString& sql) {
         throw Failure(ErrorNumber::StatementFailed,
                       QStringLiteral("実行する SQL 文がありません。"));
     auto query = std::make_unique<QSqlQuery>(QSqlDatabase::database(name_, false));
-    query->setForwardOnly(true);
+    // PostgreSQL streams a forward-only query row by row and then takes no other statement on
+    // the connection until it is read to the end; screens read one query while running
+    // others, so a server query is fetched whole.
+    query->setForwardOnly(!server_);
     if (!query->exec(sql))
         throw toFailure(query->lastError(), sql);
     if (!query->isSelect())

@@ -18,6 +18,11 @@ public:
     void open(const QString& databaseFile);
     // Creates a new, empty database file and opens it; an existing file is refused.
     void create(const QString& databaseFile);
+    // Opens a database on a PostgreSQL server from a libpq keyword string
+    // ("host=... port=... dbname=... user=... password=..."); a server that cannot be reached
+    // fails like a missing file.
+    void openServer(const QString& connectionString);
+    bool isServer() const { return server_; }
     void close();
     bool isOpen() const;
 
@@ -33,6 +38,7 @@ private:
     void openFile(const QString& databaseFile);
 
     QString name_;
+    bool server_ = false;
     bool open_ = false;
     bool inTransaction_ = false;
 };

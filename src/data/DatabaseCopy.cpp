@@ -1,0 +1,102 @@
+#include "data/DatabaseCopy.h"
+
+#include "platform/Failure.h"
+#include "platform/Format.h"
+#include "platform/db/Connection.h"
+#include "platform/db/SqlText.h"
+
+namespace {
+
+constexpr int RowsPerStatement = 200;
+
+QString literal(const QVariant& value) {
+    if (value.isNull())
+        return QStringLiteral("NULL");
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+        return QString::number(value.toLongLong());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return PlainDecimal(value.toDouble());
+    default:
+        return SqlQuote(value.toString());
+    }
+}
+
+qint64 countOf(Connection& connection, const QString& table) {
+    return connection.execute(QStringLiteral("select count(*) from ") + table)
+        .field(0)
+        .toLongLong();
+}
+
+} // namespace
+
+QStringList ShopTables() {
+    return {QStringLiteral("San_Item"), QStringLiteral("San_Youto"),  QStringLiteral("San_Meka"),
+            QStringLiteral("San_User"), QStringLiteral("San_Uriage"), QStringLiteral("ZipList")};
+}
+
+bool HasShopSchema(Connection& connection) {
+    try {
+        countOf(connection, QStringLiteral("San_User"));
+        return true;
+    } catch (const Failure&) {
+        if (connection.inTransaction())
+            connection.rollbackTrans();
+        return false;
+    }
+}
+
+QList<CopiedTable>
+CopyDatabase(Connection& from, Connection& to,
+             const std::function<void(const QString&, qint64, qint64)>& progress) {
+    QList<CopiedTable> copied;
+    to.beginTrans();
+    try {
+        for (const QString& table : ShopTables())
+            to.execute(QStringLiteral("delete from ") + table);
+        for (const QString& table : ShopTables()) {
+            const qint64 total = countOf(from, table);
+            RecordSet rows = from.execute(QStringLiteral("select * from ") + table);
+            QStringList values;
+            qint64 done = 0;
+            const auto flush = [&] {
+                if (values.isEmpty())
+                    return;
+                to.execute(QStringLiteral("insert into ") + table + QStringLiteral(" values ") +
+                           values.join(QLatin1Char(',')));
+                done += values.size();
+                values.clear();
+                if (progress)
+                    progress(table, done, total);
+            };
+            for (; !rows.eof(); rows.moveNext()) {
+                QStringList fields;
+                for (int i = 0; i < rows.fieldCount(); ++i)
+                    fields << literal(rows.field(i));
+                values << QLatin1Char('(') + fields.join(QLatin1Char(',')) + QLatin1Char(')');
+                if (values.size() == RowsPerStatement)
+                    flush();
+            }
+            flush();
+            if (progress && total == 0)
+                progress(table, 0, 0);
+            copied.append({table, done});
+        }
+        to.commitTrans();
+    } catch (...) {
+        if (to.inTransaction())
+            to.rollbackTrans();
+        throw;
+    }
+    for (const CopiedTable& table : copied)
+        if (countOf(from, table.table) != countOf(to, table.table))
+            throw Failure(ErrorNumber::StatementFailed,
+                          QStringLiteral("件数が一致しません: ") + table.table);
+    return copied;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <functional>
+
+class Connection;
+
+// The tables a shop's database holds, in the order they are copied.
+QStringList ShopTables();
+
+// Whether the connection's database has the shop's tables yet.
+bool HasShopSchema(Connection& connection);
+
+struct CopiedTable {
+    QString table;
+    qint64 rows = 0;
+};
+
+// Copies every row of every table from one database to another, in one transaction on the
+// target: what the target held before is replaced. Counts the rows of both sides afterwards and
+// fails when they differ. progress is told the table and how many of its rows are in.
+QList<CopiedTable>
+CopyDatabase(Connection& from, Connection& to,
+             const std::function<void(const QString&, qint64, qint64)>& progress = {});
