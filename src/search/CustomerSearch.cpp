@@ -4,41 +4,110 @@
 #include "frame/Globals.h"
 #include "frame/Log.h"
 
+#include <QHash>
+#include <QSet>
+#include <optional>
+
 namespace {
 const QString ScreenName = QStringLiteral("顧客一覧照会画面");
 }
 
-bool PurchasesMatch(const SearchConditions& c, qint64 customerNo) {
-    CmnWriteLog(ScreenName, QStringLiteral("SerchUriage"), QStringLiteral("顧客売上側検索処理"),
-                QString());
-    if (gCon.execute(PurchaseCountQuery(c, customerNo)).field(0).toLongLong() == 0)
-        return false;
-    if (!c.on[SearchConditions::Amount])
-        return true;
-    CmnWriteLog(ScreenName, QStringLiteral("CalUriageGaku"),
-                QStringLiteral("顧客売上額集計検索処理"), QString());
-    const QVariant sum = gCon.execute(AmountQuery(c, customerNo)).field(0);
-    return AmountInRange(c, CmnNvl(sum, 0).toLongLong());
+// The purchase check of the list: a matching purchase, and the amount in range when that
+// condition is on. Every customer's answer comes from two statements over all purchases, read
+// once; each customer checked still has his trace lines in the log.
+class PurchaseCheck {
+public:
+    explicit PurchaseCheck(const SearchConditions& c)
+        : amountOn_(c.on[SearchConditions::Amount]), c_(c) {
+        // With only the amount (and visit dates) asked, the customers with a purchase are those
+        // the sums are about: one statement tells both.
+        const bool onlyAmount = !c.on[SearchConditions::Youto] && !c.on[SearchConditions::Item] &&
+                                !c.on[SearchConditions::Meka] && !c.on[SearchConditions::HinName];
+        if (!amountOn_ || !onlyAmount) {
+            RecordSet matching = gCon.execute(PurchaseCustomersQuery(c));
+            for (; !matching.eof(); matching.moveNext())
+                withPurchase_.insert(matching.field(0).toLongLong());
+        }
+        if (!amountOn_)
+            return;
+        RecordSet sums = gCon.execute(AmountsByCustomerQuery(c));
+        for (; !sums.eof(); sums.moveNext()) {
+            const qint64 customerNo = sums.field(0).toLongLong();
+            sums_.insert(customerNo, CmnNvl(sums.field(1), 0).toLongLong());
+            if (onlyAmount)
+                withPurchase_.insert(customerNo);
+        }
+    }
+
+    bool matches(qint64 customerNo) const {
+        CmnWriteLog(ScreenName, QStringLiteral("SerchUriage"), QStringLiteral("顧客売上側検索処理"),
+                    QString());
+        if (!withPurchase_.contains(customerNo))
+            return false;
+        if (!amountOn_)
+            return true;
+        CmnWriteLog(ScreenName, QStringLiteral("CalUriageGaku"),
+                    QStringLiteral("顧客売上額集計検索処理"), QString());
+        return AmountInRange(c_, sums_.value(customerNo, 0));
+    }
+
+private:
+    bool amountOn_;
+    const SearchConditions& c_;
+    QSet<qint64> withPurchase_;
+    QHash<qint64, qint64> sums_;
+};
+
+namespace {
+
+ListedCustomer listed(const RecordSet& row) {
+    const auto text = [&](const char* column) {
+        return CmnNvl(row.field(QString::fromLatin1(column)), QString()).toString();
+    };
+    return {row.field(0).toLongLong(),
+            text("User_Name"),
+            text("User_Kana"),
+            text("User_Yubin"),
+            text("User_Jusyo1"),
+            text("User_Jusyo2"),
+            text("User_Tel"),
+            CmnNvl(row.field(QStringLiteral("User_Kazok_F")), 0).toInt(),
+            CmnNvl(row.field(1), 0).toLongLong(),
+            CmnNvl(row.field(3), 0).toLongLong()};
 }
+
+// The customers that pass the age filter and the purchase check, in kana order. The checks run
+// on the customer side alone; the totals are read afterwards for those that passed.
+QList<qint64> filteredCustomers(const SearchConditions& c, int currentYear) {
+    std::optional<PurchaseCheck> purchases;
+    if (c.anyPurchaseCondition())
+        purchases.emplace(c);
+    QList<qint64> passed;
+    RecordSet rows = gCon.execute(CustomerSideQuery(c));
+    for (; !rows.eof(); rows.moveNext()) {
+        if (c.on[SearchConditions::Age] &&
+            !AgeMatches(c, rows.field(1), rows.field(2), currentYear))
+            continue;
+        const qint64 customerNo = rows.field(0).toLongLong();
+        if (purchases && !purchases->matches(customerNo))
+            continue;
+        passed << customerNo;
+    }
+    return passed;
+}
+
+} // namespace
 
 void SearchCustomers(const SearchConditions& c, int currentYear,
                      const std::function<void(const ListedCustomer&)>& each) {
-    RecordSet rows = gCon.execute(CustomerQuery(c));
-    const bool checkPurchases = c.anyPurchaseCondition();
-    for (; !rows.eof(); rows.moveNext()) {
-        if (c.on[SearchConditions::Age] &&
-            !AgeMatches(c, rows.field(QStringLiteral("User_Tanjo_Go")),
-                        rows.field(QStringLiteral("User_Tanjo_Nen")), currentYear))
-            continue;
-        const qint64 customerNo = rows.field(0).toLongLong();
-        if (checkPurchases && !PurchasesMatch(c, customerNo))
-            continue;
-        const auto text = [&](const char* column) {
-            return CmnNvl(rows.field(QString::fromLatin1(column)), QString()).toString();
-        };
-        each({customerNo, text("User_Name"), text("User_Kana"), text("User_Yubin"),
-              text("User_Jusyo1"), text("User_Jusyo2"), text("User_Tel"),
-              CmnNvl(rows.field(QStringLiteral("User_Kazok_F")), 0).toInt(),
-              CmnNvl(rows.field(1), 0).toLongLong(), CmnNvl(rows.field(3), 0).toLongLong()});
+    LogBatch log;
+    QList<qint64> only;
+    if (c.on[SearchConditions::Age] || c.anyPurchaseCondition()) {
+        only = filteredCustomers(c, currentYear);
+        if (only.isEmpty())
+            return;
     }
+    RecordSet rows = gCon.execute(CustomerQuery(c, only));
+    for (; !rows.eof(); rows.moveNext())
+        each(listed(rows));
 }

@@ -17,7 +17,3 @@ struct ListedCustomer {
 // age filter and the purchase check per customer. Each match is handed to `each`.
 void SearchCustomers(const SearchConditions& c, int currentYear,
                      const std::function<void(const ListedCustomer&)>& each);
-
-// The purchase check of one customer: a matching purchase, and the amount in range when that
-// condition is on.
-bool PurchasesMatch(const SearchConditions& c, qint64 customerNo);

@@ -149,12 +149,12 @@ void FrmIchiran::Serchkokykau() {
                     QString::number(c.no), mark ? QStringLiteral("1") : QStringLiteral("0"), c.name,
                     c.kana, c.yubin, c.jusyo1, c.jusyo2, c.tel, QString::number(c.kazok),
                     QString::number(c.total), c.lastVisit > 0 ? FormatYmd(c.lastVisit) : QString(),
-                    QString()}
-                                                    .join(QLatin1Char('\t')));
+                    QString()});
                 spdData->setRowColor(row, White);
-                lblTaisyouCnt->setText(QString::number(row));
-                lblPrintCnt->setText(QString::number(marked));
             });
+            // The screen is not drawn while the rows come in: the counters are set once at the end.
+            lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
+            lblPrintCnt->setText(QString::number(marked));
             spdData->setRedraw(true);
             const bool found = spdData->maxRows() > 0;
             setListKeys(found);

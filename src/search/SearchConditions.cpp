@@ -61,9 +61,10 @@ bool SearchConditions::anyPurchaseCondition() const {
     return on[Visit] || on[Youto] || on[Item] || on[Meka] || on[Amount] || on[HinName];
 }
 
-QString CustomerQuery(const C& c) {
-    QString sql = QStringLiteral("select san2.*,san1.* from San_User as San1,V_San_User as San2 "
-                                 "where San1.User_No = San2.User_No");
+namespace {
+// The customer-side fragments, in the order of the conditions.
+QString customerFragments(const C& c) {
+    QString sql;
     if (c.on[C::Kana])
         sql += c.kana.trimmed().isEmpty()
                    ? QStringLiteral(" and San1.User_Kana = ''")
@@ -94,7 +95,29 @@ QString CustomerQuery(const C& c) {
         if (c.day != 0)
             sql += QStringLiteral(" and San1.User_Tanjo_Day= ") + SqlNum(c.day);
     }
+    return sql;
+}
+} // namespace
+
+QString CustomerQuery(const C& c, const QList<qint64>& only) {
+    QString sql = QStringLiteral("select san2.*,san1.* from San_User as San1,V_San_User as San2 "
+                                 "where San1.User_No = San2.User_No") +
+                  customerFragments(c);
+    if (!only.isEmpty()) {
+        QStringList numbers;
+        numbers.reserve(only.size());
+        for (qint64 number : only)
+            numbers << SqlNum(number);
+        sql += QStringLiteral(" and San1.User_No in (") + numbers.join(QLatin1Char(',')) +
+               QLatin1Char(')');
+    }
     return sql + QStringLiteral(" Order By User_Kana");
+}
+
+QString CustomerSideQuery(const C& c) {
+    return QStringLiteral("select San1.User_No, San1.User_Tanjo_Go, San1.User_Tanjo_Nen from "
+                          "San_User as San1 where 1 = 1") +
+           customerFragments(c) + QStringLiteral(" Order By User_Kana");
 }
 
 bool AgeMatches(const C& c, const QVariant& era, const QVariant& year, int currentYear) {
@@ -121,14 +144,19 @@ QString PurchaseFragments(const C& c, MakerForm form) {
     return sql;
 }
 
-QString PurchaseCountQuery(const C& c, qint64 customerNo) {
-    return QStringLiteral("select count(*) from San_Uriage where Uri_UserNo = ") +
-           SqlNum(customerNo) + PurchaseFragments(c, MakerForm::List);
+QString PurchaseCustomersQuery(const C& c) {
+    return QStringLiteral("select Uri_UserNo from San_Uriage where 1 = 1") +
+           PurchaseFragments(c, MakerForm::List) + QStringLiteral(" group by Uri_UserNo");
 }
 
 QString AmountQuery(const C& c, qint64 customerNo) {
     return QStringLiteral("select sum(Uri_KingaKei) from San_Uriage where Uri_UserNo = ") +
            SqlNum(customerNo) + (c.on[C::Visit] ? visitFragment(c) : QString());
+}
+
+QString AmountsByCustomerQuery(const C& c) {
+    return QStringLiteral("select Uri_UserNo, sum(Uri_KingaKei) from San_Uriage where 1 = 1") +
+           (c.on[C::Visit] ? visitFragment(c) : QString()) + QStringLiteral(" group by Uri_UserNo");
 }
 
 bool AmountInRange(const C& c, qint64 sum) {

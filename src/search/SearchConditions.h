@@ -40,8 +40,12 @@ struct SearchConditions {
     bool anyPurchaseCondition() const;
 };
 
-// The customer list's query: customers with their sales total and last visit, by kana.
-QString CustomerQuery(const SearchConditions& c);
+// The customer list's query: customers with their sales total and last visit, by kana. Given
+// customer numbers, only those.
+QString CustomerQuery(const SearchConditions& c, const QList<qint64>& only = {});
+
+// The customers of the customer-side conditions alone, by kana: number, era and year of birth.
+QString CustomerSideQuery(const SearchConditions& c);
 
 // The age filter: the birth year within the era made Western, the age the years since then.
 // A customer without a birth year, or without an era, never passes.
@@ -55,11 +59,12 @@ enum class MakerForm { List, Inquiry };
 // The purchase fragments of the visit-date, purpose, item, maker and product-name conditions.
 QString PurchaseFragments(const SearchConditions& c, MakerForm form);
 
-// The list's purchase check: how many purchases of the customer match.
-QString PurchaseCountQuery(const SearchConditions& c, qint64 customerNo);
+// The list's purchase check for every customer at once: the customers with a matching purchase.
+QString PurchaseCustomersQuery(const SearchConditions& c);
 
-// The amount check: the customer's sales in the visit-date range.
+// The amount check: the customer's sales in the visit-date range; and for every customer at once.
 QString AmountQuery(const SearchConditions& c, qint64 customerNo);
+QString AmountsByCustomerQuery(const SearchConditions& c);
 bool AmountInRange(const SearchConditions& c, qint64 sum);
 
 // The sales inquiry's purchases of one customer, newest first.

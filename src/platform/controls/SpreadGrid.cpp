@@ -165,9 +165,13 @@ void SpreadGrid::setRowText(int row, const QString& tabSeparated) {
 }
 
 int SpreadGrid::addRow(const QString& tabSeparated) {
+    return addRow(splitRow(tabSeparated));
+}
+
+int SpreadGrid::addRow(const QStringList& cells) {
     const int row = maxRows() + 1;
     setMaxRows(row);
-    setRowText(row, tabSeparated);
+    model_->setRow(row - 1, cells);
     return row;
 }
 

@@ -39,8 +39,10 @@ public:
     // Writes cells 1, 2, ... of the row from text separated by tabs; a closing carriage
     // return is dropped.
     void setRowText(int row, const QString& tabSeparated);
-    // Adds a row at the bottom, filled from tab-separated text; gives its number.
+    // Adds a row at the bottom, filled from tab-separated text or from its cells; gives its
+    // number.
     int addRow(const QString& tabSeparated);
+    int addRow(const QStringList& cells);
     void deleteRow(int row);
     void clearRows() { setMaxRows(0); }
 

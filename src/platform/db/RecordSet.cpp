@@ -8,6 +8,14 @@
 RecordSet::RecordSet() = default;
 
 RecordSet::RecordSet(std::unique_ptr<QSqlQuery> query) : query_(std::move(query)) {
+    const QSqlRecord record = query_->record();
+    for (int i = 0; i < record.count(); ++i) {
+        names_ << record.fieldName(i);
+        // The first of two columns with one name is the one a name finds.
+        const QString key = names_.last().toLower();
+        if (!positions_.contains(key))
+            positions_.insert(key, i);
+    }
     eof_ = !query_->next();
 }
 
@@ -32,18 +40,20 @@ void RecordSet::close() {
         query_->finish();
         query_.reset();
     }
+    names_.clear();
+    positions_.clear();
     eof_ = true;
 }
 
 int RecordSet::fieldCount() const {
-    return query_ ? query_->record().count() : 0;
+    return int(names_.size());
 }
 
 QString RecordSet::fieldName(int position) const {
     if (position < 0 || position >= fieldCount())
         throw Failure(ErrorNumber::NoSuchField,
                       QStringLiteral("フィールド %1 はありません。").arg(position));
-    return query_->record().fieldName(position);
+    return names_[position];
 }
 
 QVariant RecordSet::field(int position) const {
@@ -61,7 +71,7 @@ QVariant RecordSet::field(const QString& name) const {
 }
 
 int RecordSet::positionOf(const QString& name) const {
-    const int position = query_ ? query_->record().indexOf(name) : -1;
+    const int position = positions_.value(name.toLower(), -1);
     if (position < 0)
         throw Failure(ErrorNumber::NoSuchField,
                       QStringLiteral("フィールド %1 はありません。").arg(name));

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 
@@ -32,4 +34,7 @@ private:
 
     std::unique_ptr<QSqlQuery> query_;
     bool eof_ = true;
+    // The columns, read once: names as the database gives them and by lower-case name.
+    QStringList names_;
+    QHash<QString, int> positions_;
 };

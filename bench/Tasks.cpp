@@ -1,0 +1,302 @@
+#include "Tasks.h"
+
+#include "customer/FrmKokyaku.h"
+#include "customer/UriageEntry.h"
+#include "frame/Globals.h"
+#include "history/FrmRireki.h"
+#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xKana.h"
+#include "platform/controls/xNum.h"
+#include "platform/report/Report.h"
+#include "platform/ui/ShowModal.h"
+#include "print/FrmPrint.h"
+#include "search/FrmIchiran.h"
+#include "search/FrmIchiranSub.h"
+#include "search/FrmKensaku.h"
+#include "search/FrmTotalKensaku.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <algorithm>
+#include <map>
+
+namespace {
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+double timeMs(const std::function<void()>& action) {
+    QElapsedTimer timer;
+    timer.start();
+    action();
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+// The fastest of several runs of a statement read to its end, every field of every row.
+double floorOf(const QString& sql, int runs = 5) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i)
+        times.push_back(timeMs([&] {
+            RecordSet rows = gCon.execute(sql);
+            for (; !rows.eof(); rows.moveNext())
+                for (int f = 0; f < rows.fieldCount(); ++f)
+                    rows.field(f);
+        }));
+    return *std::min_element(times.begin(), times.end());
+}
+
+TaskTimes repeat(int runs, const std::function<void()>& setUp, const std::function<void()>& action,
+                 double floor) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        if (setUp)
+            setUp();
+        times.push_back(timeMs(action));
+    }
+    return {median(times), floor};
+}
+
+// Shows screens opened from a task without blocking: they load and come back at once.
+void screensComeBack() {
+    SetShowModalHandler([](QDialog& screen) {
+        screen.show();
+        screen.hide();
+        return int(QDialog::Accepted);
+    });
+}
+
+const QString CustomerColumns = QStringLiteral(
+    "u.User_No, u.User_Name, u.User_Kana, u.User_Yubin, u.User_Jusyo1, u.User_Jusyo2, u.User_Tel, "
+    "u.User_Kazok_F");
+const QString Totals = QStringLiteral(
+    "left join (select Uri_UserNo, sum(Uri_KingaKei) as total, max(Uri_Date) as last from "
+    "San_Uriage group by Uri_UserNo) v on v.Uri_UserNo = u.User_No");
+
+QString listFloor(const QString& where) {
+    return QStringLiteral("select ") + CustomerColumns +
+           QStringLiteral(", v.total, v.last from San_User u ") + Totals + where +
+           QStringLiteral(" order by u.User_Kana");
+}
+
+TaskTimes quickSearch(int runs, const QString& kana, const QString& tel, const QString& like) {
+    screensComeBack();
+    FrmKensaku search;
+    search.txtKana->setText(kana);
+    search.txtTel->setText(tel);
+    return repeat(
+        runs, {}, [&] { search.cmdKensak_Click(); },
+        floorOf(QStringLiteral("select User_No, User_Name, User_Tel, User_Jusyo1, User_Jusyo2 "
+                               "from San_User where ") +
+                like + QStringLiteral(" order by User_Kana")));
+}
+
+// The customer list searched with the conditions the setter ticks.
+TaskTimes customerList(int runs, const std::function<void(FrmTotalKensaku&)>& conditions,
+                       const QString& floorWhere) {
+    FrmIchiran list;
+    SetShowModalHandler([&](QDialog& screen) {
+        if (auto* search = qobject_cast<FrmTotalKensaku*>(&screen)) {
+            search->JyokenClear();
+            conditions(*search);
+            search->cmdKensaku_Click();
+        }
+        return int(QDialog::Accepted);
+    });
+    return repeat(
+        runs, {}, [&] { list.cmdFnuc_Click(5); }, floorOf(listFloor(floorWhere), 3));
+}
+
+void tick(FrmTotalKensaku& s, int index) {
+    s.chkJoken[index]->click();
+}
+
+} // namespace
+
+QStringList TaskNames() {
+    return {QStringLiteral("quick search by kana"),
+            QStringLiteral("quick search by telephone"),
+            QStringLiteral("register open (50 purchases)"),
+            QStringLiteral("register save (3 lines)"),
+            QStringLiteral("list: all customers"),
+            QStringLiteral("list: age 60-70"),
+            QStringLiteral("list: a purpose"),
+            QStringLiteral("list: visits in 2020"),
+            QStringLiteral("list: amount 100,000-200,000"),
+            QStringLiteral("list: product name"),
+            QStringLiteral("history: next page"),
+            QStringLiteral("sales inquiry"),
+            QStringLiteral("ledger of 1,000 to PDF")};
+}
+
+TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
+    const QString number = QString::number(regular);
+    if (name == TaskNames()[0])
+        return quickSearch(runs, QStringLiteral("やまだ"), QString(),
+                           QStringLiteral("User_Kana like '%やまだ%'"));
+    if (name == TaskNames()[1])
+        return quickSearch(runs, QString(), QStringLiteral("-123"),
+                           QStringLiteral("User_Tel like '%-123%'"));
+    if (name == TaskNames()[2]) {
+        screensComeBack();
+        return repeat(
+            runs, {},
+            [&] {
+                FrmKokyaku reg;
+                reg.setSyori(regular);
+                ShowModal(reg);
+            },
+            floorOf(QStringLiteral(
+                        "select r.*, u.*, i.Item_Name, y.Youto_Name, f.Meka_Name, l.Meka_Name "
+                        "from San_Uriage r join San_User u on u.User_No = r.Uri_UserNo "
+                        "left join San_Item i on i.Item_No = r.Uri_ItemNo "
+                        "left join San_Youto y on y.Youto_No = r.Uri_YoutoNo "
+                        "left join San_Meka f on f.Meka_No = r.Uri_Fm_MekaNo "
+                        "left join San_Meka l on l.Meka_No = r.Uri_Lz_MekaNo "
+                        "where r.Uri_UserNo = ") +
+                    number + QStringLiteral(" order by r.Uri_Date desc, r.Uri_Seq")));
+    }
+    if (name == TaskNames()[3]) {
+        screensComeBack();
+        std::unique_ptr<FrmKokyaku> reg;
+        const auto setUp = [&] {
+            reg = std::make_unique<FrmKokyaku>();
+            ShowModal(*reg);
+            reg->txtName->setText(QStringLiteral("新規 客"));
+            for (int line = 0; line < 3; ++line) {
+                reg->FraUriage->cboItem->setCurrentIndex(line);
+                reg->FraUriage->cboYoto->setCurrentIndex(line);
+                reg->FraUriage->txtKingaKci->setValue(30000);
+                reg->FraUriage->cmdOk_Click();
+            }
+        };
+        // The floor: the same four rows written in one transaction.
+        std::vector<double> floors;
+        for (int i = 0; i < 5; ++i) {
+            const qint64 next = gCon.execute(QStringLiteral("select max(User_No) from San_User"))
+                                    .field(0)
+                                    .toLongLong() +
+                                1;
+            floors.push_back(timeMs([&] {
+                gCon.beginTrans();
+                gCon.execute(
+                    QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')")
+                        .arg(next));
+                for (int seq = 1; seq <= 3; ++seq)
+                    gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, "
+                                                "Uri_Date) values (%1, %2, 20261122)")
+                                     .arg(next)
+                                     .arg(seq));
+                gCon.commitTrans();
+            }));
+            gCon.execute(QStringLiteral("delete from San_Uriage where Uri_UserNo = %1").arg(next));
+            gCon.execute(QStringLiteral("delete from San_User where User_No = %1").arg(next));
+        }
+        return repeat(
+            runs, setUp, [&] { reg->cmdFnuc_Click(4); },
+            *std::min_element(floors.begin(), floors.end()));
+    }
+    if (name == TaskNames()[4])
+        return customerList(
+            runs, [](FrmTotalKensaku&) {}, QString());
+    if (name == TaskNames()[5])
+        return customerList(
+            runs,
+            [](FrmTotalKensaku& s) {
+                tick(s, 5);
+                s.txtToshi[0]->setValue(60);
+                s.txtToshi[1]->setValue(70);
+            },
+            QStringLiteral(
+                " where u.User_Tanjo_Nen > 0 and 2026 - u.User_Tanjo_Nen - case u.User_Tanjo_Go "
+                "when 0 then 1911 when 1 then 1925 when 2 then 1988 end between 60 and 70"));
+    if (name == TaskNames()[6])
+        return customerList(
+            runs,
+            [](FrmTotalKensaku& s) {
+                tick(s, 8);
+                s.cboYoto[0]->setCurrentIndex(2);
+            },
+            QStringLiteral(" where u.User_No in (select Uri_UserNo from San_Uriage where "
+                           "Uri_YoutoNo = '003')"));
+    if (name == TaskNames()[7])
+        return customerList(
+            runs,
+            [](FrmTotalKensaku& s) {
+                tick(s, 7);
+                s.txtRaiten[0]->setDate(QDate(2020, 1, 1));
+                s.txtRaiten[1]->setDate(QDate(2020, 12, 31));
+            },
+            QStringLiteral(" where u.User_No in (select Uri_UserNo from San_Uriage where Uri_Date "
+                           "between 20200101 and 20201231)"));
+    if (name == TaskNames()[8])
+        return customerList(
+            runs,
+            [](FrmTotalKensaku& s) {
+                tick(s, 11);
+                s.txtKinga[0]->setValue(100000);
+                s.txtKinga[1]->setValue(200000);
+            },
+            QStringLiteral(" where v.total between 100000 and 200000"));
+    if (name == TaskNames()[9])
+        return customerList(
+            runs,
+            [](FrmTotalKensaku& s) {
+                tick(s, 12);
+                s.txtHinName[0]->setText(QStringLiteral("FR-12"));
+            },
+            QStringLiteral(
+                " where u.User_No in (select Uri_UserNo from San_Uriage where Uri_Fm_Name "
+                "like '%FR-12%' or Uri_Lz_Name like '%FR-12%')"));
+    if (name == TaskNames()[10]) {
+        screensComeBack();
+        FrmRireki history;
+        history.setKokNo(regular);
+        ShowModal(history);
+        return repeat(
+            runs, {}, [&] { history.cmdFnuc_Click(11); },
+            floorOf(QStringLiteral(
+                        "select r.*, u.User_Name from San_Uriage r join San_User u on u.User_No "
+                        "= r.Uri_UserNo where r.Uri_UserNo = ") +
+                    number +
+                    QStringLiteral(" order by r.Uri_Date desc, r.Uri_Seq limit 3 offset 3")));
+    }
+    if (name == TaskNames()[11]) {
+        screensComeBack();
+        return repeat(
+            runs, {},
+            [&] {
+                FrmIchiranSub inquiry;
+                inquiry.setUser(regular);
+                inquiry.setConditions(SearchConditions{});
+                ShowModal(inquiry);
+            },
+            floorOf(QStringLiteral("select r.*, i.Item_Name, y.Youto_Name from San_Uriage r "
+                                   "left join San_Item i on i.Item_No = r.Uri_ItemNo "
+                                   "left join San_Youto y on y.Youto_No = r.Uri_YoutoNo "
+                                   "where r.Uri_UserNo = ") +
+                    number + QStringLiteral(" order by r.Uri_Date desc")));
+    }
+    // The ledger: a list of the first thousand customers, printed to a PDF.
+    SetReportOutput(ReportOutput::PdfOnly);
+    SpreadGrid list;
+    list.setMaxCols(12);
+    list.setColumnDropDown(9, {QStringLiteral("代表"), QStringLiteral("家族"),
+                               QStringLiteral("個人"), QStringLiteral("DM不要")});
+    RecordSet rows = gCon.execute(listFloor(QStringLiteral(" where u.User_No <= 1000")));
+    for (; !rows.eof(); rows.moveNext())
+        list.addRow(QStringList{
+            rows.field(0).toString(), QStringLiteral("1"), rows.field(1).toString(),
+            rows.field(2).toString(), rows.field(3).toString(), rows.field(4).toString(),
+            rows.field(5).toString(), rows.field(6).toString(), rows.field(7).toString(),
+            rows.field(8).toString(), rows.field(9).toString(), QString()}
+                        .join(QLatin1Char('\t')));
+    FrmPrint print(&list, true);
+    return repeat(
+        runs, {}, [&] { print.cmdPrint_Click(1); }, -1);
+}

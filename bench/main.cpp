@@ -1,0 +1,174 @@
+// mirvane-bench: the shop's daily work at scale. Builds a shop in a temporary program folder,
+// runs every task in a process of its own and prints one table per shop size.
+//   mirvane-bench [CUSTOMERS ...]     default: 100000 10000
+//   mirvane-bench build FOLDER CUSTOMERS   only builds a shop there
+#include "ShopGenerator.h"
+#include "Tasks.h"
+#include "data/Schema.h"
+#include "data/ZipImport.h"
+#include "frame/BasSubMain.h"
+#include "frame/Globals.h"
+#include "platform/ui/AppFolder.h"
+#include "platform/ui/MsgBox.h"
+#include "platform/ui/ShowModal.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+namespace {
+
+QTextStream& out() {
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+// The peak resident memory of this process. (getrusage's figure would carry the parent's over
+// the exec that started this task.)
+long peakKb() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+    return 0;
+}
+
+void answerEveryBox() {
+    SetMsgBoxHandler([](const MsgRequest& box) {
+        return box.buttons == MsgButtons::YesNo ? Answer::Yes : Answer::OK;
+    });
+}
+
+// In the child: one task, printed as "median floor peakKb".
+int runTask(const QString& folder, const QString& task, int runs, qint64 regular) {
+    SetAppFolder(folder);
+    OpenDatabase();
+    answerEveryBox();
+    const TaskTimes times = RunTask(task, runs, regular);
+    gCon.close();
+    out() << times.medianMs << ' ' << times.floorMs << ' ' << peakKb() << '\n';
+    return 0;
+}
+
+// In the child: start-up as the program does it, up to the sign-on screen.
+int runStartup(const QString& folder) {
+    SetAppFolder(folder);
+    answerEveryBox();
+    SetShowModalHandler([](QDialog& screen) {
+        screen.show();
+        return int(QDialog::Rejected);
+    });
+    Main();
+    gCon.close();
+    out() << "0 -1 " << peakKb() << '\n';
+    return 0;
+}
+
+QString child(const QStringList& arguments, double* wallMs = nullptr) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    process.setProcessEnvironment(environment);
+    QElapsedTimer timer;
+    timer.start();
+    process.start(QCoreApplication::applicationFilePath(), arguments);
+    process.waitForFinished(-1);
+    if (wallMs)
+        *wallMs = double(timer.nsecsElapsed()) / 1e6;
+    return QString::fromUtf8(process.readAllStandardOutput())
+        .trimmed()
+        .split(QLatin1Char('\n'))
+        .last();
+}
+
+void row(const QString& task, double median, double floor, long peakKb) {
+    const QString ratio = floor > 0 ? QString::number(median / floor, 'f', 1) : QStringLiteral("-");
+    const QString floorText = floor > 0 ? QString::number(floor, 'f', 1) : QStringLiteral("-");
+    out() << "| " << task.leftJustified(30) << " | "
+          << QString::number(median, 'f', 1).rightJustified(9) << " | "
+          << floorText.rightJustified(8) << " | " << ratio.rightJustified(5) << " | "
+          << QString::number(peakKb / 1024.0, 'f', 0).rightJustified(8) << " |\n"
+          << Qt::flush;
+}
+
+// Builds a shop's program folder: forms, database, postal directory, customers and purchases.
+GeneratedShop buildShop(const QString& path, qint64 customers) {
+    QDir(path).mkpath(QStringLiteral("jfm"));
+    const QDir forms(QCoreApplication::applicationDirPath() + QStringLiteral("/jfm"));
+    for (const QString& form : forms.entryList({QStringLiteral("*.jfm")}))
+        QFile::copy(forms.filePath(form), path + QStringLiteral("/jfm/") + form);
+    CreateDatabase(path + QLatin1Char('/') + DatabaseFile);
+    Connection connection;
+    connection.open(path + QLatin1Char('/') + DatabaseFile);
+    ImportZipFile(connection, QCoreApplication::applicationDirPath() +
+                                  QStringLiteral("/postal/utf_ken_all.csv.qz"));
+    const GeneratedShop shop = GenerateShop(connection, customers);
+    connection.close();
+    return shop;
+}
+
+void benchmark(qint64 customers) {
+    QTemporaryDir folder;
+    QElapsedTimer timer;
+    timer.start();
+    const GeneratedShop shop = buildShop(folder.path(), customers);
+    out() << "\n"
+          << shop.customers << " customers, " << shop.purchases << " purchases (built in "
+          << timer.elapsed() / 1000.0 << " s)\n\n"
+          << "| task                           | median ms | floor ms | ratio | peak MB |\n"
+          << "|--------------------------------|----------:|---------:|------:|--------:|\n";
+    double wall = 0;
+    std::vector<double> startups;
+    QStringList fields;
+    for (int i = 0; i < 5; ++i) {
+        fields = child({QStringLiteral("startup"), folder.path()}, &wall).split(QLatin1Char(' '));
+        startups.push_back(wall);
+    }
+    std::sort(startups.begin(), startups.end());
+    row(QStringLiteral("start-up to sign-on (process)"), startups[2], -1, fields.value(2).toLong());
+    for (const QString& task : TaskNames()) {
+        const int runs =
+            task.startsWith(QLatin1String("list")) || task.startsWith(QLatin1String("ledger")) ? 3
+                                                                                               : 7;
+        fields = child({QStringLiteral("task"), folder.path(), task, QString::number(runs),
+                        QString::number(shop.regular)})
+                     .split(QLatin1Char(' '));
+        row(task, fields.value(0).toDouble(), fields.value(1).toDouble(), fields.value(2).toLong());
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    // The benchmark needs no display; the tasks' screens are driven, not looked at.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const QStringList args = QCoreApplication::arguments().mid(1);
+    if (args.value(0) == QLatin1String("task"))
+        return runTask(args.value(1), args.value(2), args.value(3).toInt(),
+                       args.value(4).toLongLong());
+    if (args.value(0) == QLatin1String("startup"))
+        return runStartup(args.value(1));
+    // A shop kept in a folder of one's choice, to look into.
+    if (args.value(0) == QLatin1String("build")) {
+        const GeneratedShop shop = buildShop(args.value(1), args.value(2).toLongLong());
+        out() << shop.customers << " customers, " << shop.purchases
+              << " purchases; regular customer " << shop.regular << '\n';
+        return 0;
+    }
+    QList<qint64> sizes;
+    for (const QString& arg : args)
+        sizes << arg.toLongLong();
+    if (sizes.isEmpty())
+        sizes = {100000, 10000};
+    for (qint64 customers : sizes)
+        benchmark(customers);
+    return 0;
+}
