@@ -272,29 +272,13 @@ void UriageEntry::layOut() {
     sale->addWidget(caption(QStringLiteral("メ モ"), this), 3, 4);
     sale->addWidget(txtMemo, 3, 5, 1, 3);
 
-    // The prescription in screen order: Ragan and Kyosei before Pd.
-    const int screenOrder[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 10};
-    const QString captions[] = {
-        QStringLiteral("S度数"),   QStringLiteral("C度数"),   QStringLiteral("軸度"),
-        QStringLiteral("加入度"),  QStringLiteral("ﾌﾟﾘｽﾞﾑ1"), QStringLiteral("ﾍﾞｰｽ1"),
-        QStringLiteral("ﾌﾟﾘｽﾞﾑ2"), QStringLiteral("ﾍﾞｰｽ2"),   QStringLiteral("外径"),
-        QStringLiteral("小玉"),    QStringLiteral("裸眼"),    QStringLiteral("矯正")};
-    auto* eyes = new QGridLayout;
-    eyes->setHorizontalSpacing(4);
-    for (int column = 0; column < 12; ++column) {
-        auto* label = new QLabel(captions[column], this);
-        label->setAlignment(Qt::AlignCenter);
-        eyes->addWidget(label, 0, column + 1);
+    EyeFields rightEye, leftEye;
+    for (int i = 0; i < 13; ++i) {
+        rightEye[i] = prescriptionField(0, i);
+        leftEye[i] = prescriptionField(1, i);
     }
-    const QString eyeNames[] = {QStringLiteral("<Ｒ>"), QStringLiteral("<Ｌ>")};
-    const QString pdNames[] = {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")};
-    for (int eye = 0; eye < 2; ++eye) {
-        eyes->addWidget(new QLabel(eyeNames[eye], this), eye + 1, 0);
-        for (int column = 0; column < 12; ++column)
-            eyes->addWidget(prescriptionField(eye, screenOrder[column]), eye + 1, column + 1);
-        eyes->addWidget(caption(pdNames[eye], this), eye + 1, 13);
-        eyes->addWidget(prescriptionField(eye, screenOrder[12]), eye + 1, 14);
-    }
+    auto* eyes = PrescriptionGrid(this, rightEye, leftEye,
+                                  {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")});
 
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(cmdOk);

@@ -113,29 +113,8 @@ void UriageBlock::layOut() {
     goods->addWidget(frame, 3);
     goods->addWidget(lens, 2);
 
-    const QString captions[] = {
-        QStringLiteral("S度数"),   QStringLiteral("C度数"),   QStringLiteral("軸度"),
-        QStringLiteral("加入度"),  QStringLiteral("ﾌﾟﾘｽﾞﾑ1"), QStringLiteral("ﾍﾞｰｽ1"),
-        QStringLiteral("ﾌﾟﾘｽﾞﾑ2"), QStringLiteral("ﾍﾞｰｽ2"),   QStringLiteral("外径"),
-        QStringLiteral("小玉"),    QStringLiteral("裸眼"),    QStringLiteral("矯正")};
-    auto* eyes = new QGridLayout;
-    eyes->setHorizontalSpacing(4);
-    eyes->setVerticalSpacing(2);
-    for (int column = 0; column < 12; ++column) {
-        auto* label = new QLabel(captions[column], this);
-        label->setAlignment(Qt::AlignCenter);
-        eyes->addWidget(label, 0, column + 1);
-    }
-    const QString eyeNames[] = {QStringLiteral("<Ｒ>"), QStringLiteral("<Ｌ>")};
-    const QString pdNames[] = {QStringLiteral("PD(遠)"), QStringLiteral("PD(近)")};
-    for (int eye = 0; eye < 2; ++eye) {
-        eyes->addWidget(new QLabel(eyeNames[eye], this), eye + 1, 0);
-        for (int column = 0; column < 13; ++column) {
-            const int index = PrescriptionWiring::ScreenOrder[column];
-            eyes->addWidget(eyes_[eye][index], eye + 1, column < 12 ? column + 1 : 14);
-        }
-        eyes->addWidget(caption(pdNames[eye], this), eye + 1, 13);
-    }
+    auto* eyes = PrescriptionGrid(this, eyes_[0], eyes_[1],
+                                  {QStringLiteral("PD(遠)"), QStringLiteral("PD(近)")});
 
     auto* block = new QVBoxLayout(this);
     block->setContentsMargins(8, 4, 8, 4);

@@ -5,6 +5,8 @@
 #include "prescription/PrescriptionValues.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
 #include <algorithm>
 
 namespace {
@@ -108,4 +110,34 @@ bool PrescriptionWiring::keyRule(int eye, int index, int key) {
     }
     field(nextEye, ScreenOrder[nextPosition])->setFocus();
     return true;
+}
+
+QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const EyeFields& left,
+                              const QString (&pdCaptions)[2]) {
+    const QString captions[] = {
+        QStringLiteral("S度数"),   QStringLiteral("C度数"),   QStringLiteral("軸度"),
+        QStringLiteral("加入度"),  QStringLiteral("ﾌﾟﾘｽﾞﾑ1"), QStringLiteral("ﾍﾞｰｽ1"),
+        QStringLiteral("ﾌﾟﾘｽﾞﾑ2"), QStringLiteral("ﾍﾞｰｽ2"),   QStringLiteral("外径"),
+        QStringLiteral("小玉"),    QStringLiteral("裸眼"),    QStringLiteral("矯正")};
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(2);
+    for (int column = 0; column < 12; ++column) {
+        auto* label = new QLabel(captions[column], parent);
+        label->setAlignment(Qt::AlignCenter);
+        grid->addWidget(label, 0, column + 1);
+    }
+    const QString eyeNames[] = {QStringLiteral("<Ｒ>"), QStringLiteral("<Ｌ>")};
+    const EyeFields* eyes[] = {&right, &left};
+    for (int eye = 0; eye < 2; ++eye) {
+        grid->addWidget(new QLabel(eyeNames[eye], parent), eye + 1, 0);
+        for (int column = 0; column < 12; ++column)
+            grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[column]], eye + 1,
+                            column + 1);
+        auto* pd = new QLabel(pdCaptions[eye], parent);
+        pd->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(pd, eye + 1, 13);
+        grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[12]], eye + 1, 14);
+    }
+    return grid;
 }

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <array>
 
+class QGridLayout;
+class QWidget;
 class xField;
 
 // The screens that take a prescription. The register has a hundredths entry for Sph and S,
@@ -31,3 +33,8 @@ private:
     PrescriptionScreen screen_;
     std::array<EyeFields, 2> eyes_;
 };
+
+// The prescription's fields on a screen: the captions above, a row per eye marked <Ｒ> and <Ｌ>,
+// the values in screen order with the Pd field last behind its caption (pdCaptions: right, left).
+QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const EyeFields& left,
+                              const QString (&pdCaptions)[2]);
