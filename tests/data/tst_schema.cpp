@@ -11,15 +11,6 @@
 
 namespace {
 
-QStringList columnsOf(const QString& table) {
-    RecordSet rows = gCon.execute(QStringLiteral("select * from ") + table);
-    QStringList names;
-    // PostgreSQL keeps unquoted names in lower case.
-    for (int i = 0; i < rows.fieldCount(); ++i)
-        names << rows.fieldName(i).toLower();
-    return names;
-}
-
 QStringList numbersOf(const QString& table, const QString& column) {
     RecordSet rows =
         gCon.execute(QStringLiteral("select %1 from %2 order by %1").arg(column, table));
@@ -59,22 +50,6 @@ class TestSchema : public QObject {
 private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
-
-    void statementsInsertByColumnPosition() {
-        QCOMPARE(columnsOf(QStringLiteral("San_User")).size(), 20);
-        const QStringList purchase = columnsOf(QStringLiteral("San_Uriage"));
-        QCOMPARE(purchase.size(), 43);
-        QCOMPARE(purchase.mid(13, 2),
-                 (QStringList{QStringLiteral("uri_kingakei"), QStringLiteral("uri_r_sph")}));
-        QCOMPARE(purchase.mid(26, 2),
-                 (QStringList{QStringLiteral("uri_r_kyosei"), QStringLiteral("uri_l_sph")}));
-        QCOMPARE(purchase.last(), QStringLiteral("uri_yobi"));
-        insertPurchase(1, 1, 20260105, 38000);
-        RecordSet row = gCon.execute(QStringLiteral("select * from San_Uriage"));
-        QCOMPARE(row.field(QStringLiteral("Uri_Date")).toInt(), 20260105);
-        QCOMPARE(row.field(QStringLiteral("Uri_KingaKei")).toInt(), 38000);
-        QVERIFY(!row.field(QStringLiteral("Uri_L_B1")).isNull());
-    }
 
     void theViewHasOneRowPerCustomerWithTotalAndLastDate() {
         for (int user = 1; user <= 3; ++user)

@@ -30,6 +30,7 @@ private slots:
             QCOMPARE(s.windowTitle(), QStringLiteral("カレンダー"));
             QCOMPARE(s.xClndr1->Value(), QDate(2026, 11, 22));
             QCOMPARE(s.xClndr1->heading(), QStringLiteral("2026年 １１月"));
+            QCOMPARE(xClndr::monthName(1) + xClndr::monthName(12), QStringLiteral("１月１２月"));
             s.xClndr1->days()->setSelectedDate(QDate(2026, 10, 3));
             QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
         });

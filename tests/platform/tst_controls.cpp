@@ -1,7 +1,6 @@
 // The input controls: kana capture from the input method, number and date fields, the postal
 // code mask, numeric input settings, notifications and the function-key row.
 #include "platform/controls/FunctionKeyRow.h"
-#include "platform/controls/xClndr.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
@@ -12,7 +11,6 @@
 #include <QDialog>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -196,20 +194,6 @@ private slots:
 
         xCmdBtn escape(Qt::Key_Escape, QStringLiteral("戻る"));
         QCOMPARE(escape.text(), QStringLiteral("Esc 戻る"));
-    }
-
-    void theCalendarNamesItsMonthsInFullWidthDigits() {
-        QCOMPARE(xClndr::monthName(1), QStringLiteral("１月"));
-        QCOMPARE(xClndr::monthName(10), QStringLiteral("１０月"));
-        QCOMPARE(xClndr::monthName(12), QStringLiteral("１２月"));
-        xClndr calendar;
-        QSignalSpy changed(&calendar, &xClndr::changed);
-        calendar.setValue(QDate(2026, 11, 22));
-        QCOMPARE(calendar.heading(), QStringLiteral("2026年 １１月"));
-        QCOMPARE(calendar.Value(), QDate(2026, 11, 22));
-        QCOMPARE(changed.count(), 1);
-        calendar.findChild<QToolButton*>(QStringLiteral("next"))->click();
-        QCOMPARE(calendar.heading(), QStringLiteral("2026年 １２月"));
     }
 };
 

@@ -100,20 +100,6 @@ private slots:
         QCOMPARE(grid.maxRows(), 3);
     }
 
-    void redrawOffWritesManyRowsAtOnce() {
-        SpreadGrid grid;
-        grid.setMaxCols(12);
-        QSignalSpy inserted(grid.model(), &QAbstractItemModel::rowsInserted);
-        grid.setRedraw(false);
-        for (int row = 1; row <= 20000; ++row)
-            grid.addRow(QString::number(row) + QStringLiteral("\tname\tかな\t\t\t\t\t\t0\t0\t0\t"));
-        grid.setRedraw(true);
-        QCOMPARE(inserted.count(), 0);
-        QCOMPARE(grid.maxRows(), 20000);
-        QCOMPARE(grid.view()->model()->rowCount(), 20000);
-        QCOMPARE(grid.text(20000, 1), QStringLiteral("20000"));
-    }
-
     void dropDownCellsHoldTheIndexAndShowTheItem() {
         SpreadGrid grid;
         grid.setMaxCols(2);
