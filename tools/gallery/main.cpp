@@ -1,7 +1,7 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
-//   list | conditions | print
+//   list | conditions | print | printscreen
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/Schema.h"
@@ -326,6 +326,11 @@ int main(int argc, char* argv[]) {
         return showConditions(folder.path());
     if (which == QLatin1String("print"))
         return printAll(folder.path());
+    if (which == QLatin1String("printscreen")) {
+        SpreadGrid list;
+        FrmPrint screen(&list, true);
+        return screen.exec();
+    }
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
