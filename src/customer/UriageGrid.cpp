@@ -13,7 +13,7 @@
 namespace {
 
 // Master names of one filling, each code looked up once. No value: no master has the code.
-class MasterNames {
+class KnownMasters {
 public:
     std::optional<QString> find(const QString& table, const QString& prefix, const QString& code) {
         const QString key = table + QLatin1Char('/') + code;
@@ -70,7 +70,7 @@ bool UriageGrid::fill(qint64 userNo) {
                      SqlNum(userNo) + QStringLiteral(" Order By Uri_Date desc,Uri_seq"));
     clearRows();
     setRedraw(false);
-    MasterNames masters;
+    KnownMasters masters;
     bool complete = true;
     for (; !rows.eof(); rows.moveNext()) {
         const int row = addRow(QString());

@@ -43,6 +43,14 @@ QString CmnGetMaster(int kind, const QString& no) {
     return name;
 }
 
+QString MasterNames::name(int kind, const QString& no) {
+    const QString key = QString::number(kind) + QLatin1Char('/') + no;
+    const auto known = names_.constFind(key);
+    if (known != names_.cend())
+        return *known;
+    return *names_.insert(key, CmnGetMaster(kind, no));
+}
+
 QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2) {
     QString address;
     Procedure(Module, QStringLiteral("CmnGetJusyo"), {},

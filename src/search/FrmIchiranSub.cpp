@@ -18,12 +18,12 @@ namespace {
 
 const QString ScreenName = QStringLiteral("指定顧客売上照会画面");
 
-QString withName(const QString& code, int kind) {
-    return code + QLatin1Char(':') + CmnGetMaster(kind, code);
+QString withName(MasterNames& masters, const QString& code, int kind) {
+    return code + QLatin1Char(':') + masters.name(kind, code);
 }
 
-QString makerWithName(const QString& code) {
-    return code.isEmpty() ? QString() : withName(code, 2);
+QString makerWithName(MasterNames& masters, const QString& code) {
+    return code.isEmpty() ? QString() : withName(masters, code, 2);
 }
 
 } // namespace
@@ -104,6 +104,7 @@ void FrmIchiranSub::SerchUriage(qint64 customerNo) {
         RecordSet rows = gCon.execute(InquiryQuery(conditions_, customerNo));
         // The amount check depends on the customer alone: every purchase is listed, or none.
         const bool listed = !conditions_.on[SearchConditions::Amount] || CalUriageGaku(customerNo);
+        MasterNames masters;
         int visits = 0;
         qint64 lastDate = 0;
         qint64 sum = 0;
@@ -116,12 +117,13 @@ void FrmIchiranSub::SerchUriage(qint64 customerNo) {
                 ++visits;
                 lastDate = date;
             }
-            spdData->addRow(QStringList{
-                FormatYmd(date), withName(text("Uri_ItemNo"), 0), withName(text("Uri_YoutoNo"), 1),
-                makerWithName(text("Uri_Fm_MekaNo")), text("Uri_Fm_Name"), text("Uri_Fm_Kinga"),
-                makerWithName(text("Uri_Lz_MekaNo")), text("Uri_Lz_Name"), text("Uri_Lz_Kinga"),
-                text("Uri_KingaKei")}
-                                .join(QLatin1Char('\t')));
+            spdData->addRow(
+                QStringList{FormatYmd(date), withName(masters, text("Uri_ItemNo"), 0),
+                            withName(masters, text("Uri_YoutoNo"), 1),
+                            makerWithName(masters, text("Uri_Fm_MekaNo")), text("Uri_Fm_Name"),
+                            text("Uri_Fm_Kinga"), makerWithName(masters, text("Uri_Lz_MekaNo")),
+                            text("Uri_Lz_Name"), text("Uri_Lz_Kinga"), text("Uri_KingaKei")}
+                    .join(QLatin1Char('\t')));
             sum += CmnNvl(rows.field(QStringLiteral("Uri_KingaKei")), 0).toLongLong();
         }
         lblKaisu->setText(FormatNumber(visits, QStringLiteral("###,###,##0")));
