@@ -4,7 +4,6 @@
 #include "customer/UriageEntry.h"
 #include "frame/Globals.h"
 #include "history/FrmRireki.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
@@ -284,19 +283,17 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
     }
     // The ledger: a list of the first thousand customers, printed to a PDF.
     SetReportOutput(ReportOutput::PdfOnly);
-    SpreadGrid list;
-    list.setMaxCols(12);
-    list.setColumnDropDown(9, {QStringLiteral("代表"), QStringLiteral("家族"),
-                               QStringLiteral("個人"), QStringLiteral("DM不要")});
+    std::vector<ListRow> list;
     RecordSet rows = gCon.execute(listFloor(QStringLiteral(" where u.User_No <= 1000")));
-    for (; !rows.eof(); rows.moveNext())
-        list.addRow(QStringList{
-            rows.field(0).toString(), QStringLiteral("1"), rows.field(1).toString(),
-            rows.field(2).toString(), rows.field(3).toString(), rows.field(4).toString(),
-            rows.field(5).toString(), rows.field(6).toString(), rows.field(7).toString(),
-            rows.field(8).toString(), rows.field(9).toString(), QString()}
-                        .join(QLatin1Char('\t')));
-    FrmPrint print(&list, true);
+    for (; !rows.eof(); rows.moveNext()) {
+        const ListedCustomer c{rows.field(0).toLongLong(), rows.field(1).toString(),
+                               rows.field(2).toString(),   rows.field(3).toString(),
+                               rows.field(4).toString(),   rows.field(5).toString(),
+                               rows.field(6).toString(),   rows.field(7).toInt(),
+                               rows.field(8).toLongLong(), rows.field(9).toLongLong()};
+        list.push_back({c, c, true});
+    }
+    FrmPrint print(std::move(list), true);
     return repeat(
         runs, {}, [&] { print.cmdPrint_Click(1); }, -1);
 }

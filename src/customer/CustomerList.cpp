@@ -1,22 +1,32 @@
 #include "customer/CustomerList.h"
 
-#include "platform/controls/SpreadGrid.h"
-#include "platform/db/RecordSet.h"
-
-void SetUpCustomerList(SpreadGrid* grid) {
-    grid->setObjectName(QStringLiteral("spdData"));
-    grid->setHeaders({QStringLiteral("顧客番号"), QStringLiteral("氏 名"), QStringLiteral("TEL"),
-                      QStringLiteral("住 所")});
-    grid->setColumnNumeric(1, true);
-    grid->setColumnWidths({80, 170, 130, 380});
-    grid->setLastColumnStretch(true);
+CustomerList::CustomerList(QWidget* parent) : GridView(parent) {
+    setObjectName(QStringLiteral("spdData"));
+    model_ = new RowModel<Customer>(
+        {{QStringLiteral("顧客番号"), [](const Customer& c) { return QString::number(c.no); },
+          Qt::AlignRight | Qt::AlignVCenter},
+         {QStringLiteral("氏 名"),
+          [](const Customer& c) {
+              return c.name;
+          }},
+         {QStringLiteral("TEL"),
+          [](const Customer& c) {
+              return c.tel;
+          }},
+         {QStringLiteral("住 所"),
+          [](const Customer& c) {
+              return c.jusyo1.trimmed() + c.jusyo2;
+          }}},
+        this);
+    setModel(model_);
+    setColumnWidths({80, 170, 130, 380});
+    setLastColumnStretch(true);
 }
 
-QString CustomerListLine(const RecordSet& row) {
-    return QStringList{row.field(QStringLiteral("User_No")).toString(),
-                       row.field(QStringLiteral("User_Name")).toString(),
-                       row.field(QStringLiteral("User_Tel")).toString(),
-                       row.field(QStringLiteral("User_Jusyo1")).toString().trimmed() +
-                           row.field(QStringLiteral("User_Jusyo2")).toString()}
-        .join(QLatin1Char('\t'));
+void CustomerList::showCustomers(std::vector<Customer> customers) {
+    model_->setRows(std::move(customers));
+}
+
+QString CustomerList::cellText(int row, int column) const {
+    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
 }

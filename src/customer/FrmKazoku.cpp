@@ -1,13 +1,11 @@
 #include "customer/FrmKazoku.h"
 
 #include "customer/CustomerList.h"
-#include "frame/Globals.h"
+#include "data/CustomerStore.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
-#include "platform/db/SqlText.h"
 #include "platform/ui/WaitCursor.h"
 
 #include <QHBoxLayout>
@@ -20,8 +18,7 @@ const QString ScreenName = QStringLiteral("顧客検索画面");
 FrmKazoku::FrmKazoku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmKazoku"));
     setWindowTitle(QStringLiteral("家族照会"));
-    spdData = new SpreadGrid(this);
-    SetUpCustomerList(spdData);
+    spdData = new CustomerList(this);
     spdData->setMinimumSize(700, 300);
     cmdBtn[1] = new xCmdBtn(Qt::Key_F5, QStringLiteral("顧客詳細(F5)"), this);
     cmdBtn[2] = new xCmdBtn(Qt::Key_Escape, QStringLiteral("ｷｬﾝｾﾙ(ESC)"), this);
@@ -38,7 +35,7 @@ FrmKazoku::FrmKazoku(QWidget* parent) : Screen(parent) {
     auto* page = new QVBoxLayout(this);
     page->addWidget(spdData, 1);
     page->addLayout(buttons);
-    connect(spdData, &SpreadGrid::doubleClicked, this, [this](int row, int) {
+    connect(spdData, &GridView::doubleClicked, this, [this](int row, int) {
         if (row >= 1 && row <= spdData->maxRows())
             choose(row);
     });
@@ -58,13 +55,7 @@ void FrmKazoku::showEvent(QShowEvent* event) {
 void FrmKazoku::Disp_Kokyaku() {
     Procedure(ScreenName, QStringLiteral("Disp_Kokyaku"), QStringLiteral("顧客データの取得処理"),
               [&] {
-                  RecordSet rows =
-                      gCon.execute(QStringLiteral("select * from San_User where User_Tel = ") +
-                                   SqlQuote(tel_) + QStringLiteral(" Order By User_Kana"));
-                  spdData->clearRows();
-                  for (; !rows.eof(); rows.moveNext())
-                      spdData->addRow(CustomerListLine(rows));
-                  rows.close();
+                  spdData->showCustomers(CustomerStore::WithTel(tel_));
                   if (spdData->maxRows() > 0)
                       cmdBtn[1]->setEnabled(true);
               });
@@ -85,6 +76,6 @@ void FrmKazoku::cmdBtn_Click(int index) {
 }
 
 void FrmKazoku::choose(int row) {
-    chosen_ = spdData->text(row, 1).toLongLong();
+    chosen_ = spdData->customerNo(row);
     done(QDialog::Accepted);
 }

@@ -4,7 +4,7 @@
 
 #include <array>
 
-class SpreadGrid;
+class CustomerList;
 class xCmdBtn;
 
 // The family list: every customer with the same telephone number as the register's customer.
@@ -20,7 +20,7 @@ public:
     void Disp_Kokyaku();
     void cmdBtn_Click(int index);
 
-    SpreadGrid* spdData;
+    CustomerList* spdData;
     std::array<xCmdBtn*, 3> cmdBtn{}; // 1 顧客詳細(F5), 2 ｷｬﾝｾﾙ(ESC); 0 is not used
 
 protected:

@@ -1,11 +1,13 @@
 #include "customer/FrmKokyaku.h"
 
-#include "customer/Age.h"
 #include "customer/FrmKazoku.h"
+#include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "customer/UriageGrid.h"
-#include "customer/UserSql.h"
+#include "data/CustomerStore.h"
 #include "data/Lookups.h"
+#include "data/PurchaseStore.h"
+#include "domain/Age.h"
+#include "domain/Prescription.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
@@ -22,7 +24,7 @@
 #include "platform/controls/xKana.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xZip.h"
-#include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
@@ -34,6 +36,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <cmath>
 
 namespace {
 
@@ -63,7 +66,10 @@ void FrmKokyaku::connectEvents() {
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmKokyaku::cmdFnuc_Click);
     connect(cmdJusyo, &QPushButton::clicked, this, &FrmKokyaku::cmdJusyo_Click);
     connect(txtYubin, &QLineEdit::textEdited, this, &FrmKokyaku::fillAddressFromPostalCode);
-    connect(spdData, &SpreadGrid::clicked, this, &FrmKokyaku::spdData_Click);
+    connect(spdData, &GridView::clicked, this, &FrmKokyaku::spdData_Click);
+    // The entry always shows the current line: moved to by a click, the arrow keys or a drag.
+    connect(spdData, &GridView::currentRowChanged, this,
+            [this](int row) { spdData_Click(row, 1); });
     FraUriage->attachGrid(spdData);
     for (xField* part : {txtTanjo_Nen, txtTanjo_Mon, txtTanjo_Day})
         connect(part, &xInput::leave, part, [part] { part->setText(birthPart(part->text())); });
@@ -94,7 +100,7 @@ void FrmKokyaku::Form_Load() {
         EditMode = 1;
         WaitCursor wait;
         Disp_User(syori_);
-        if (spdData->maxRows() > 0)
+        if (spdData->lineCount() > 0)
             spdData_Click(1, 1);
         return;
     }
@@ -109,7 +115,7 @@ void FrmKokyaku::Form_Load() {
 
 void FrmKokyaku::Form_Activate() {
     if (currentNo_ != 0) {
-        showGrid(spdData->maxRows() > 0);
+        showGrid(spdData->lineCount() > 0);
         txtDate->setFocus();
         return;
     }
@@ -119,55 +125,19 @@ void FrmKokyaku::Form_Activate() {
 
 void FrmKokyaku::showGrid(bool shown) {
     if (!shown)
-        spdData->clearRows();
+        spdData->clearLines();
     // The purchase frame sits right below the grid, so it moves up when the grid goes.
     spdData->setVisible(shown);
 }
 
 void FrmKokyaku::Disp_User(qint64 customerNo) {
     Procedure(ScreenName, QStringLiteral("Disp_User"), QStringLiteral("顧客情報の取得処理"), [&] {
-        RecordSet row = gCon.execute(QStringLiteral("select * from San_User where User_No = ") +
-                                     SqlNum(customerNo) +
-                                     QStringLiteral(" and ( User_Dlt_F <> '1' Or User_Dlt_F Is "
-                                                    "Null ) Order By User_No"));
-        if (row.eof()) {
+        const std::optional<Customer> customer = CustomerStore::Find(customerNo);
+        if (!customer) {
             CmnDspMsg(OpeErr_008);
             return;
         }
-        const auto text = [&](const char* column) {
-            return CmnNvl(row.field(QString::fromLatin1(column)), QString()).toString();
-        };
-        lblNo->setText(QString::number(customerNo));
-        txtName->setText(text("User_Name"));
-        txtKana->setText(text("User_Kana"));
-        txtYubin->setText(text("User_Yubin"));
-        txtJusyo1->setText(text("User_Jusyo1"));
-        txtJusyo2->setText(text("User_Jusyo2"));
-        txtTel->setText(text("User_Tel"));
-        txtKinmu->setText(text("User_Kinmu"));
-        txtKinmuTel->setText(text("User_KinmuTel"));
-        txtSyokai->setText(text("User_Syokai"));
-        txtSyokaiTel->setText(text("User_SyokaiTel"));
-        const std::pair<const char*, QButtonGroup*> options[] = {{"User_Sex", sexGroup_},
-                                                                 {"User_Kazok_F", kazokGroup_},
-                                                                 {"User_Tanjo_Go", tanjoGoGroup_}};
-        for (const auto& [column, group] : options) {
-            const QString value = text(column).trimmed();
-            if (!value.isEmpty() && group->button(value.toInt()))
-                group->button(value.toInt())->setChecked(true);
-        }
-        txtTanjo_Nen->setText(birthPart(text("User_Tanjo_Nen")));
-        txtTanjo_Mon->setText(birthPart(text("User_Tanjo_Mon")));
-        txtTanjo_Day->setText(birthPart(text("User_Tanjo_Day")));
-        Get_Age(text("User_Tanjo_Go").toInt(), text("User_Tanjo_Nen").toInt(),
-                text("User_Tanjo_Mon").toInt(), text("User_Tanjo_Day").toInt());
-        if (age_ != 0)
-            lblAge->setText(QString::number(age_) + QStringLiteral("歳"));
-        const QString entry1 = text("User_Entry1").trimmed();
-        txtDate->setDate(entry1.isEmpty()
-                             ? Today()
-                             : QDate::fromString(entry1.left(10), QStringLiteral("yyyy/MM/dd")));
-        row.close();
+        showCustomer(*customer);
         cmdFnuc[F3]->setEnabled(true);
         cmdFnuc[F8]->setEnabled(true);
         cmdFnuc[F12]->setEnabled(true);
@@ -175,10 +145,36 @@ void FrmKokyaku::Disp_User(qint64 customerNo) {
     });
 }
 
+void FrmKokyaku::showCustomer(const Customer& c) {
+    shownNo_ = c.no;
+    lblNo->setText(QString::number(c.no));
+    txtName->setText(c.name);
+    txtKana->setText(c.kana);
+    txtYubin->setText(c.yubin);
+    txtJusyo1->setText(c.jusyo1);
+    txtJusyo2->setText(c.jusyo2);
+    txtTel->setText(c.tel);
+    txtKinmu->setText(c.kinmu);
+    txtKinmuTel->setText(c.kinmuTel);
+    txtSyokai->setText(c.syokai);
+    txtSyokaiTel->setText(c.syokaiTel);
+    for (const auto& [value, group] : {std::pair{c.sex, sexGroup_}, std::pair{c.kazok, kazokGroup_},
+                                       std::pair{c.birth.era, tanjoGoGroup_}})
+        if (QAbstractButton* option = group->button(value))
+            option->setChecked(true);
+    txtTanjo_Nen->setText(birthPart(QString::number(c.birth.year)));
+    txtTanjo_Mon->setText(birthPart(QString::number(c.birth.month)));
+    txtTanjo_Day->setText(birthPart(QString::number(c.birth.day)));
+    Get_Age(c.birth.era, c.birth.year, c.birth.month, c.birth.day);
+    if (age_ != 0)
+        lblAge->setText(QString::number(age_) + QStringLiteral("歳"));
+    txtDate->setDate(c.entry1.isValid() ? c.entry1 : Today());
+}
+
 void FrmKokyaku::Disp_SpdData(qint64 customerNo) {
     FraUriage->Clear_UriData();
     Procedure(ScreenName, QStringLiteral("Disp_SpdData"), QStringLiteral("顧客売上履歴の取得処理"),
-              [&] { spdData->fill(customerNo); });
+              [&] { spdData->showPurchases(PurchaseStore::OfCustomer(customerNo)); });
 }
 
 void FrmKokyaku::Get_Age(int era, int year, int month, int day) {
@@ -190,6 +186,7 @@ void FrmKokyaku::Clear_User() {
               [&] {
                   txtDate->setDate(Today());
                   lblNo->clear();
+                  shownNo_ = 0;
                   txtKana->clear();
                   CmnCtlEnabled(txtKana, true);
                   txtYubin->clear();
@@ -209,8 +206,7 @@ qint64 FrmKokyaku::Get_LastUNo() {
     // Runs inside the registration's transaction; a failure ends the registration as a whole.
     CmnWriteLog(ScreenName, QStringLiteral("Get_LastUNo"), QStringLiteral("最終顧客Ｎｏ取得処理"),
                 QString());
-    RecordSet rows = gCon.execute(QStringLiteral("select max(User_No) from San_User"));
-    return rows.field(0).isNull() ? 1 : rows.field(0).toLongLong() + 1;
+    return CustomerStore::NextNo();
 }
 
 void FrmKokyaku::Save_User() {
@@ -224,41 +220,51 @@ void FrmKokyaku::Save_User() {
               }});
 }
 
+Customer FrmKokyaku::customerFromFields() const {
+    const auto whole = [](const xField* field) {
+        return int(std::lround(ReadNumber(field->text())));
+    };
+    Customer c;
+    c.no = currentNo_;
+    c.name = txtName->text();
+    c.kana = txtKana->text();
+    c.yubin = txtYubin->text().trimmed() == xZip::EmptyText ? QString() : txtYubin->text();
+    c.jusyo1 = txtJusyo1->text();
+    c.jusyo2 = txtJusyo2->text();
+    c.tel = txtTel->text();
+    c.kinmu = txtKinmu->text();
+    c.kinmuTel = txtKinmuTel->text();
+    c.syokai = txtSyokai->text();
+    c.syokaiTel = txtSyokaiTel->text();
+    c.sex = sexGroup_->checkedId();
+    c.kazok = kazokGroup_->checkedId();
+    c.birth = {tanjoGoGroup_->checkedId(), whole(txtTanjo_Nen), whole(txtTanjo_Mon),
+               whole(txtTanjo_Day)};
+    c.entry1 = txtDate->date();
+    return c;
+}
+
 void FrmKokyaku::saveCustomer() {
-    const UserRecord user{txtName->text(),
-                          txtKana->text(),
-                          txtYubin->text(),
-                          txtJusyo1->text(),
-                          txtJusyo2->text(),
-                          txtTel->text(),
-                          txtKinmu->text(),
-                          txtKinmuTel->text(),
-                          txtSyokai->text(),
-                          txtSyokaiTel->text(),
-                          sexGroup_->checkedId(),
-                          kazokGroup_->checkedId(),
-                          tanjoGoGroup_->checkedId(),
-                          txtTanjo_Nen->text(),
-                          txtTanjo_Mon->text(),
-                          txtTanjo_Day->text(),
-                          txtDate->date()};
-    gCon.beginTrans();
+    Customer customer = customerFromFields();
+    Transaction transaction(gCon);
     if (EditMode == 2) {
-        for (const QString& statement : UserDeleteSql(currentNo_))
-            gCon.execute(statement);
-        gCon.commitTrans();
+        CustomerStore::Remove(currentNo_);
+        transaction.commit();
         CmnDspMsg(OpeInf_002);
         showGrid(false);
         Clear_User();
         EditMode = 0;
         cmdFnuc[F8]->setEnabled(false);
     } else {
-        const qint64 number = EditMode == 0 ? Get_LastUNo() : currentNo_;
-        gCon.execute(EditMode == 0 ? UserInsertSql(number, user, Today())
-                                   : UserUpdateSql(number, user, Today()));
-        Save_UriData(number);
-        gCon.commitTrans();
-        currentNo_ = number;
+        if (EditMode == 0) {
+            customer.no = Get_LastUNo();
+            CustomerStore::Insert(customer, Today());
+        } else {
+            CustomerStore::Update(customer, Today());
+        }
+        Save_UriData(customer.no);
+        transaction.commit();
+        currentNo_ = customer.no;
         CmnDspMsg(OpeInf_001);
         Clear_User();
         Disp_User(currentNo_);
@@ -316,17 +322,15 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
 
 void FrmKokyaku::openHistory() {
     // The history needs a customer number; after a clear or a deletion none is shown.
-    bool isNumber = false;
-    const qint64 shown = lblNo->text().toLongLong(&isNumber);
-    if (!isNumber || shown == 0)
+    if (shownNo_ == 0)
         return;
     FrmRireki history(this);
-    history.setKokNo(shown);
+    history.setKokNo(shownNo_);
     ShowModal(history);
     koushin_ = history.Koushin();
     WaitCursor wait;
     Disp_User(currentNo_);
-    if (spdData->maxRows() > 0)
+    if (spdData->lineCount() > 0)
         spdData_Click(1, 1);
     Form_Activate();
 }
@@ -377,9 +381,8 @@ void FrmKokyaku::fillAddressFromPostalCode() {
 }
 
 void FrmKokyaku::spdData_Click(int row, int) {
-    if (row < 1 || row > spdData->maxRows())
+    if (row < 1 || row > spdData->lineCount())
         return;
-    FraUriage->LineMode = 1;
     spdData->setActiveCell(row, 1);
     FraUriage->showLine(spdData->line(row));
 }
@@ -388,7 +391,7 @@ void FrmKokyaku::Save_UriData(qint64 customerNo) {
     // Inside the registration's transaction: a failing line fails the registration as a whole.
     CmnWriteLog(ScreenName, QStringLiteral("Save_UriData"),
                 QStringLiteral("顧客売上履歴マスター保存処理"), QString());
-    spdData->save(customerNo);
+    PurchaseStore::SaveLines(customerNo, spdData->lines());
 }
 
 bool FrmKokyaku::enterPressed(QWidget* from) {

@@ -10,7 +10,8 @@ class QRadioButton;
 class QButtonGroup;
 class FunctionKeyRow;
 class UriageEntry;
-class UriageGrid;
+class PurchaseGrid;
+struct Customer;
 class xCmdBtn;
 class xDate;
 class xField;
@@ -43,6 +44,8 @@ public:
     void Disp_User(qint64 customerNo);
     void Disp_SpdData(qint64 customerNo);
     void Save_UriData(qint64 customerNo);
+    // The customer number the screen shows; 0 for none (a new customer, after a clear).
+    qint64 shownNo() const { return shownNo_; }
     void Save_User();
     void Clear_User();
     qint64 Get_LastUNo();
@@ -63,7 +66,7 @@ public:
     std::array<QRadioButton*, 4> optTanjo_Go;
     xField *txtTanjo_Nen, *txtTanjo_Mon, *txtTanjo_Day;
     QLabel* lblAge;
-    UriageGrid* spdData;
+    PurchaseGrid* spdData;
     UriageEntry* FraUriage;
     std::array<xCmdBtn*, 12> cmdFnuc;
 
@@ -82,11 +85,14 @@ private:
     void openHistory();
     void reopenFor(qint64 customerNo);
     void saveCustomer();
+    Customer customerFromFields() const;
+    void showCustomer(const Customer& customer);
 
     qint64 syori_ = 0;
     QString tel_;
     bool koushin_ = false;
     qint64 currentNo_ = 0;
+    qint64 shownNo_ = 0;
     int age_ = 0;
     bool loaded_ = false;
     QButtonGroup* sexGroup_;

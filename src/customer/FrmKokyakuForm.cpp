@@ -1,7 +1,7 @@
 // The register's controls and their places on the screen.
 #include "customer/FrmKokyaku.h"
+#include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "customer/UriageGrid.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
@@ -143,7 +143,7 @@ void FrmKokyaku::buildForm() {
     record->setColumnStretch(1, 1);
     record->setColumnStretch(3, 1);
 
-    spdData = named(new UriageGrid(this), QStringLiteral("spdData"));
+    spdData = named(new PurchaseGrid(this), QStringLiteral("spdData"));
     spdData->setMinimumHeight(130);
     FraUriage = new UriageEntry(this);
     keys_ = new FunctionKeyRow(this);

@@ -1,18 +1,18 @@
 #include "customer/UriageEntry.h"
 
-#include "customer/UriageGrid.h"
-#include "customer/UriageLine.h"
-#include "frame/BasCmnSubFun.h"
+#include "customer/PurchaseGrid.h"
+#include "data/Lookups.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
+#include "platform/Failure.h"
 #include "platform/Format.h"
+#include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
-#include "prescription/PrescriptionValues.h"
 #include "prescription/PrescriptionWiring.h"
 
 #include <QAbstractItemView>
@@ -22,6 +22,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <cmath>
 
 namespace {
 
@@ -138,40 +139,36 @@ bool UriageEntry::enterPressed(QWidget* from) {
     return false;
 }
 
-QStringList UriageEntry::lineFromFields(const QString& status, const QString& seq) const {
-    const auto code = [](const QComboBox* list) {
-        return list->currentText().left(3);
+std::optional<Purchase> UriageEntry::purchaseFromFields() {
+    const auto yen = [](const xNum* field) {
+        return qint64(std::llround(field->Value()));
     };
-    const auto name = [](const QComboBox* list) {
-        return list->currentText().mid(4);
-    };
-    const auto amount = [](const xNum* field) {
-        return PlainDecimal(field->Value());
-    };
-    QStringList cells{status,
-                      txtDatc->date().toString(QStringLiteral("yyyy/MM/dd")),
-                      amount(txtKingaKci),
-                      code(cboItem),
-                      name(cboItem),
-                      code(cboYoto),
-                      name(cboYoto),
-                      txtFm_Name->text(),
-                      code(cboMeka[0]),
-                      name(cboMeka[0]),
-                      amount(txtFm_Kinga),
-                      txtFm_Size->text(),
-                      txtFm_Color->text(),
-                      txtLz_Name->text(),
-                      code(cboMeka[1]),
-                      name(cboMeka[1]),
-                      amount(txtLz_Kinga),
-                      QString(),
-                      QString()};
+    Purchase p;
+    p.date = txtDatc->date();
+    p.total = yen(txtKingaKci);
+    p.itemNo = SelectedCode(cboItem);
+    p.youtoNo = SelectedCode(cboYoto);
+    p.fmName = txtFm_Name->text();
+    p.fmMekaNo = SelectedCode(cboMeka[0]);
+    p.fmKinga = yen(txtFm_Kinga);
+    p.fmSize = txtFm_Size->text();
+    p.fmColor = txtFm_Color->text();
+    p.lzName = txtLz_Name->text();
+    p.lzMekaNo = SelectedCode(cboMeka[1]);
+    p.lzKinga = yen(txtLz_Kinga);
+    p.syohou = txtSyohou->text();
+    p.memo = txtMemo->text();
     for (int eye = 0; eye < 2; ++eye)
-        for (int i = 0; i < 13; ++i)
-            cells << prescriptionField(eye, i)->text();
-    cells << seq;
-    return cells;
+        for (int i = 0; i < 13; ++i) {
+            try {
+                SetPrescriptionText(p.eyes[eye], i, prescriptionField(eye, i)->text());
+            } catch (const Failure&) {
+                CmnDspMsg(OpeErr_004);
+                prescriptionField(eye, i)->setFocus();
+                return std::nullopt;
+            }
+        }
+    return p;
 }
 
 void UriageEntry::cmdOk_Click() {
@@ -186,27 +183,15 @@ void UriageEntry::cmdOk_Click() {
         txtDatc->setFocus();
         return;
     }
+    const std::optional<Purchase> purchase = purchaseFromFields();
+    if (!purchase)
+        return;
     if (grid_->isHidden())
         grid_->setVisible(true);
-    int row = LineMode == 1 ? grid_->activeRow() : 0;
-    QString status = LineStatus::New;
-    if (row >= 1) {
-        const QString present = grid_->status(row);
-        if (present == LineStatus::Deleted) {
-            CmnDspMsg(OpeErr_017);
-            return;
-        }
-        if (present != LineStatus::New)
-            status = LineStatus::Changed;
-    } else {
-        row = grid_->addRow(QString());
+    if (!grid_->writeEntry(lineId_, *purchase)) {
+        CmnDspMsg(OpeErr_017);
+        return;
     }
-    grid_->setRowText(
-        row, lineFromFields(status, grid_->text(row, UriCol::Seq)).join(QLatin1Char('\t')));
-    grid_->setText(row, UriCol::Syohou, txtSyohou->text());
-    grid_->setText(row, UriCol::Memo, txtMemo->text());
-    grid_->sort({{UriCol::Date, Qt::DescendingOrder}, {UriCol::ItemNo, Qt::AscendingOrder}});
-    grid_->recolour();
     Clear_UriData();
     txtDatc->setFocus();
 }
@@ -215,20 +200,7 @@ void UriageEntry::cmdCancel_Click() {
     const int row = grid_->activeRow();
     if (row < 1)
         return;
-    const QString status = grid_->status(row);
-    if (status == LineStatus::New) {
-        grid_->deleteRow(row);
-    } else if (status == LineStatus::Deleted) {
-        const bool wasChanged = grid_->text(row, UriCol::Work) == LineStatus::Changed;
-        grid_->setText(row, UriCol::Status, wasChanged ? LineStatus::Changed : QString());
-        grid_->setText(row, UriCol::Work, QString());
-        grid_->setRowColor(row, ChangedLineColor);
-    } else {
-        if (status == LineStatus::Changed)
-            grid_->setText(row, UriCol::Work, LineStatus::Changed);
-        grid_->setText(row, UriCol::Status, LineStatus::Deleted);
-        grid_->setRowColor(row, DeletedLineColor);
-    }
+    grid_->toggleDeletion(row);
     Clear_UriData();
     txtDatc->setFocus();
 }
@@ -305,38 +277,26 @@ void UriageEntry::fillMasterLists() {
     CmnSetMstCombo(cboMeka[1], QStringLiteral("meka"));
 }
 
-void UriageEntry::showLine(const QStringList& cells) {
-    const auto cell = [&](int column) {
-        return cells.value(column - 1);
-    };
-    const auto amount = [&](xNum* field, int column) {
-        QString text = cell(column);
-        field->setValue(text.remove(QLatin1Char(',')).toDouble());
-    };
-    const auto choose = [&](QComboBox* list, int column) {
-        // A master's codes run 1, 2, 3 ... in list order: code "005" is the fifth entry.
-        const QString code = cell(column).trimmed();
-        list->setCurrentIndex(code.isEmpty() ? -1 : code.toInt() - 1);
-    };
-    txtDatc->setDate(QDate::fromString(cell(UriCol::Date), QStringLiteral("yyyy/MM/dd")));
-    amount(txtKingaKci, UriCol::Total);
-    choose(cboItem, UriCol::ItemNo);
-    choose(cboYoto, UriCol::YoutoNo);
-    txtFm_Name->setText(cell(UriCol::FmName));
-    choose(cboMeka[0], UriCol::FmMekaNo);
-    amount(txtFm_Kinga, UriCol::FmKinga);
-    txtFm_Size->setText(cell(UriCol::FmSize));
-    txtFm_Color->setText(cell(UriCol::FmColor));
-    txtLz_Name->setText(cell(UriCol::LzName));
-    choose(cboMeka[1], UriCol::LzMekaNo);
-    amount(txtLz_Kinga, UriCol::LzKinga);
-    txtSyohou->setText(cell(UriCol::Syohou));
-    txtMemo->setText(cell(UriCol::Memo));
-    for (int eye = 0; eye < 2; ++eye) {
-        const int first = eye == 0 ? UriCol::RightFirst : UriCol::LeftFirst;
+void UriageEntry::showLine(const PurchaseLine& line) {
+    const Purchase& p = line.purchase;
+    lineId_ = line.id;
+    txtDatc->setDate(p.date);
+    txtKingaKci->setValue(double(p.total));
+    SelectCode(cboItem, p.itemNo);
+    SelectCode(cboYoto, p.youtoNo);
+    txtFm_Name->setText(p.fmName);
+    SelectCode(cboMeka[0], p.fmMekaNo);
+    txtFm_Kinga->setValue(double(p.fmKinga));
+    txtFm_Size->setText(p.fmSize);
+    txtFm_Color->setText(p.fmColor);
+    txtLz_Name->setText(p.lzName);
+    SelectCode(cboMeka[1], p.lzMekaNo);
+    txtLz_Kinga->setValue(double(p.lzKinga));
+    txtSyohou->setText(p.syohou);
+    txtMemo->setText(p.memo);
+    for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
-            prescriptionField(eye, i)->setText(cell(first + i));
-    }
+            prescriptionField(eye, i)->setText(PrescriptionText(p.eyes[eye], i));
 }
 
 void UriageEntry::Clear_UriData() {
@@ -344,7 +304,7 @@ void UriageEntry::Clear_UriData() {
                 QStringLiteral("売上情報入力クリア処理"), QString());
     txtDatc->setDate(Today());
     for (QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
-        list->setCurrentIndex(-1);
+        SelectCode(list, QString());
     for (xField* field : {txtFm_Name, txtFm_Size, txtFm_Color, txtLz_Name, txtSyohou, txtMemo})
         field->clear();
     for (int eye = 0; eye < 2; ++eye)
@@ -352,5 +312,5 @@ void UriageEntry::Clear_UriData() {
             prescriptionField(eye, i)->clear();
     for (xNum* amount : {txtFm_Kinga, txtLz_Kinga, txtKingaKci})
         amount->setValue(0);
-    LineMode = 0;
+    lineId_ = 0;
 }

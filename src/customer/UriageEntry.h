@@ -1,11 +1,15 @@
 #pragma once
 
+#include "domain/Purchase.h"
+
 #include <QGroupBox>
 #include <array>
+#include <optional>
 
 class QComboBox;
 class QPushButton;
-class UriageGrid;
+class PurchaseGrid;
+struct PurchaseLine;
 class xDate;
 class xField;
 class xNum;
@@ -18,15 +22,15 @@ public:
     explicit UriageEntry(QWidget* parent = nullptr);
 
     // The grid the entry writes its lines into.
-    void attachGrid(UriageGrid* grid) { grid_ = grid; }
+    void attachGrid(PurchaseGrid* grid) { grid_ = grid; }
 
     // Fills the four master lists.
     void fillMasterLists();
     // Empties the entry: today's date, no master chosen, amounts 0, every other field empty.
     void Clear_UriData();
 
-    // Copies a grid line (cells[0] is column 1) into the fields.
-    void showLine(const QStringList& cells);
+    // Shows a grid line in the fields; "明細登録" then writes over that line.
+    void showLine(const PurchaseLine& line);
 
     // "明細登録": the fields into a new grid line, or over the line being edited.
     void cmdOk_Click();
@@ -40,8 +44,10 @@ public:
     // The prescription field of a value in table order (PrescriptionColumns) and eye.
     xField* prescriptionField(int eye, int index) const;
 
-    // 0: the fields make a new line; 1: they edit the grid's active line.
-    int LineMode = 0;
+    // 0: the fields make a new line; 1: they edit the line they show.
+    int LineMode() const { return lineId_ == 0 ? 0 : 1; }
+    // The grid line the fields show; 0 for a new line.
+    int shownLine() const { return lineId_; }
 
     xDate* txtDatc;
     xNum* txtKingaKci;
@@ -66,8 +72,11 @@ private:
     void layOut();
     void setTabOrder();
     void connectEvents();
-    QStringList lineFromFields(const QString& status, const QString& seq) const;
+    // The purchase the fields hold; none when a prescription field holds no number (the user
+    // was told, and the focus is on that field).
+    std::optional<Purchase> purchaseFromFields();
     void updateTotal();
 
-    UriageGrid* grid_ = nullptr;
+    PurchaseGrid* grid_ = nullptr;
+    int lineId_ = 0;
 };

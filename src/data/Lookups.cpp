@@ -1,8 +1,13 @@
 #include "data/Lookups.h"
 
+#include "data/MasterStore.h"
 #include "frame/Globals.h"
+#include "frame/Messages.h"
 #include "frame/Procedure.h"
+#include "platform/controls/CodeList.h"
 #include "platform/db/SqlText.h"
+
+#include <QComboBox>
 
 namespace {
 
@@ -20,6 +25,13 @@ QString masterQuery(int kind, const QString& no) {
     default:
         return {}; // fails in the database, and is reported from there
     }
+}
+
+// A stored code shown with three digits: "7" and "007" both give "007".
+QString threeDigits(const QVariant& code) {
+    bool isNumber = false;
+    const qlonglong number = code.toString().trimmed().toLongLong(&isNumber);
+    return isNumber ? QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0')) : code.toString();
 }
 
 } // namespace
@@ -43,12 +55,15 @@ QString CmnGetMaster(int kind, const QString& no) {
     return name;
 }
 
-QString MasterNames::name(int kind, const QString& no) {
-    const QString key = QString::number(kind) + QLatin1Char('/') + no;
-    const auto known = names_.constFind(key);
-    if (known != names_.cend())
-        return *known;
-    return *names_.insert(key, CmnGetMaster(kind, no));
+std::optional<QString> MasterNames::find(MasterKind kind, const QString& code) {
+    std::optional<QHash<QString, QString>>& names = names_[int(kind)];
+    if (!names) {
+        names.emplace();
+        for (const MasterEntry& entry : MasterStore::Entries(kind))
+            names->insert(entry.code, entry.name);
+    }
+    const auto known = names->constFind(code);
+    return known == names->cend() ? std::nullopt : std::optional<QString>(*known);
 }
 
 QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2) {
@@ -66,4 +81,20 @@ QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2) {
               },
               {.trace = false});
     return address;
+}
+
+void CmnSetMstCombo(QComboBox* list, const QString& name) {
+    list->clear();
+    Procedure(Module, QStringLiteral("CmnSetMstCombo"), {},
+              [&] {
+                  RecordSet rows =
+                      gCon.execute(QStringLiteral("select * from san_") + name +
+                                   QStringLiteral(" order By ") + name + QStringLiteral("_no"));
+                  QList<std::pair<QString, QString>> entries;
+                  for (; !rows.eof(); rows.moveNext())
+                      entries.append({threeDigits(rows.field(0)), rows.field(1).toString()});
+                  rows.close();
+                  FillCodeList(list, entries);
+              },
+              {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
 }

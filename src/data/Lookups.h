@@ -1,21 +1,40 @@
 #pragma once
 
+#include "domain/Master.h"
+
 #include <QHash>
 #include <QString>
+#include <array>
+#include <optional>
+
+class QComboBox;
 
 // The name of a master from its three-digit code: Kind 0 item, 1 purpose, 2 maker.
 // Empty text when no master has the code.
 QString CmnGetMaster(int kind, const QString& no);
 
-// CmnGetMaster for the rows of one listing: each kind and code is looked up once.
+// The master names of one screen or listing: each master is read once, on first use.
 class MasterNames {
 public:
-    QString name(int kind, const QString& no);
+    // The name of the code; none when no master row has it (it was deleted, say).
+    std::optional<QString> find(MasterKind kind, const QString& code);
+    QString name(MasterKind kind, const QString& code) {
+        return find(kind, code).value_or(QString());
+    }
+    // "code:name", as the master lists show an entry; a code without a master row shows as
+    // "code:" and an empty code as ":".
+    QString withName(MasterKind kind, const QString& code) {
+        return code + QLatin1Char(':') + name(kind, code);
+    }
 
 private:
-    QHash<QString, QString> names_;
+    std::array<std::optional<QHash<QString, QString>>, 3> names_;
 };
 
 // The address of a postal code from the postal directory: prefecture (when withTodo), city and
 // district joined without separators. Empty text when the code is not listed.
 QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2);
+
+// Refills a master drop-down list ("Item", "youto" or "meka") with entries "007:X" in code
+// order, each keeping its code. A failure leaves the list empty.
+void CmnSetMstCombo(QComboBox* list, const QString& name);

@@ -24,13 +24,6 @@ void setBaseColor(QWidget* control, const QColor& color) {
     control->setPalette(colors);
 }
 
-// A stored code shown with three digits: "7" and "007" both give "007".
-QString threeDigits(const QVariant& code) {
-    bool isNumber = false;
-    const qlonglong number = code.toString().trimmed().toLongLong(&isNumber);
-    return isNumber ? QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0')) : code.toString();
-}
-
 } // namespace
 
 QVariant CmnNvl(const QVariant& value, const QVariant& defaultValue) {
@@ -78,21 +71,4 @@ void CmnSetGlbData(long job) {
                   jvSetString(job, 3, QStringLiteral("*"));
               },
               {.trace = false});
-}
-
-void CmnSetMstCombo(QComboBox* list, const QString& name) {
-    list->clear();
-    Procedure(Module, QStringLiteral("CmnSetMstCombo"), {},
-              [&] {
-                  RecordSet rows =
-                      gCon.execute(QStringLiteral("select * from san_") + name +
-                                   QStringLiteral(" order By ") + name + QStringLiteral("_no"));
-                  QStringList entries;
-                  for (; !rows.eof(); rows.moveNext())
-                      entries << threeDigits(rows.field(0)) + QLatin1Char(':') +
-                                     rows.field(1).toString();
-                  rows.close();
-                  list->addItems(entries);
-              },
-              {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
 }

@@ -4,7 +4,6 @@
 #include <QString>
 #include <QVariant>
 
-class QComboBox;
 class QWidget;
 
 // Value, or Default when Value is Null or empty text.
@@ -23,7 +22,3 @@ inline const QColor DisabledAreaColor = QColor(0xC0, 0xC0, 0xC0);
 
 // Sets the options of a print job that every document of the shop uses.
 void CmnSetGlbData(long job);
-
-// Refills a master drop-down list ("Item", "youto" or "meka") with entries "007:X" in code
-// order. A failure leaves the list empty.
-void CmnSetMstCombo(QComboBox* list, const QString& name);

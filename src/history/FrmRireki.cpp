@@ -1,5 +1,7 @@
 #include "history/FrmRireki.h"
 
+#include "data/PurchaseStore.h"
+#include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
@@ -11,7 +13,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
-#include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
@@ -28,10 +30,6 @@ const QString ScreenName = QStringLiteral("顧客売上履歴画面");
 const QString BlockTitles[] = {QStringLiteral("上段"), QStringLiteral("中段"),
                                QStringLiteral("下段")};
 enum Key { F1 = 0, F4 = 3, F5 = 4, F6 = 5, F7 = 6, F11 = 10, F12 = 11 };
-
-qint64 ymdOf(const QDate& date) {
-    return qint64(date.year()) * 10000 + date.month() * 100 + date.day();
-}
 
 } // namespace
 
@@ -107,12 +105,13 @@ void FrmRireki::Form_Load() {
 }
 
 qint64 FrmRireki::searchDay() const {
-    return ymdOf(txtKensakuDay->date());
+    return YmdOf(txtKensakuDay->date());
 }
 
 void FrmRireki::ClearUriage() {
     lblKokNo->clear();
     lblName->clear();
+    shownNo_ = 0;
     txtKingaKei->setValue(0);
     for (int i = 0; i < 3; ++i) {
         FraUriage[i]->clear();
@@ -124,35 +123,23 @@ void FrmRireki::ClearUriage() {
 
 bool FrmRireki::DispUriage(qint64 ymd) {
     WaitCursor wait;
-    bool shown = false;
     try {
-        RecordSet rows = gCon.execute(
-            QStringLiteral(
-                "select San3.*,San1.User_Name,San2.* from V_San_User as San3,San_User as "
-                "San1,San_Uriage as San2 where San1.User_No = ") +
-            SqlNum(kokNo_) +
-            QStringLiteral(" and San1.User_No = San2.Uri_UserNo  and San2.Uri_UserNo = "
-                           "San3.User_No and san2.Uri_date <= ") +
-            SqlNum(ymd) + QStringLiteral(" order by San2.Uri_Date desc,san2.Uri_Seq "));
-        const int first = 3 * page_ - 2;
-        int block = 0;
-        for (int count = 1; !rows.eof() && block < 3; ++count, rows.moveNext()) {
-            if (count < first)
-                continue;
-            if (!shown) {
-                lblKokNo->setText(rows.field(QStringLiteral("Uri_UserNo")).toString());
-                lblName->setText(rows.field(QStringLiteral("User_Name")).toString());
-                txtKingaKei->setValue(rows.field(1).toDouble());
-                for (int key : {F4, F5, F6, F7})
-                    cmdFnuc[key]->setEnabled(true);
-                shown = true;
-            }
-            FraUriage[block++]->show(rows);
-        }
+        const PurchaseStore::HistoryPage page = PurchaseStore::ReadHistoryPage(kokNo_, ymd, page_);
+        if (!page.shown)
+            return false;
+        shownNo_ = page.customerNo;
+        lblKokNo->setText(QString::number(page.customerNo));
+        lblName->setText(page.name);
+        txtKingaKei->setValue(double(page.total));
+        for (int key : {F4, F5, F6, F7})
+            cmdFnuc[key]->setEnabled(true);
+        for (std::size_t block = 0; block < page.purchases.size(); ++block)
+            FraUriage[block]->show(page.purchases[block]);
+        return true;
     } catch (const Failure&) {
         // The history shows what could be read.
+        return false;
     }
-    return shown;
 }
 
 bool FrmRireki::ChkEditData() const {
@@ -161,16 +148,16 @@ bool FrmRireki::ChkEditData() const {
 }
 
 bool FrmRireki::SaveUriage() {
-    return Procedure(ScreenName, QStringLiteral("SaveUriage"), QStringLiteral("売上履歴保存処理"),
-                     [&] {
-                         gCon.beginTrans();
-                         for (UriageBlock* block : FraUriage)
-                             if (block->editing)
-                                 gCon.execute(block->updateSql(lblKokNo->text().toLongLong()));
-                         gCon.commitTrans();
-                         for (UriageBlock* block : FraUriage)
-                             block->editing = false;
-                     });
+    return Procedure(
+        ScreenName, QStringLiteral("SaveUriage"), QStringLiteral("売上履歴保存処理"), [&] {
+            Transaction transaction(gCon);
+            for (UriageBlock* block : FraUriage)
+                if (block->editing)
+                    gCon.execute(PurchaseStore::HistoryUpdateSql(shownNo_, block->edited()));
+            transaction.commit();
+            for (UriageBlock* block : FraUriage)
+                block->editing = false;
+        });
 }
 
 void FrmRireki::showPage() {

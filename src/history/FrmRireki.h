@@ -50,6 +50,7 @@ private:
     qint64 searchDay() const;
 
     qint64 kokNo_ = 0;
+    qint64 shownNo_ = 0; // the customer of the purchases shown; 0 while none is
     bool koushin_ = false;
     int page_ = 1;
     bool loaded_ = false;

@@ -1,41 +1,25 @@
 #include "history/UriageBlock.h"
 
-#include "frame/BasCmnSubFun.h"
-#include "platform/Format.h"
+#include "data/Lookups.h"
+#include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
-#include "platform/db/RecordSet.h"
-#include "platform/db/SqlText.h"
-#include "prescription/PrescriptionValues.h"
 #include "prescription/PrescriptionWiring.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <cmath>
 
 namespace {
-
-enum { Sph, Cyl, Ax, S, P1, B1, P2, B2, Gai, Tama, Pd, Ragan, Kyosei };
-
-// The order in which the history writes a prescription back, each value right then left.
-constexpr int SaveOrder[] = {Sph, Cyl, Ax, S, P1, P2, B1, B2, Gai, Tama, Pd, Ragan, Kyosei};
 
 QLabel* caption(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return label;
-}
-
-QString listCode(const QComboBox* list) {
-    return QLatin1Char('\'') + list->currentText().left(3) + QLatin1Char('\'');
-}
-
-void chooseCode(QComboBox* list, const QVariant& code) {
-    const QString text = code.toString();
-    list->setCurrentIndex(text.isEmpty() ? -1 : text.toInt() - 1);
 }
 
 } // namespace
@@ -130,7 +114,7 @@ void UriageBlock::clear() {
     CmnSetMstCombo(cboFm_Meka, QStringLiteral("meka"));
     CmnSetMstCombo(cboLz_Meka, QStringLiteral("meka"));
     for (QComboBox* list : {cboItem, cboYouto, cboFm_Meka, cboLz_Meka})
-        list->setCurrentIndex(-1);
+        SelectCode(list, QString());
     setEnabled(false);
     txtUriDate->setDate(xDate::EmptyDate);
     for (xField* text : {txtFm_Name, txtFm_Size, txtFm_Color, txtLz_Name})
@@ -140,65 +124,52 @@ void UriageBlock::clear() {
     for (const auto& eye : eyes_)
         for (xField* field : eye)
             field->clear();
-    seq = 0;
+    shown_ = Purchase();
     editing = false;
 }
 
-void UriageBlock::show(const RecordSet& row) {
-    const auto text = [&](const char* column) {
-        return CmnNvl(row.field(QString::fromLatin1(column)), QString()).toString();
-    };
-    const auto amount = [&](const char* column) {
-        return CmnNvl(row.field(QString::fromLatin1(column)), 0).toDouble();
-    };
-    txtUriDate->setText(FormatYmd(row.field(QStringLiteral("Uri_Date")).toLongLong()));
-    seq = row.field(QStringLiteral("Uri_Seq")).toInt();
-    txtKinga->setValue(amount("Uri_kingakei"));
-    txtFm_Kinga->setValue(amount("Uri_Fm_Kinga"));
-    txtLz_Kinga->setValue(amount("Uri_Lz_Kinga"));
-    chooseCode(cboItem, row.field(QStringLiteral("Uri_ItemNo")));
-    chooseCode(cboYouto, row.field(QStringLiteral("Uri_YoutoNo")));
-    chooseCode(cboFm_Meka, row.field(QStringLiteral("Uri_Fm_MekaNo")));
-    chooseCode(cboLz_Meka, row.field(QStringLiteral("Uri_Lz_MekaNo")));
-    txtFm_Name->setText(text("Uri_Fm_Name"));
-    txtLz_Name->setText(text("Uri_Lz_Name"));
-    txtFm_Size->setText(text("Uri_Fm_Size"));
-    txtFm_Color->setText(text("Uri_Fm_Color"));
+void UriageBlock::show(const Purchase& p) {
+    shown_ = p;
+    txtUriDate->setDate(p.date);
+    txtKinga->setValue(double(p.total));
+    txtFm_Kinga->setValue(double(p.fmKinga));
+    txtLz_Kinga->setValue(double(p.lzKinga));
+    SelectCode(cboItem, p.itemNo);
+    SelectCode(cboYouto, p.youtoNo);
+    SelectCode(cboFm_Meka, p.fmMekaNo);
+    SelectCode(cboLz_Meka, p.lzMekaNo);
+    txtFm_Name->setText(p.fmName);
+    txtLz_Name->setText(p.lzName);
+    txtFm_Size->setText(p.fmSize);
+    txtFm_Color->setText(p.fmColor);
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
-            eyes_[eye][i]->setText(
-                PrescriptionDisplay(i, row.field(PrescriptionColumn(i, eye == 0 ? 'R' : 'L'))));
+            eyes_[eye][i]->setText(PrescriptionText(p.eyes[eye], i));
 }
 
 bool UriageBlock::showsPurchase() const {
     return txtUriDate->date() != xDate::EmptyDate;
 }
 
-QString UriageBlock::updateSql(qint64 customerNo) const {
-    const QDate date = txtUriDate->date();
-    QStringList parts{QStringLiteral(" Uri_Date = ") +
-                          SqlNum(qint64(date.year()) * 10000 + date.month() * 100 + date.day()),
-                      QStringLiteral(" Uri_ItemNo = ") + listCode(cboItem),
-                      QStringLiteral(" Uri_YoutoNo = ") + listCode(cboYouto),
-                      QStringLiteral(" Uri_Fm_MekaNo = ") + listCode(cboFm_Meka),
-                      QStringLiteral(" Uri_Lz_MekaNo = ") + listCode(cboLz_Meka),
-                      QStringLiteral(" Uri_Fm_Name = ") + SqlQuote(txtFm_Name->text()),
-                      QStringLiteral(" Uri_Lz_Name = ") + SqlQuote(txtLz_Name->text()),
-                      QStringLiteral(" Uri_Fm_Size = ") + SqlQuote(txtFm_Size->text()),
-                      QStringLiteral(" Uri_Fm_Color = ") + SqlQuote(txtFm_Color->text()),
-                      QStringLiteral(" Uri_Fm_Kinga = ") + PlainDecimal(txtFm_Kinga->Value()),
-                      QStringLiteral(" Uri_Lz_Kinga = ") + PlainDecimal(txtLz_Kinga->Value()),
-                      QStringLiteral(" Uri_KingaKei = ") + PlainDecimal(txtKinga->Value())};
-    for (int index : SaveOrder)
-        for (int eye = 0; eye < 2; ++eye) {
-            const QString suffix = QString::fromLatin1(PrescriptionColumns[index].suffix);
-            const QString column = QStringLiteral(" Uri_") +
-                                   (eye == 0 ? QLatin1Char('R') : QLatin1Char('L')) +
-                                   QLatin1Char('_') + (index == Kyosei ? suffix : suffix.toUpper());
-            parts << column + QStringLiteral(" = ") +
-                         PrescriptionStorage(index, eyes_[eye][index]->text());
-        }
-    return QStringLiteral("update San_Uriage set ") + parts.join(QLatin1Char(',')) +
-           QStringLiteral(" where Uri_UserNo = ") + SqlNum(customerNo) +
-           QStringLiteral(" and Uri_Seq = ") + SqlNum(seq);
+Purchase UriageBlock::edited() const {
+    const auto yen = [](const xNum* field) {
+        return qint64(std::llround(field->Value()));
+    };
+    Purchase p = shown_;
+    p.date = txtUriDate->date();
+    p.itemNo = SelectedCode(cboItem);
+    p.youtoNo = SelectedCode(cboYouto);
+    p.fmMekaNo = SelectedCode(cboFm_Meka);
+    p.lzMekaNo = SelectedCode(cboLz_Meka);
+    p.fmName = txtFm_Name->text();
+    p.lzName = txtLz_Name->text();
+    p.fmSize = txtFm_Size->text();
+    p.fmColor = txtFm_Color->text();
+    p.fmKinga = yen(txtFm_Kinga);
+    p.lzKinga = yen(txtLz_Kinga);
+    p.total = yen(txtKinga);
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            SetPrescriptionText(p.eyes[eye], i, eyes_[eye][i]->text());
+    return p;
 }

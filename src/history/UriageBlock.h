@@ -1,10 +1,11 @@
 #pragma once
 
+#include "domain/Purchase.h"
+
 #include <QGroupBox>
 #include <array>
 
 class QComboBox;
-class RecordSet;
 class xDate;
 class xField;
 class xNum;
@@ -17,17 +18,19 @@ public:
 
     // Empties the block and fills its lists afresh; the block is disabled.
     void clear();
-    // Shows one purchase of the history query.
-    void show(const RecordSet& row);
+    // Shows one purchase of the history.
+    void show(const Purchase& purchase);
     // Whether the block shows a purchase.
     bool showsPurchase() const;
-    // The statement that writes the block back, alternating right and left eye.
-    QString updateSql(qint64 customerNo) const;
+    // The purchase as the block's fields hold it now; what the block does not show (the note,
+    // the memo) stays as it was read. Fails (13) on a prescription field that holds no number.
+    Purchase edited() const;
+    // The number of the purchase shown; 0 while the block is empty.
+    int seq() const { return shown_.seq; }
 
     // A prescription field by eye (0 right, 1 left) and value in table order.
     xField* prescription(int eye, int index) const { return eyes_[eye][index]; }
 
-    int seq = 0;
     bool editing = false;
 
     xDate* txtUriDate;
@@ -38,4 +41,5 @@ public:
 private:
     void layOut();
     std::array<std::array<xField*, 13>, 2> eyes_{};
+    Purchase shown_;
 };

@@ -1,17 +1,17 @@
 #include "masters/FrmMaster.h"
 
+#include "data/MasterStore.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/BasSubMain.h"
-#include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/GridView.h"
+#include "platform/controls/RowModel.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
-#include "platform/db/SqlText.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
 
@@ -26,9 +26,18 @@ enum Key { F1 = 0, F5 = 4, F6 = 5, F8 = 7 };
 FrmMaster::FrmMaster(const MasterConfig& config, QWidget* parent)
     : Screen(parent), config_(config) {
     setWindowTitle(config.caption);
-    spdData = new SpreadGrid(this);
+    spdData = new GridView(this);
     spdData->setObjectName(QStringLiteral("spdData"));
-    spdData->setHeaders({config.numberHeading, config.nameHeading});
+    entries_ = new RowModel<MasterEntry>({{config.numberHeading,
+                                           [](const MasterEntry& e) {
+                                               return e.code;
+                                           }},
+                                          {config.nameHeading,
+                                           [](const MasterEntry& e) {
+                                               return e.name;
+                                           }}},
+                                         this);
+    spdData->setModel(entries_);
     spdData->setColumnWidths({90, 300});
     spdData->setLastColumnStretch(true);
     spdData->setMinimumSize(440, 340);
@@ -60,8 +69,8 @@ FrmMaster::FrmMaster(const MasterConfig& config, QWidget* parent)
 
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmMaster::cmdFnuc_Click);
     connect(txtTNo, &xInput::leave, this, &FrmMaster::numberLeft);
-    connect(spdData, &SpreadGrid::clicked, this, [this](int row, int) {
-        if (row > 0 && row <= spdData->maxRows()) {
+    connect(spdData, &GridView::clicked, this, [this](int row, int) {
+        if (row > 0 && row <= entries_->size()) {
             DispSelectRow(row);
             cmdFnuc[F8]->setEnabled(true);
         }
@@ -88,7 +97,7 @@ void FrmMaster::Form_Load() {
 
 void FrmMaster::IniForm() {
     Procedure(config_.caption, QStringLiteral("IniForm"), QStringLiteral("画面の初期化処理"), [&] {
-        spdData->clearRows();
+        entries_->clear();
         CmnCtlEnabled(txtTNo, true);
         CmnCtlEnabled(txtName, true);
         txtTNo->clear();
@@ -99,22 +108,16 @@ void FrmMaster::IniForm() {
 
 void FrmMaster::DispMaster() {
     Procedure(config_.caption, QStringLiteral("DispMaster"), config_.listingDescription, [&] {
-        spdData->clearRows();
-        RecordSet rows = gCon.execute(QStringLiteral("select * from ") + config_.table +
-                                      QStringLiteral(" Order By ") + config_.numberColumn);
-        for (int row = 1; !rows.eof(); ++row, rows.moveNext()) {
-            spdData->setMaxRows(row);
-            spdData->setText(row, 1, rows.field(0).toString());
-            spdData->setText(row, 2, rows.field(1).toString());
-        }
+        entries_->clear();
+        entries_->setRows(MasterStore::Entries(config_.kind));
     });
 }
 
 void FrmMaster::DispSelectRow(int row) {
     Procedure(config_.caption, QStringLiteral("DispSelectRow"),
               QStringLiteral("明細指定行の編集表示"), [&] {
-                  txtTNo->setText(spdData->text(row, 1));
-                  txtName->setText(spdData->text(row, 2));
+                  txtTNo->setText(entries_->at(row - 1).code);
+                  txtName->setText(entries_->at(row - 1).name);
                   CmnCtlEnabled(txtTNo, false);
                   CmnCtlEnabled(txtName, true);
                   mode_ = 1;
@@ -145,28 +148,19 @@ bool FrmMaster::ChkEntryData() {
     return filled;
 }
 
-QString FrmMaster::statement(int mode) const {
-    const QString number = SqlStr(txtTNo->text());
-    switch (mode) {
-    case 0:
-        return QStringLiteral("insert into ") + config_.table + QStringLiteral(" values(") +
-               number + QLatin1Char(',') + SqlStr(txtName->text()) + QLatin1Char(')');
-    case 1:
-        return QStringLiteral("update ") + config_.table + QStringLiteral(" set ") +
-               config_.nameColumn + QStringLiteral(" = ") + SqlStr(txtName->text()) +
-               QStringLiteral(" where ") + config_.numberColumn + QStringLiteral(" = ") + number;
-    default:
-        return QStringLiteral("delete from ") + config_.table + QStringLiteral(" where ") +
-               config_.numberColumn + QStringLiteral(" = ") + number;
-    }
+MasterEntry FrmMaster::typedEntry() const {
+    return {txtTNo->text(), txtName->text()};
 }
 
 void FrmMaster::SaveMaster(int mode) {
     Procedure(config_.caption, QStringLiteral("SaveMaster"), QStringLiteral("マスター保存処理"),
               [&] {
-                  gCon.beginTrans();
-                  gCon.execute(statement(mode));
-                  gCon.commitTrans();
+                  if (mode == 0)
+                      MasterStore::Insert(config_.kind, typedEntry());
+                  else if (mode == 1)
+                      MasterStore::Rename(config_.kind, typedEntry());
+                  else
+                      MasterStore::Remove(config_.kind, txtTNo->text());
                   CmnDspMsg(mode == 2 ? OpeInf_002 : OpeInf_001);
                   DispMaster();
                   ClearText();
@@ -234,8 +228,7 @@ void FrmMaster::numberLeft() {
 FrmMstMeka::FrmMstMeka(QWidget* parent)
     : FrmMaster({QStringLiteral("メーカーマスタ保守"), QStringLiteral("ﾒ-ｶｰ№"),
                  QStringLiteral("メーカー名"), QStringLiteral("ﾒｰｶｰ№"), QStringLiteral("ﾒｰｶｰ名"),
-                 QStringLiteral("San_Meka"), QStringLiteral("Meka_No"), QStringLiteral("Meka_Name"),
-                 QStringLiteral("メーカーマスタ情報の画面表示")},
+                 MasterKind::Meka, QStringLiteral("メーカーマスタ情報の画面表示")},
                 parent) {
     setObjectName(QStringLiteral("FrmMstMeka"));
 }
@@ -243,8 +236,7 @@ FrmMstMeka::FrmMstMeka(QWidget* parent)
 FrmMstItem::FrmMstItem(QWidget* parent)
     : FrmMaster({QStringLiteral("アイテムマスタ保守"), QStringLiteral("ｱｲﾃﾑ№"),
                  QStringLiteral("アイテム名"), QStringLiteral("ｱｲﾃﾑ№"),
-                 QStringLiteral("アイテム名"), QStringLiteral("San_Item"),
-                 QStringLiteral("Item_No"), QStringLiteral("Item_Name"),
+                 QStringLiteral("アイテム名"), MasterKind::Item,
                  QStringLiteral("アイテムマスタ情報の画面表示")},
                 parent) {
     setObjectName(QStringLiteral("FrmMstItem"));
@@ -253,8 +245,7 @@ FrmMstItem::FrmMstItem(QWidget* parent)
 FrmMstYouto::FrmMstYouto(QWidget* parent)
     : FrmMaster({QStringLiteral("用途マスタ保守"), QStringLiteral("用途№"),
                  QStringLiteral("用途名"), QStringLiteral("用途№"), QStringLiteral("用途名"),
-                 QStringLiteral("San_Youto"), QStringLiteral("Youto_No"),
-                 QStringLiteral("Youto_Name"), QStringLiteral("用途マスタ情報の画面表示")},
+                 MasterKind::Youto, QStringLiteral("用途マスタ情報の画面表示")},
                 parent) {
     setObjectName(QStringLiteral("FrmMstYouto"));
 }

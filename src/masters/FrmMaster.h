@@ -1,12 +1,14 @@
 #pragma once
 
+#include "domain/Master.h"
 #include "platform/ui/Screen.h"
 
 #include <array>
 
 class QLabel;
 class FunctionKeyRow;
-class SpreadGrid;
+class GridView;
+template <class Row> class RowModel;
 class xCmdBtn;
 class xField;
 
@@ -15,7 +17,7 @@ struct MasterConfig {
     QString caption; // also the screen's name in the log
     QString numberHeading, nameHeading;
     QString numberLabel, nameLabel;
-    QString table, numberColumn, nameColumn;
+    MasterKind kind;
     QString listingDescription;
 };
 
@@ -38,7 +40,7 @@ public:
     void SaveMaster(int mode);
     void cmdFnuc_Click(int index);
 
-    SpreadGrid* spdData;
+    GridView* spdData;
     QLabel* Label1;
     QLabel* Label2;
     xField* txtTNo;
@@ -50,9 +52,10 @@ protected:
 
 private:
     void numberLeft();
-    QString statement(int mode) const;
+    MasterEntry typedEntry() const;
 
     MasterConfig config_;
+    RowModel<MasterEntry>* entries_;
     int mode_ = 0;
     bool loaded_ = false;
     FunctionKeyRow* keys_;

@@ -1,8 +1,7 @@
 #include "pickers/FrmZipList.h"
 
-#include "frame/Globals.h"
+#include "data/ZipSearch.h"
 #include "frame/Procedure.h"
-#include "pickers/ZipSearch.h"
 #include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/MsgBox.h"
@@ -114,20 +113,12 @@ void FrmZipList::cmdKensak_Click() {
 
 void FrmZipList::AddrRead() {
     Procedure(ScreenName, QStringLiteral("AddrRead"), QStringLiteral("郵便・住所の取得処理"), [&] {
-        const QString sql = ZipSearchSql(
+        const std::vector<ZipAddress> found = FindAddresses(
             {txtZip1->text(), txtZip2->text(), txtTodo->text(), txtCity->text(), txtTown->text()});
-        RecordSet rows = gCon.execute(sql);
         spdZipList->clearRows();
         spdZipList->setRedraw(false);
-        for (int row = 1; !rows.eof(); ++row, rows.moveNext()) {
-            spdZipList->setMaxRows(row);
-            spdZipList->setRowText(
-                row, QStringList{FormatZip(rows.field(0).toLongLong(), rows.field(1).toLongLong()),
-                                 rows.field(2).toString(), rows.field(3).toString(),
-                                 rows.field(4).toString()}
-                         .join(QLatin1Char('\t')));
-        }
-        rows.close();
+        for (const ZipAddress& address : found)
+            spdZipList->addRow(QStringList{address.zip, address.todo, address.city, address.town});
     });
     // Also after a failure: the rows read so far are shown.
     spdZipList->setRedraw(true);

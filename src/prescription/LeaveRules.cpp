@@ -1,7 +1,7 @@
 #include "prescription/LeaveRules.h"
 
+#include "domain/Prescription.h"
 #include "platform/Format.h"
-#include "prescription/PrescriptionValues.h"
 
 #include <QRegularExpression>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "prescription/PrescriptionWiring.h"
 
+#include "domain/Prescription.h"
 #include "platform/controls/xField.h"
 #include "prescription/LeaveRules.h"
-#include "prescription/PrescriptionValues.h"
 
 #include <QApplication>
 #include <QGridLayout>

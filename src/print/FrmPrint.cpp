@@ -4,7 +4,7 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/Format.h"
 #include "platform/report/Report.h"
 #include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
@@ -21,7 +21,7 @@ const QString ScreenName = QStringLiteral("印刷フォーム選択画面");
 const QString PostcardSettings = QStringLiteral(" 1,9,2970,2100,,1,7,,2,1,,,0");
 const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 constexpr int LinesPerPage = 36;
-enum Col { Name = 3, Yubin = 5, Jusyo1 = 6, Jusyo2 = 7, Tel = 8, Kazok = 9, LastVisit = 11 };
+constexpr int Representative = 0;
 
 void libraryError(const QString& operation, long result) {
     MsgBox(operation + QStringLiteral(" Error ") + QString::number(result), MsgIcon::None,
@@ -30,8 +30,8 @@ void libraryError(const QString& operation, long result) {
 
 } // namespace
 
-FrmPrint::FrmPrint(const SpreadGrid* list, bool allCustomers, QWidget* parent)
-    : Screen(parent), list_(list), allCustomers_(allCustomers) {
+FrmPrint::FrmPrint(std::vector<ListRow> rows, bool allCustomers, QWidget* parent)
+    : Screen(parent), rows_(std::move(rows)), allCustomers_(allCustomers) {
     setObjectName(QStringLiteral("FrmPrint"));
     setWindowTitle(QStringLiteral("印刷選択"));
     const QString captions[] = {QStringLiteral("縦ハガキ印刷"), QStringLiteral("顧客台帳 印刷"),
@@ -134,12 +134,12 @@ long FrmPrint::finishPage(long job) {
     return result;
 }
 
-void FrmPrint::setAddressee(long job, int row) {
-    jvSetFieldText(job, QStringLiteral("Jusyo1"), list_->text(row, Jusyo1).trimmed());
-    jvSetFieldText(job, QStringLiteral("Jusyo2"), list_->text(row, Jusyo2).trimmed());
-    const QString name = list_->text(row, Name).trimmed();
+void FrmPrint::setAddressee(long job, const ListedCustomer& c) {
+    jvSetFieldText(job, QStringLiteral("Jusyo1"), c.jusyo1.trimmed());
+    jvSetFieldText(job, QStringLiteral("Jusyo2"), c.jusyo2.trimmed());
+    const QString name = c.name.trimmed();
     // A household's representative in a list of everyone is written to as the family.
-    if (allCustomers_ && list_->displayText(row, Kazok) == QStringLiteral("代表")) {
+    if (allCustomers_ && c.kazok == Representative) {
         jvSetFieldText(job, QStringLiteral("Name"), name);
         jvSetFieldText(job, QStringLiteral("Sama"), QStringLiteral("御家族様"));
     } else {
@@ -150,16 +150,16 @@ void FrmPrint::setAddressee(long job, int row) {
 long FrmPrint::PrintSetData(long job) {
     if (const long result = setForm(job, QStringLiteral("PrnSan001.jfm")))
         return result;
-    for (int row = 1; row <= list_->maxRows(); ++row) {
-        if (list_->text(row, 2) != QLatin1String("1"))
+    for (const ListRow& row : rows_) {
+        if (!row.marked)
             continue;
-        const QString code = list_->text(row, Yubin).trimmed();
+        const QString code = row.now.yubin.trimmed();
         if (!code.isEmpty()) {
             const QString digits = code.left(3) + code.mid(4, 4);
             for (int i = 0; i < 7; ++i)
                 jvSetFieldText(job, QStringLiteral("Yubin_%1").arg(i + 1), digits.mid(i, 1));
         }
-        setAddressee(job, row);
+        setAddressee(job, row.now);
         if (const long result = finishPage(job))
             return result;
     }
@@ -169,13 +169,13 @@ long FrmPrint::PrintSetData(long job) {
 long FrmPrint::PrintSetData3(long job) {
     if (const long result = setForm(job, QStringLiteral("PrnSan004.jfm")))
         return result;
-    for (int row = 1; row <= list_->maxRows(); ++row) {
-        if (list_->text(row, 2) != QLatin1String("1"))
+    for (const ListRow& row : rows_) {
+        if (!row.marked)
             continue;
-        const QString code = list_->text(row, Yubin).trimmed();
+        const QString code = row.now.yubin.trimmed();
         if (!code.isEmpty())
             jvSetFieldText(job, QStringLiteral("Yubin"), QStringLiteral("〒 ") + code);
-        setAddressee(job, row);
+        setAddressee(job, row.now);
         if (const long result = finishPage(job))
             return result;
     }
@@ -186,23 +186,24 @@ long FrmPrint::PrintSetData2(long job) {
     if (const long result = setForm(job, QStringLiteral("PrnSan003.jfm")))
         return result;
     const QDate today = Today();
-    int row = 1;
-    for (int page = 1; row <= list_->maxRows(); ++page) {
+    std::size_t next = 0;
+    for (int page = 1; next < rows_.size(); ++page) {
         jvSetFieldText(job, QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
         jvSetFieldText(job, QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
         jvSetFieldText(job, QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
         jvSetFieldText(job, QStringLiteral("Page"), QString::number(page));
-        for (int line = 1; line <= LinesPerPage && row <= list_->maxRows(); ++line, ++row) {
-            const auto set = [&](const char* field, int column) {
+        for (int line = 1; line <= LinesPerPage && next < rows_.size(); ++line, ++next) {
+            const ListedCustomer& c = rows_[next].now;
+            const auto set = [&](const char* field, const QString& value) {
                 jvSetFieldText(job, QString::fromLatin1(field) + QString::number(line),
-                               list_->text(row, column).trimmed());
+                               value.trimmed());
             };
-            set("Name_", Name);
-            set("Yubin_", Yubin);
-            set("Jusyo1_", Jusyo1);
-            set("Jusyo2_", Jusyo2);
-            set("LastDate_", LastVisit);
-            set("Tel_", Tel);
+            set("Name_", c.name);
+            set("Yubin_", c.yubin);
+            set("Jusyo1_", c.jusyo1);
+            set("Jusyo2_", c.jusyo2);
+            set("LastDate_", FormatYmd(c.lastVisit));
+            set("Tel_", c.tel);
         }
         if (const long result = finishPage(job))
             return result;

@@ -1,19 +1,22 @@
 #pragma once
 
+#include "domain/ListRow.h"
 #include "platform/ui/Screen.h"
 
 #include <array>
+#include <functional>
+#include <vector>
 
 class QPushButton;
-class SpreadGrid;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
 class FrmPrint : public Screen {
     Q_OBJECT
 public:
-    // The list whose rows are printed; allCustomers when its last search covered everyone.
-    FrmPrint(const SpreadGrid* list, bool allCustomers, QWidget* parent = nullptr);
+    // The listed customers with their print marks; allCustomers when the list's search covered
+    // everyone.
+    FrmPrint(std::vector<ListRow> rows, bool allCustomers, QWidget* parent = nullptr);
 
     void cmdPrint_Click(int index);
     void PrintSeigyo();
@@ -31,9 +34,9 @@ private:
                 const std::function<long(long)>& pages);
     long setForm(long job, const QString& form);
     long finishPage(long job);
-    void setAddressee(long job, int row);
+    void setAddressee(long job, const ListedCustomer& customer);
 
-    const SpreadGrid* list_;
+    std::vector<ListRow> rows_;
     bool allCustomers_;
     QString layout_; // empty: vertical postcards; "1": horizontal
 };

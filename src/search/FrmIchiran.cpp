@@ -1,42 +1,33 @@
 #include "search/FrmIchiran.h"
 
 #include "customer/FrmKokyaku.h"
-#include "frame/BasCmnSubFun.h"
-#include "frame/Globals.h"
+#include "data/CustomerSearch.h"
+#include "data/CustomerStore.h"
+#include "domain/PrintMarks.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xLabel.h"
-#include "platform/db/SqlText.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/FrmPrint.h"
-#include "search/CustomerSearch.h"
 #include "search/FrmIchiranSub.h"
 #include "search/FrmTotalKensaku.h"
-#include "search/PrintMarks.h"
+#include "search/ListGrid.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
-const QColor FrmIchiran::White(255, 255, 255);
-const QColor FrmIchiran::Yellow(255, 255, 128);
-const QColor FrmIchiran::Red(255, 128, 128);
-
 namespace {
 
 const QString ScreenName = QStringLiteral("顧客一覧照会画面");
 enum Key { F1 = 0, F3 = 2, F4 = 3, F5 = 4, F6 = 5, F7 = 6, F8 = 7, F9 = 8, F10, F11, F12 };
-enum Col { No = 1, Mark, Name, Kana, Yubin, Jusyo1, Jusyo2, Tel, Kazok, Total, LastVisit, Work };
-const QString Changed = QStringLiteral("変更");
 
 } // namespace
 
@@ -45,37 +36,19 @@ FrmIchiran::FrmIchiran(QWidget* parent) : Screen(parent) {
     setWindowTitle(QStringLiteral("顧客一覧照会"));
     buildForm();
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmIchiran::cmdFnuc_Click);
-    connect(spdData, &SpreadGrid::clicked, this, [this](int row, int column) {
-        if (column == Mark && row >= 1 && row <= spdData->maxRows())
-            toggleMark(row);
+    connect(spdData, &GridView::clicked, this, [this](int row, int column) {
+        if (column == ListGrid::Mark && row >= 1 && row <= spdData->maxRows())
+            spdData->toggleMarks(row, row);
     });
-    connect(spdData, &SpreadGrid::blockSelected, this, [this](int top, int, int bottom, int) {
-        for (int row = std::max(1, top); row <= std::min(bottom, spdData->maxRows()); ++row)
-            toggleMark(row);
-    });
-    connect(spdData, &SpreadGrid::cellChanged, this, &FrmIchiran::cellChanged);
+    connect(spdData, &GridView::blockSelected, this,
+            [this](int top, int, int bottom, int) { spdData->toggleMarks(top, bottom); });
+    connect(spdData, &ListGrid::marksChanged, this,
+            [this](int marked) { lblPrintCnt->setText(QString::number(marked)); });
     Form_Load();
 }
 
 void FrmIchiran::buildForm() {
-    spdData = new SpreadGrid(this);
-    spdData->setObjectName(QStringLiteral("spdData"));
-    spdData->setHeaders({QStringLiteral("顧客№"), QStringLiteral("印刷"), QStringLiteral("氏 名"),
-                         QStringLiteral("かな名"), QStringLiteral("郵便番号"),
-                         QStringLiteral("住所１"), QStringLiteral("住所２"),
-                         QStringLiteral("T E L"), QStringLiteral("家族"),
-                         QStringLiteral("売上累計"), QStringLiteral("最終来店"), QString()});
-    spdData->setColumnWidths({60, 40, 120, 130, 80, 190, 110, 116, 70, 92, 92});
-    spdData->setColumnNumeric(No, true);
-    spdData->setColumnNumeric(Total, true);
-    spdData->setColumnDisplayFormat(Total, QStringLiteral("###,###,##0"));
-    spdData->setColumnNumeric(LastVisit, true);
-    spdData->setColumnDropDown(Mark, {QString(), QStringLiteral("●")});
-    spdData->setColumnDropDown(Kazok, {QStringLiteral("代表"), QStringLiteral("家族"),
-                                       QStringLiteral("個人"), QStringLiteral("DM不要")});
-    for (int column = Name; column <= Kazok; ++column)
-        spdData->setColumnEditable(column, true);
-    spdData->setColumnHidden(Work, true);
+    spdData = new ListGrid(this);
     lblTaisyouCnt = new xLabel(this);
     lblTaisyouCnt->setObjectName(QStringLiteral("lblTaisyouCnt"));
     lblPrintCnt = new xLabel(this);
@@ -117,9 +90,8 @@ void FrmIchiran::Form_Load() {
 }
 
 void FrmIchiran::setListKeys(bool enabled) {
-    for (int key : {F3, F5, F7, F8, F9, F10, F11, F12})
+    for (int key : {F3, F4, F5, F7, F8, F9, F10, F11, F12})
         cmdFnuc[key]->setEnabled(enabled);
-    cmdFnuc[F4]->setEnabled(enabled);
 }
 
 int FrmIchiran::currentRow() const {
@@ -128,132 +100,67 @@ int FrmIchiran::currentRow() const {
 }
 
 bool FrmIchiran::hasUnsavedEdits() const {
-    for (int row = 1; row <= spdData->maxRows(); ++row)
-        if (spdData->rowColor(row) == Yellow)
-            return true;
-    return false;
+    return spdData->hasUnsavedEdits();
 }
 
 void FrmIchiran::Serchkokykau() {
-    Procedure(
-        ScreenName, QStringLiteral("Serchkokykau"), QStringLiteral("顧客マスタ側検索処理"), [&] {
-            spdData->clearRows();
-            lblTaisyouCnt->setText(QStringLiteral("0"));
-            lblPrintCnt->setText(QStringLiteral("0"));
-            spdData->setRedraw(false);
-            int marked = 0;
-            SearchCustomers(jyoken_->conditions(), Today().year(), [&](const ListedCustomer& c) {
-                const bool mark = MarkedOnSearch(c.jusyo1, c.kazok, result_, GlbKazokTaisyou);
-                marked += mark ? 1 : 0;
-                const int row = spdData->addRow(QStringList{
-                    QString::number(c.no), mark ? QStringLiteral("1") : QStringLiteral("0"), c.name,
-                    c.kana, c.yubin, c.jusyo1, c.jusyo2, c.tel, QString::number(c.kazok),
-                    QString::number(c.total), c.lastVisit > 0 ? FormatYmd(c.lastVisit) : QString(),
-                    QString()});
-                spdData->setRowColor(row, White);
-            });
-            // The screen is not drawn while the rows come in: the counters are set once at the end.
-            lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
-            lblPrintCnt->setText(QString::number(marked));
-            spdData->setRedraw(true);
-            const bool found = spdData->maxRows() > 0;
-            setListKeys(found);
-            CmnDspMsg(found ? OpeInf_008 : OpeErr_012);
-        });
-    spdData->setRedraw(true);
-}
-
-void FrmIchiran::toggleMark(int row) {
-    spdData->setText(row, Mark,
-                     spdData->text(row, Mark).toInt() == 0 ? QStringLiteral("1")
-                                                           : QStringLiteral("0"));
-    countMarks();
-}
-
-void FrmIchiran::countMarks() {
-    int marked = 0;
-    for (int row = 1; row <= spdData->maxRows(); ++row)
-        marked += spdData->text(row, Mark) == QLatin1String("1") ? 1 : 0;
-    lblPrintCnt->setText(QString::number(marked));
-}
-
-void FrmIchiran::cellChanged(int row, int column) {
-    if (column <= Mark)
-        return;
-    spdData->setRowColor(row, Yellow);
-    if (column == Kazok) {
-        spdData->setText(row, Mark,
-                         MarkAfterFamilyChange(spdData->text(row, Kazok).toInt(), result_));
-        countMarks();
-    }
+    Procedure(ScreenName, QStringLiteral("Serchkokykau"), QStringLiteral("顧客マスタ側検索処理"),
+              [&] {
+                  spdData->clearRows();
+                  lblTaisyouCnt->setText(QStringLiteral("0"));
+                  spdData->setShownResult(shown_.result);
+                  std::vector<ListRow> rows;
+                  SearchCustomers(shown_.conditions, Today().year(), [&](const ListedCustomer& c) {
+                      const bool mark =
+                          MarkedOnSearch(c.jusyo1, c.kazok, shown_.result, shown_.familyMode);
+                      rows.push_back({c, c, mark});
+                  });
+                  // The screen is not drawn while the rows come in: the counters are set at the
+                  // end.
+                  spdData->showRows(std::move(rows));
+                  lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
+                  const bool found = spdData->maxRows() > 0;
+                  setListKeys(found);
+                  CmnDspMsg(found ? OpeInf_008 : OpeErr_012);
+              });
 }
 
 void FrmIchiran::toggleDeletion() {
     const int row = currentRow();
-    if (row == 0)
-        return;
-    const QColor colour = spdData->rowColor(row);
-    if (colour == Red) {
-        spdData->setRowColor(row, spdData->text(row, Work) == Changed ? Yellow : White);
-        return;
-    }
-    if (colour == Yellow)
-        spdData->setText(row, Work, Changed);
-    spdData->setRowColor(row, Red);
+    if (row != 0)
+        spdData->toggleDeletion(row);
 }
 
 bool FrmIchiran::UpDataSan_Kokyaku(int row) {
-    return Procedure(
-        ScreenName, QStringLiteral("UpDataSan_Kokyaku"), QStringLiteral("顧客データ保存処理"), [&] {
-            const auto cell = [&](int column) {
-                return spdData->text(row, column);
-            };
-            gCon.beginTrans();
-            gCon.execute(QStringLiteral("update San_user set user_Name = ") + SqlStr(cell(Name)) +
-                         QStringLiteral(",user_Kana = ") + SqlStr(cell(Kana)) +
-                         QStringLiteral(",user_Yubin = ") + SqlStr(cell(Yubin)) +
-                         QStringLiteral(",user_Jusyo1 = ") + SqlQuote(cell(Jusyo1)) +
-                         QStringLiteral(",user_Jusyo2 = ") + SqlStr(cell(Jusyo2)) +
-                         QStringLiteral(",user_Tel = ") + SqlStr(cell(Tel)) +
-                         QStringLiteral(",user_kazok_f = ") + SqlNum(cell(Kazok).toInt()) +
-                         QStringLiteral(",user_entry2 = ") +
-                         SqlQuote(Today().toString(QStringLiteral("yyyy/MM/dd"))) +
-                         QStringLiteral(" where user_No = ") + SqlNum(cell(No).toLongLong()));
-            gCon.commitTrans();
-        });
+    return Procedure(ScreenName, QStringLiteral("UpDataSan_Kokyaku"),
+                     QStringLiteral("顧客データ保存処理"),
+                     [&] { CustomerStore::UpdateListed(spdData->row(row), Today()); });
 }
 
 bool FrmIchiran::DelDataSan_Kokyaku(int row) {
-    return Procedure(
-        ScreenName, QStringLiteral("DelDataSan_Kokyaku"), QStringLiteral("顧客データ削除処理"),
-        [&] {
-            const QString number = SqlNum(spdData->text(row, No).toLongLong());
-            gCon.beginTrans();
-            gCon.execute(QStringLiteral("delete from San_User where User_No = ") + number);
-            gCon.execute(QStringLiteral("delete from San_Uriage where Uri_UserNo = ") + number);
-            gCon.commitTrans();
-        });
+    return Procedure(ScreenName, QStringLiteral("DelDataSan_Kokyaku"),
+                     QStringLiteral("顧客データ削除処理"),
+                     [&] { CustomerStore::RemoveAlone(spdData->row(row).now.no); });
 }
 
 void FrmIchiran::savePass() {
     bool anything = false;
     for (int row = 1; row <= spdData->maxRows();) {
-        const QColor colour = spdData->rowColor(row);
-        if (colour == Yellow) {
+        const ListState state = spdData->row(row).state;
+        if (state == ListState::Changed) {
             anything = true;
             if (UpDataSan_Kokyaku(row))
-                spdData->setRowColor(row, White);
-        } else if (colour == Red) {
+                spdData->markSaved(row);
+        } else if (state == ListState::ToDelete) {
             anything = true;
             if (DelDataSan_Kokyaku(row)) {
-                spdData->deleteRow(row);
+                spdData->removeRow(row);
                 continue; // the next row has moved up into this place
             }
         }
         ++row;
     }
     lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
-    countMarks();
     if (!anything)
         CmnDspMsg(OpeErr_012);
 }
@@ -268,12 +175,47 @@ bool FrmIchiran::refuseWhileEditing() {
 void FrmIchiran::sortBy(int index) {
     if (refuseWhileEditing())
         return;
-    const std::vector<SortKey> keys[] = {
-        {{Kana, Qt::AscendingOrder}},
-        {{Jusyo1, Qt::AscendingOrder}},
-        {{Total, Qt::DescendingOrder}, {Kana, Qt::AscendingOrder}},
-        {{LastVisit, Qt::DescendingOrder}, {Kana, Qt::AscendingOrder}}};
-    spdData->sort(keys[index - F9]);
+    const ListGrid::Order orders[] = {ListGrid::Order::Kana, ListGrid::Order::Address,
+                                      ListGrid::Order::Sales, ListGrid::Order::LastVisit};
+    spdData->sortBy(orders[index - F9]);
+}
+
+void FrmIchiran::openRegister(int row) {
+    const qint64 customerNo = spdData->row(row).now.no;
+    FrmKokyaku reg(this);
+    reg.setSyori(customerNo);
+    ShowModal(reg);
+    if (!reg.Koushin())
+        return;
+    CmnDspMsg(OpeInf_007);
+    readAgain(customerNo);
+}
+
+void FrmIchiran::readAgain(qint64 customerNo) {
+    // The register may have renamed or deleted the customer: the row shows what is stored, so
+    // that a later correction in the list never writes back what the register replaced.
+    Procedure(ScreenName, QStringLiteral("readAgain"), QStringLiteral("顧客データ再読込処理"),
+              [&] {
+                  const auto& rows = spdData->rows();
+                  const auto found = std::find_if(rows.begin(), rows.end(), [&](const ListRow& r) {
+                      return r.now.no == customerNo;
+                  });
+                  if (found == rows.end())
+                      return;
+                  const int row = int(found - rows.begin()) + 1;
+                  const std::optional<ListedCustomer> stored = FindListedCustomer(customerNo);
+                  if (!stored) {
+                      spdData->removeRow(row);
+                      lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
+                      return;
+                  }
+                  ListRow fresh = *found;
+                  if (stored->kazok != fresh.now.kazok)
+                      fresh.marked = MarkAfterFamilyChange(stored->kazok, shown_.result);
+                  fresh.now = fresh.read = *stored;
+                  spdData->replaceRow(row, fresh);
+              },
+              {.trace = false});
 }
 
 void FrmIchiran::cmdFnuc_Click(int index) {
@@ -286,7 +228,7 @@ void FrmIchiran::cmdFnuc_Click(int index) {
         toggleDeletion();
         break;
     case F4: {
-        FrmPrint print(spdData, result_ == 2, this);
+        FrmPrint print(spdData->rows(), shown_.result == 2, this);
         ShowModal(print);
         break;
     }
@@ -294,16 +236,19 @@ void FrmIchiran::cmdFnuc_Click(int index) {
         if (CmnDspMsg(OpeQes_001) == Answer::Yes)
             savePass();
         break;
-    case F6:
+    case F6: {
         if (hasUnsavedEdits())
             CmnDspMsg(OpeErr_016);
         ShowModal(*jyoken_);
-        result_ = jyoken_->Result();
-        if (result_ != 0) {
+        // A cancelled conditions screen leaves the list and the search it shows as they are.
+        const int result = jyoken_->Result();
+        if (result != 0) {
+            shown_ = {jyoken_->conditions(), result, GlbKazokTaisyou};
             WaitCursor wait;
             Serchkokykau();
         }
         break;
+    }
     case F7: {
         if (refuseWhileEditing())
             break;
@@ -312,11 +257,7 @@ void FrmIchiran::cmdFnuc_Click(int index) {
             CmnDspMsg(OpeErr_002);
             break;
         }
-        FrmKokyaku reg(this);
-        reg.setSyori(spdData->text(row, No).toLongLong());
-        ShowModal(reg);
-        if (reg.Koushin())
-            CmnDspMsg(OpeInf_007);
+        openRegister(row);
         break;
     }
     case F8: {
@@ -326,8 +267,8 @@ void FrmIchiran::cmdFnuc_Click(int index) {
             break;
         }
         FrmIchiranSub inquiry(this);
-        inquiry.setUser(spdData->text(row, No).toLongLong());
-        inquiry.setConditions(jyoken_->conditions());
+        inquiry.setUser(spdData->row(row).now.no);
+        inquiry.setConditions(shown_.conditions);
         ShowModal(inquiry);
         break;
     }

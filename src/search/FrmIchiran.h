@@ -1,5 +1,6 @@
 #pragma once
 
+#include "domain/SearchConditions.h"
 #include "platform/ui/Screen.h"
 
 #include <array>
@@ -7,7 +8,7 @@
 class QLabel;
 class FrmTotalKensaku;
 class FunctionKeyRow;
-class SpreadGrid;
+class ListGrid;
 class xCmdBtn;
 class xLabel;
 
@@ -28,22 +29,22 @@ public:
     bool hasUnsavedEdits() const;
     FrmTotalKensaku* conditionsScreen() const { return jyoken_; }
 
-    SpreadGrid* spdData;
+    // The search the list shows, kept from the moment it ran.
+    const ShownSearch& shownSearch() const { return shown_; }
+
+    ListGrid* spdData;
     xLabel* lblTaisyouCnt;
     xLabel* lblPrintCnt;
     std::array<xCmdBtn*, 12> cmdFnuc;
-
-    static const QColor White, Yellow, Red;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildForm();
-    void toggleMark(int row);
-    void countMarks();
-    void cellChanged(int row, int column);
     void toggleDeletion();
+    void openRegister(int row);
+    void readAgain(qint64 customerNo);
     void savePass();
     void sortBy(int index);
     void setListKeys(bool enabled);
@@ -51,6 +52,6 @@ private:
     int currentRow() const;
 
     FrmTotalKensaku* jyoken_;
-    int result_ = 0;
+    ShownSearch shown_;
     FunctionKeyRow* keys_;
 };

@@ -1,11 +1,13 @@
 #include "search/FrmIchiranSub.h"
 
+#include "data/CustomerQueries.h"
 #include "data/Lookups.h"
+#include "data/PurchaseStore.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Procedure.h"
 #include "platform/Format.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/RowModel.h"
 #include "platform/controls/xLabel.h"
 
 #include <QHBoxLayout>
@@ -13,17 +15,52 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <memory>
 
 namespace {
 
 const QString ScreenName = QStringLiteral("指定顧客売上照会画面");
 
-QString withName(MasterNames& masters, const QString& code, int kind) {
-    return code + QLatin1Char(':') + masters.name(kind, code);
+using Columns = std::vector<RowModel<Purchase>::Column>;
+
+QString money(qint64 yen) {
+    return FormatNumber(double(yen), QStringLiteral("###,###,##0"));
 }
 
-QString makerWithName(MasterNames& masters, const QString& code) {
-    return code.isEmpty() ? QString() : withName(masters, code, 2);
+// The inquiry's columns; a master code is shown with its name, a maker only when there is one.
+Columns inquiryColumns(const std::shared_ptr<MasterNames>& masters) {
+    const auto maker = [masters](QString Purchase::*code) {
+        return [masters, code](const Purchase& p) {
+            return (p.*code).isEmpty() ? QString() : masters->withName(MasterKind::Meka, p.*code);
+        };
+    };
+    constexpr auto right = Qt::AlignRight | Qt::AlignVCenter;
+    return {
+        {QStringLiteral("売上日"),
+         [](const Purchase& p) {
+             return p.date.toString(QStringLiteral("yyyy/MM/dd"));
+         }},
+        {QStringLiteral("ｱｲﾃﾑ"),
+         [masters](const Purchase& p) {
+             return masters->withName(MasterKind::Item, p.itemNo);
+         }},
+        {QStringLiteral("用途"),
+         [masters](const Purchase& p) {
+             return masters->withName(MasterKind::Youto, p.youtoNo);
+         }},
+        {QStringLiteral("ﾌﾚｰﾑﾒｰｶｰ"), maker(&Purchase::fmMekaNo)},
+        {QStringLiteral("ﾌﾚｰﾑ名"),
+         [](const Purchase& p) {
+             return p.fmName;
+         }},
+        {QStringLiteral("ﾌﾚｰﾑ金額"), [](const Purchase& p) { return money(p.fmKinga); }, right},
+        {QStringLiteral("ﾚﾝｽﾞﾒｰｶｰ"), maker(&Purchase::lzMekaNo)},
+        {QStringLiteral("ﾚﾝｽﾞ名"),
+         [](const Purchase& p) {
+             return p.lzName;
+         }},
+        {QStringLiteral("ﾚﾝｽﾞ金額"), [](const Purchase& p) { return money(p.lzKinga); }, right},
+        {QStringLiteral("売上合計額"), [](const Purchase& p) { return money(p.total); }, right}};
 }
 
 } // namespace
@@ -31,18 +68,11 @@ QString makerWithName(MasterNames& masters, const QString& code) {
 FrmIchiranSub::FrmIchiranSub(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmIchiranSub"));
     setWindowTitle(QStringLiteral("指定顧客売上履歴照会"));
-    spdData = new SpreadGrid(this);
+    spdData = new GridView(this);
     spdData->setObjectName(QStringLiteral("spdData"));
-    spdData->setHeaders({QStringLiteral("売上日"), QStringLiteral("ｱｲﾃﾑ"), QStringLiteral("用途"),
-                         QStringLiteral("ﾌﾚｰﾑﾒｰｶｰ"), QStringLiteral("ﾌﾚｰﾑ名"),
-                         QStringLiteral("ﾌﾚｰﾑ金額"), QStringLiteral("ﾚﾝｽﾞﾒｰｶｰ"),
-                         QStringLiteral("ﾚﾝｽﾞ名"), QStringLiteral("ﾚﾝｽﾞ金額"),
-                         QStringLiteral("売上合計額")});
+    rows_ = new RowModel<Purchase>(inquiryColumns(std::make_shared<MasterNames>()), this);
+    spdData->setModel(rows_);
     spdData->setColumnWidths({92, 130, 130, 120, 120, 86, 120, 120, 86, 96});
-    for (int column : {6, 9, 10}) {
-        spdData->setColumnNumeric(column, true);
-        spdData->setColumnDisplayFormat(column, QStringLiteral("###,###,##0"));
-    }
     spdData->setMinimumSize(1000, 360);
     lblKaisu = new xLabel(this);
     lblKaisu->setObjectName(QStringLiteral("lblKaisu"));
@@ -82,7 +112,7 @@ void FrmIchiranSub::showEvent(QShowEvent* event) {
 void FrmIchiranSub::Form_Load() {
     Procedure(ScreenName, QStringLiteral("Form_Load"),
               QStringLiteral("指定顧客売上照会画面ロード処理"), [&] {
-                  spdData->clearRows();
+                  rows_->clear();
                   lblKaisu->setText(QStringLiteral("0"));
                   lblKinga->setText(QStringLiteral("0"));
                   SerchUriage(user_);
@@ -101,31 +131,21 @@ bool FrmIchiranSub::CalUriageGaku(qint64 customerNo) {
 
 void FrmIchiranSub::SerchUriage(qint64 customerNo) {
     Procedure(ScreenName, QStringLiteral("SerchUriage"), QStringLiteral("顧客売上側検索処理"), [&] {
-        RecordSet rows = gCon.execute(InquiryQuery(conditions_, customerNo));
+        std::vector<Purchase> purchases = PurchaseStore::ForInquiry(conditions_, customerNo);
         // The amount check depends on the customer alone: every purchase is listed, or none.
-        const bool listed = !conditions_.on[SearchConditions::Amount] || CalUriageGaku(customerNo);
-        MasterNames masters;
+        if (conditions_.on[SearchConditions::Amount] && !CalUriageGaku(customerNo))
+            purchases.clear();
         int visits = 0;
-        qint64 lastDate = 0;
+        QDate lastDate;
         qint64 sum = 0;
-        for (; listed && !rows.eof(); rows.moveNext()) {
-            const auto text = [&](const char* column) {
-                return CmnNvl(rows.field(QString::fromLatin1(column)), QString()).toString();
-            };
-            const qint64 date = rows.field(QStringLiteral("Uri_Date")).toLongLong();
-            if (date != lastDate) {
+        for (const Purchase& p : purchases) {
+            if (p.date != lastDate) {
                 ++visits;
-                lastDate = date;
+                lastDate = p.date;
             }
-            spdData->addRow(
-                QStringList{FormatYmd(date), withName(masters, text("Uri_ItemNo"), 0),
-                            withName(masters, text("Uri_YoutoNo"), 1),
-                            makerWithName(masters, text("Uri_Fm_MekaNo")), text("Uri_Fm_Name"),
-                            text("Uri_Fm_Kinga"), makerWithName(masters, text("Uri_Lz_MekaNo")),
-                            text("Uri_Lz_Name"), text("Uri_Lz_Kinga"), text("Uri_KingaKei")}
-                    .join(QLatin1Char('\t')));
-            sum += CmnNvl(rows.field(QStringLiteral("Uri_KingaKei")), 0).toLongLong();
+            sum += p.total;
         }
+        rows_->setRows(std::move(purchases));
         lblKaisu->setText(FormatNumber(visits, QStringLiteral("###,###,##0")));
         lblKinga->setText(QStringLiteral("\\") +
                           FormatNumber(double(sum), QStringLiteral("###,###,##0")));

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "domain/SearchConditions.h"
 #include "platform/ui/Screen.h"
-#include "search/SearchConditions.h"
 
 class QPushButton;
-class SpreadGrid;
+struct Purchase;
+template <class Row> class RowModel;
+class GridView;
 class xLabel;
 
 // One listed customer's purchases that match the purchase conditions of the last search, with
@@ -21,7 +23,7 @@ public:
     void SerchUriage(qint64 customerNo);
     bool CalUriageGaku(qint64 customerNo);
 
-    SpreadGrid* spdData;
+    GridView* spdData;
     xLabel* lblKaisu;
     xLabel* lblKinga;
     QPushButton* cmdEnd;
@@ -32,5 +34,6 @@ protected:
 private:
     qint64 user_ = 0;
     SearchConditions conditions_;
+    RowModel<Purchase>* rows_;
     bool loaded_ = false;
 };

@@ -2,15 +2,13 @@
 
 #include "customer/CustomerList.h"
 #include "customer/FrmKokyaku.h"
-#include "frame/Globals.h"
+#include "data/CustomerStore.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
-#include "platform/db/SqlText.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 
@@ -34,20 +32,6 @@ xCmdBtn* keyButton(Qt::Key key, const QString& caption, const QString& name, QWi
 
 } // namespace
 
-QString KensakuSql(const QString& kana, const QString& tel) {
-    QString sql = QStringLiteral("select * from San_User");
-    bool condition = false;
-    if (!kana.trimmed().isEmpty()) {
-        sql += QStringLiteral(" where User_Kana Like ") + SqlContains(kana);
-        condition = true;
-    }
-    if (!tel.trimmed().isEmpty())
-        sql += (condition ? QStringLiteral(" and User_Tel Like ")
-                          : QStringLiteral(" where User_Tel Like ")) +
-               SqlContains(tel);
-    return sql + QStringLiteral(" Order By User_Kana");
-}
-
 FrmKensaku::FrmKensaku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmKensaku"));
     setWindowTitle(QStringLiteral("顧客検索"));
@@ -63,8 +47,7 @@ FrmKensaku::FrmKensaku(QWidget* parent) : Screen(parent) {
         keyButton(Qt::Key_F5, QStringLiteral("既存顧客(F5)"), QStringLiteral("cmdBtn(1)"), this);
     cmdBtn[2] =
         keyButton(Qt::Key_Escape, QStringLiteral("ｷｬﾝｾﾙ(ESC)"), QStringLiteral("cmdBtn(2)"), this);
-    spdData = new SpreadGrid(this);
-    SetUpCustomerList(spdData);
+    spdData = new CustomerList(this);
     spdData->setMinimumSize(820, 360);
 
     auto* guide =
@@ -92,11 +75,11 @@ FrmKensaku::FrmKensaku(QWidget* parent) : Screen(parent) {
     connect(cmdKensak, &xCmdBtn::triggered, this, &FrmKensaku::cmdKensak_Click);
     for (int i = 0; i < 3; ++i)
         connect(cmdBtn[i], &xCmdBtn::triggered, this, [this, i] { cmdBtn_Click(i); });
-    connect(spdData, &SpreadGrid::doubleClicked, this, [this](int row, int) {
+    connect(spdData, &GridView::doubleClicked, this, [this](int row, int) {
         if (row < 1 || row > spdData->maxRows())
             return;
         spdData->setActiveCell(row, 1);
-        openRegister(spdData->text(row, 1).toLongLong());
+        openRegister(spdData->customerNo(row));
     });
     cmdBtn[1]->setEnabled(false);
     txtKana->setFocus();
@@ -117,16 +100,9 @@ void FrmKensaku::Disp_Kokyaku() {
         ScreenName, QStringLiteral("Disp_Kokyaku"), QStringLiteral("顧客データの取得処理"), [&] {
             // The busy pointer only while searching: it is gone before the register opens.
             WaitCursor wait;
-            RecordSet rows = gCon.execute(KensakuSql(txtKana->text(), txtTel->text()));
-            spdData->clearRows();
-            spdData->setRedraw(false);
-            for (; !rows.eof(); rows.moveNext())
-                spdData->addRow(CustomerListLine(rows));
-            spdData->setRedraw(true);
-            rows.close();
+            spdData->showCustomers(CustomerStore::QuickSearch(txtKana->text(), txtTel->text()));
             found = spdData->maxRows();
         });
-    spdData->setRedraw(true);
     if (!searched)
         return;
     if (found == 0) {
@@ -135,7 +111,7 @@ void FrmKensaku::Disp_Kokyaku() {
         txtTel->setFocus();
     } else if (found == 1) {
         spdData->setActiveCell(1, 1);
-        openRegister(spdData->text(1, 1).toLongLong());
+        openRegister(spdData->customerNo(1));
     } else {
         spdData->view()->setFocus();
         cmdBtn[1]->setEnabled(true);
@@ -155,7 +131,7 @@ void FrmKensaku::cmdBtn_Click(int index) {
             return;
         }
         spdData->setActiveCell(row, 1);
-        openRegister(spdData->text(row, 1).toLongLong());
+        openRegister(spdData->customerNo(row));
         reset();
         break;
     }

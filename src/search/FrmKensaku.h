@@ -4,7 +4,7 @@
 
 #include <array>
 
-class SpreadGrid;
+class CustomerList;
 class xCmdBtn;
 class xField;
 class xKana;
@@ -24,7 +24,7 @@ public:
     xField* txtTel;
     xCmdBtn* cmdKensak;
     std::array<xCmdBtn*, 3> cmdBtn; // 新規顧客(F1), 既存顧客(F5), ｷｬﾝｾﾙ(ESC)
-    SpreadGrid* spdData;
+    CustomerList* spdData;
 
 private:
     // Opens the register for a customer (0: a new one, starting with the typed telephone).
@@ -33,4 +33,3 @@ private:
 };
 
 // The quick search's statement: kana and telephone each found anywhere, as typed.
-QString KensakuSql(const QString& kana, const QString& tel);

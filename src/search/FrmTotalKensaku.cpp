@@ -1,11 +1,13 @@
 #include "search/FrmTotalKensaku.h"
 
+#include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
+#include "platform/controls/CodeList.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
@@ -26,10 +28,6 @@ namespace {
 
 const QString ScreenName = QStringLiteral("検索条件指定画面");
 using C = SearchConditions;
-
-QString codeOf(const QComboBox* list) {
-    return list->currentText().left(3);
-}
 
 template <class List> QList<QWidget*> widgets(const List& controls) {
     return QList<QWidget*>(controls.begin(), controls.end());
@@ -230,9 +228,9 @@ SearchConditions FrmTotalKensaku::conditions() const {
     c.amountTo = qint64(txtKinga[1]->Value());
     for (int i = 0; i < 6; ++i) {
         c.yubin[i] = txtYubin[i]->text();
-        c.youto[i] = codeOf(cboYoto[i]);
-        c.item[i] = codeOf(cboItem[i]);
-        c.meka[i] = codeOf(cboMeka[i]);
+        c.youto[i] = SelectedCode(cboYoto[i]);
+        c.item[i] = SelectedCode(cboItem[i]);
+        c.meka[i] = SelectedCode(cboMeka[i]);
         c.hinName[i] = txtHinName[i]->text();
     }
     return c;

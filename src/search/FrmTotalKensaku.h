@@ -1,7 +1,7 @@
 #pragma once
 
+#include "domain/SearchConditions.h"
 #include "platform/ui/Screen.h"
-#include "search/SearchConditions.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 // The family list: customers with the same telephone, and the register reopened for one.
+#include "customer/CustomerList.h"
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "frame/MessageCatalogue.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
@@ -53,7 +53,7 @@ private slots:
             QCOMPARE(s.windowTitle(), QStringLiteral("家族照会"));
             QStringList numbers;
             for (int row = 1; row <= s.spdData->maxRows(); ++row)
-                numbers << s.spdData->text(row, 1);
+                numbers << s.spdData->cellText(row, 1);
             // Marked-deleted members too; another spelling of the number is not the same.
             QCOMPARE(numbers,
                      (QStringList{QStringLiteral("3"), QStringLiteral("1"), QStringLiteral("2")}));
@@ -118,7 +118,7 @@ private slots:
             harness.screens.expect<FrmKazoku>([](FrmKazoku& family) {
                 QWidget* cells = family.spdData->view()->viewport();
                 const QPoint centre = family.spdData->view()
-                                          ->visualRect(family.spdData->model()->index(1, 0))
+                                          ->visualRect(family.spdData->gridModel()->index(1, 0))
                                           .center();
                 QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
                 QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);

@@ -1,8 +1,8 @@
 // Two terminals of one shop registering at the same moment: the unique keys decide, exactly one
 // registration stands, the other is told OpeErr_010 with nothing half stored.
 #include "customer/FrmKokyaku.h"
+#include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "customer/UriageGrid.h"
 #include "frame/BasSubMain.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"

@@ -1,5 +1,6 @@
 // The shared field helpers: null defaults, prescription number texts, enabling with colours
 // and the master drop-down lists.
+#include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"

@@ -1,8 +1,8 @@
 // The sales history: paging three at a time, the date search, correcting blocks and saving
 // them in one transaction, and the register's key that opens it.
 #include "customer/FrmKokyaku.h"
+#include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "customer/UriageGrid.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "history/FrmRireki.h"
@@ -34,7 +34,7 @@ QStringList shownDates(const FrmRireki& s) {
 QList<int> shownSeqs(const FrmRireki& s) {
     QList<int> seqs;
     for (const UriageBlock* block : s.FraUriage)
-        seqs << block->seq;
+        seqs << block->seq();
     return seqs;
 }
 
@@ -260,7 +260,7 @@ private slots:
                 QTest::keyClick(&history, Qt::Key_F1);
             });
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(s.spdData->text(1, 8), QStringLiteral("履歴で直した"));
+            QCOMPARE(s.spdData->cellText(1, PurchaseGrid::FmName), QStringLiteral("履歴で直した"));
             QCOMPARE(s.FraUriage->txtFm_Name->text(), QStringLiteral("履歴で直した"));
         });
         ShowModal(reg);

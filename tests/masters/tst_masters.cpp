@@ -4,7 +4,7 @@
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "masters/FrmMaster.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/GridView.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/ShowModal.h"
@@ -56,10 +56,11 @@ private slots:
         harness.msgs.expect(OpeInf_001);
         openMakers([](FrmMaster& s) {
             QCOMPARE(s.windowTitle(), QStringLiteral("メーカーマスタ保守"));
-            QCOMPARE(s.spdData->model()->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(),
-                     QStringLiteral("ﾒ-ｶｰ№"));
+            QCOMPARE(
+                s.spdData->gridModel()->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(),
+                QStringLiteral("ﾒ-ｶｰ№"));
             QCOMPARE(s.Label1->text(), QStringLiteral("ﾒｰｶｰ№"));
-            QCOMPARE(s.spdData->maxRows(), 2);
+            QCOMPARE(s.spdData->rowCount(), 2);
             QVERIFY(!s.cmdFnuc[7]->isEnabled());
             typeNumber(s, QStringLiteral("x"));
             QCOMPARE(s.focusWidget(), s.txtTNo);
@@ -67,8 +68,8 @@ private slots:
             QCOMPARE(s.txtTNo->text(), QStringLiteral("005"));
             s.txtName->setText(QStringLiteral(" O'Neil 光学 "));
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->maxRows(), 3);
-            QCOMPARE(s.spdData->text(3, 1), QStringLiteral("005"));
+            QCOMPARE(s.spdData->rowCount(), 3);
+            QCOMPARE(s.spdData->gridModel()->index(2, 0).data().toString(), QStringLiteral("005"));
             QCOMPARE(s.txtTNo->text(), QString());
             QCOMPARE(s.mode(), 0);
             QCOMPARE(s.focusWidget(), s.txtTNo);
@@ -121,7 +122,7 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F8);
             s.spdData->clicked(1, 1);
             QTest::keyClick(&s, Qt::Key_F8);
-            QCOMPARE(s.spdData->maxRows(), 0); // the last row gone
+            QCOMPARE(s.spdData->rowCount(), 0); // the last row gone
             QVERIFY(!s.cmdFnuc[7]->isEnabled());
         });
         QCOMPARE(makers(), QStringList());
@@ -159,7 +160,7 @@ private slots:
         });
         QTest::mouseClick(menu.cmdMst[1], Qt::LeftButton);
         harness.screens.expect<FrmMstMeka>(
-            [](FrmMstMeka& s) { QCOMPARE(s.spdData->maxRows(), 2); });
+            [](FrmMstMeka& s) { QCOMPARE(s.spdData->rowCount(), 2); });
         QTest::mouseClick(menu.cmdMst[2], Qt::LeftButton);
         QCOMPARE(QueryValue(QStringLiteral("select Item_Name from San_Item where Item_No = '099'"))
                      .toString(),

@@ -1,9 +1,9 @@
 // The postal search: the query for each combination of fields, what it lists from a seeded
 // directory, and what it hands back on OK, double-click, cancel and the close box.
+#include "data/ZipSearch.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "pickers/FrmZipList.h"
-#include "pickers/ZipSearch.h"
 #include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/ShowModal.h"

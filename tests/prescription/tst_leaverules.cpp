@@ -1,8 +1,8 @@
 // The prescription rules on the values where they break: 0, the upper limit, -0, negative
 // unsigned values, rounding, the hundredths entry, non-numbers; display and storage.
+#include "domain/Prescription.h"
 #include "platform/Failure.h"
 #include "prescription/LeaveRules.h"
-#include "prescription/PrescriptionValues.h"
 
 #include <QtTest>
 
@@ -84,29 +84,6 @@ private slots:
         QCOMPARE(onHistory(Tama, "-2.5"), QStringLiteral("-3"));
         // The base directions have no rule.
         QCOMPARE(onHistory(B1, " IN "), QStringLiteral(" IN "));
-    }
-
-    void storedValuesAreShownAndTypedValuesStored() {
-        QCOMPARE(PrescriptionDisplay(Sph, 1.25), QStringLiteral("+1.25"));
-        QCOMPARE(PrescriptionDisplay(Cyl, -0.5), QStringLiteral("-0.50"));
-        QCOMPARE(PrescriptionDisplay(P1, 3), QStringLiteral("3.00"));
-        QCOMPARE(PrescriptionDisplay(Pd, 64.0), QStringLiteral("64.0"));
-        QCOMPARE(PrescriptionDisplay(Ax, 180), QStringLiteral("180"));
-        QCOMPARE(PrescriptionDisplay(Ax, 0), QString());
-        QCOMPARE(PrescriptionDisplay(Kyosei, QVariant()), QString());
-        QCOMPARE(PrescriptionDisplay(B2, QVariant()), QString());
-        QCOMPARE(PrescriptionDisplay(B2, QStringLiteral("OUT")), QStringLiteral("OUT"));
-
-        QCOMPARE(PrescriptionStorage(Sph, QStringLiteral("+1.25")), QStringLiteral("1.25"));
-        QCOMPARE(PrescriptionStorage(Sph, QString()), QStringLiteral("0"));
-        QCOMPARE(PrescriptionStorage(Pd, QStringLiteral(" 62.0 ")), QStringLiteral("62"));
-        QCOMPARE(PrescriptionStorage(B1, QStringLiteral(" O'IN ")), QStringLiteral("'O''IN'"));
-        try {
-            PrescriptionStorage(Ax, QStringLiteral("abc"));
-            QFAIL("a non-number was stored in a numeric column");
-        } catch (const Failure& failure) {
-            QCOMPARE(failure.number(), 13L);
-        }
     }
 };
 

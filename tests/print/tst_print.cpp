@@ -1,6 +1,5 @@
 // Printing from the customer list: the pages and fields each job produced, and the PDF itself.
 #include "frame/MessageCatalogue.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
@@ -14,23 +13,27 @@
 
 namespace {
 
-// A list as the customer list holds it: columns 1 to 12.
-void addRow(SpreadGrid& list, const QString& name, const QString& yubin, const QString& kazok,
+// The listed customers as the customer list hands them to printing.
+using List = std::vector<ListRow>;
+
+void addRow(List& list, const QString& name, const QString& yubin, const QString& kazok,
             bool marked, const QString& jusyo1 = QStringLiteral("札幌市中央区大通西"),
             const QString& lastVisit = QStringLiteral("2026/11/01")) {
-    list.addRow(QStringList{QStringLiteral("1"), marked ? QStringLiteral("1") : QStringLiteral("0"),
-                            name, QStringLiteral("かな"), yubin, jusyo1, QStringLiteral("1-2-3"),
-                            QStringLiteral("011-222-3333"), kazok, QStringLiteral("0"), lastVisit,
-                            QString()}
-                    .join(QLatin1Char('\t')));
+    const ListedCustomer c{1,
+                           name,
+                           QStringLiteral("かな"),
+                           yubin,
+                           jusyo1,
+                           QStringLiteral("1-2-3"),
+                           QStringLiteral("011-222-3333"),
+                           kazok.toInt(),
+                           0,
+                           QString(lastVisit).remove(QLatin1Char('/')).toLongLong()};
+    list.push_back({c, c, marked});
 }
 
-SpreadGrid* makeList() {
-    auto* list = new SpreadGrid;
-    list->setMaxCols(12);
-    list->setColumnDropDown(9, {QStringLiteral("代表"), QStringLiteral("家族"),
-                                QStringLiteral("個人"), QStringLiteral("DM不要")});
-    return list;
+List* makeList() {
+    return new List;
 }
 
 QString pdfText(const QString& path) {
@@ -47,12 +50,12 @@ class TestPrint : public QObject {
     Q_OBJECT
     Harness harness;
 
-    void press(const SpreadGrid* list, bool allCustomers, int button, const QString& question,
+    void press(const List* list, bool allCustomers, int button, const QString& question,
                int answer = Answer::Yes, const QString& failure = {}) {
         harness.msgs.expect(question, answer);
         if (!failure.isEmpty())
             harness.msgs.expectBox(failure, QString());
-        FrmPrint screen(list, allCustomers);
+        FrmPrint screen(*list, allCustomers);
         harness.screens.expect<FrmPrint>([button](FrmPrint& s) {
             QTest::mouseClick(s.cmdPrint[button], Qt::LeftButton);
             QTest::mouseClick(s.cmdEnd, Qt::LeftButton);
@@ -65,7 +68,7 @@ private slots:
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void verticalPostcardsGoToTheMarkedCustomers() {
-        std::unique_ptr<SpreadGrid> list(makeList());
+        std::unique_ptr<List> list(makeList());
         addRow(*list, QStringLiteral(" 山田 太郎 "), QStringLiteral("123-4567"),
                QStringLiteral("0"), true);
         addRow(*list, QStringLiteral("鈴木 花子"), QString(), QStringLiteral("2"), true);
@@ -95,7 +98,7 @@ private slots:
     }
 
     void horizontalPostcardsAndAListWithConditions() {
-        std::unique_ptr<SpreadGrid> list(makeList());
+        std::unique_ptr<List> list(makeList());
         addRow(*list, QStringLiteral("山田 太郎"), QStringLiteral("123-4567"), QStringLiteral("0"),
                true);
         press(list.get(), false, 2, OpeQes_012);
@@ -110,7 +113,7 @@ private slots:
     }
 
     void noMarkedRowPrintsNoPostcardAndNoOpensNoJob() {
-        std::unique_ptr<SpreadGrid> list(makeList());
+        std::unique_ptr<List> list(makeList());
         addRow(*list, QStringLiteral("山田 太郎"), QStringLiteral("123-4567"), QStringLiteral("0"),
                false);
         press(list.get(), true, 0, OpeQes_009, Answer::No);
@@ -121,7 +124,7 @@ private slots:
     }
 
     void theLedgerHas36LinesAPage() {
-        std::unique_ptr<SpreadGrid> list(makeList());
+        std::unique_ptr<List> list(makeList());
         for (int i = 1; i <= 36; ++i)
             addRow(*list, QStringLiteral("Customer%1").arg(i), QStringLiteral("060-0001"),
                    QStringLiteral("1"), i % 2 == 0);
@@ -150,7 +153,7 @@ private slots:
 
     void aMissingTemplateAbortsTheDocument() {
         QVERIFY(QFile::remove(harness.path(QStringLiteral("jfm/PrnSan003.jfm"))));
-        std::unique_ptr<SpreadGrid> list(makeList());
+        std::unique_ptr<List> list(makeList());
         addRow(*list, QStringLiteral("山田"), QString(), QStringLiteral("0"), true);
         press(list.get(), true, 1, OpeQes_010, Answer::Yes, QStringLiteral("jvSetForm Error -3"));
         const ReportJobRecord& job = ReportJobs().first();

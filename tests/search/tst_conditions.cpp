@@ -1,6 +1,7 @@
 // The search conditions judged by the customers that come back from a seeded shop.
+#include "data/CustomerQueries.h"
+#include "data/CustomerSearch.h"
 #include "frame/Globals.h"
-#include "search/CustomerSearch.h"
 #include "support/Harness.h"
 #include "support/ShopData.h"
 

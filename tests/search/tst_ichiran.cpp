@@ -2,16 +2,19 @@
 #include "customer/FrmKokyaku.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/GridView.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
+#include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
+#include "print/FrmPrint.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmIchiranSub.h"
 #include "search/FrmTotalKensaku.h"
+#include "search/ListGrid.h"
 #include "support/Harness.h"
 #include "support/ShopData.h"
 
@@ -23,12 +26,18 @@
 
 namespace {
 
-QStringList column(const SpreadGrid& grid, int col) {
+QString cell(const GridView& grid, int row, int col) {
+    return grid.gridModel()->index(row - 1, col - 1).data().toString();
+}
+
+QStringList column(const GridView& grid, int col) {
     QStringList cells;
-    for (int row = 1; row <= grid.maxRows(); ++row)
-        cells << grid.text(row, col);
+    for (int row = 1; row <= grid.rowCount(); ++row)
+        cells << cell(grid, row, col);
     return cells;
 }
+
+const QString Marked = QStringLiteral("●");
 
 void tick(FrmTotalKensaku& s, int index) {
     QTest::mouseClick(s.chkJoken[index], Qt::LeftButton);
@@ -102,15 +111,12 @@ private slots:
             QCOMPARE(column(*s.spdData, 1),
                      (QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
                                   QStringLiteral("4")}));
-            QCOMPARE(s.spdData->text(2, 10), QStringLiteral("47000"));
-            QCOMPARE(s.spdData->displayText(2, 10), QStringLiteral("47,000"));
-            QCOMPARE(s.spdData->text(2, 11), QStringLiteral("2024/01/10"));
-            QCOMPARE(s.spdData->text(1, 11), QString());
-            QCOMPARE(s.spdData->displayText(3, 9), QStringLiteral("個人"));
+            QCOMPARE(s.spdData->cellText(2, 10), QStringLiteral("47,000"));
+            QCOMPARE(s.spdData->cellText(2, 11), QStringLiteral("2024/01/10"));
+            QCOMPARE(s.spdData->cellText(1, 11), QString());
+            QCOMPARE(s.spdData->cellText(3, 9), QStringLiteral("個人"));
             // All customers: representatives and individuals with an address.
-            QCOMPARE(column(*s.spdData, 2),
-                     (QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("0"),
-                                  QStringLiteral("0")}));
+            QCOMPARE(column(*s.spdData, 2), (QStringList{Marked, QString(), QString(), QString()}));
             QCOMPARE(s.lblTaisyouCnt->text(), QStringLiteral("4"));
             QCOMPARE(s.lblPrintCnt->text(), QStringLiteral("1"));
             QVERIFY(s.cmdFnuc[2]->isEnabled());
@@ -130,12 +136,10 @@ private slots:
             });
             QCOMPARE(s.conditionsScreen()->Result(), 1);
             // 1 represents the household, 2 is a family member, 4 wants no mail.
-            QCOMPARE(column(*s.spdData, 2),
-                     (QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("0")}));
+            QCOMPARE(column(*s.spdData, 2), (QStringList{Marked, QString(), QString()}));
             search(s, [](FrmTotalKensaku& c) { tick(c, 14); }); // the same conditions, family mode
             QVERIFY(GlbKazokTaisyou);
-            QCOMPARE(column(*s.spdData, 2),
-                     (QStringList{QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("0")}));
+            QCOMPARE(column(*s.spdData, 2), (QStringList{Marked, Marked, QString()}));
             search(s, [](FrmTotalKensaku& c) { c.txtTel->setText(QStringLiteral("099")); });
             QCOMPARE(s.spdData->maxRows(), 0);
             QCOMPARE(s.lblTaisyouCnt->text(), QStringLiteral("0"));
@@ -190,33 +194,33 @@ private slots:
         harness.msgs.expect(OpeErr_012);
         openList([this](FrmIchiran& s) {
             search(s, [](FrmTotalKensaku&) {});
-            SpreadGrid& grid = *s.spdData;
+            ListGrid& grid = *s.spdData;
             grid.clicked(3, 2);
-            QCOMPARE(grid.text(3, 2), QStringLiteral("1"));
+            QCOMPARE(grid.cellText(3, 2), Marked);
             QCOMPARE(s.lblPrintCnt->text(), QStringLiteral("2"));
             grid.blockSelected(1, 2, 2, 2);
-            QCOMPARE(column(grid, 2).mid(0, 2),
-                     (QStringList{QStringLiteral("0"), QStringLiteral("1")}));
+            QCOMPARE(column(grid, 2).mid(0, 2), (QStringList{QString(), Marked}));
             // Row 1 corrected in place; a family change resets its mark.
-            grid.model()->setData(grid.model()->index(0, 2), QStringLiteral("青木 改"),
-                                  Qt::EditRole);
-            QCOMPARE(grid.rowColor(1), FrmIchiran::Yellow);
-            grid.model()->setData(grid.model()->index(0, 8), QStringLiteral("3"), Qt::EditRole);
-            QCOMPARE(grid.text(1, 2), QString());
+            grid.gridModel()->setData(grid.gridModel()->index(0, 2), QStringLiteral("青木 改"),
+                                      Qt::EditRole);
+            QCOMPARE(grid.rowColor(1), ListGrid::Yellow);
+            grid.gridModel()->setData(grid.gridModel()->index(0, 8), QStringLiteral("3"),
+                                      Qt::EditRole);
+            QCOMPARE(grid.cellText(1, 2), QString());
             QTest::keyClick(&s, Qt::Key_F9); // sorting waits until the edit is saved
             // Rows 2 and 3 marked for deletion; row 1 marked and unmarked stays changed.
             for (int row : {2, 3}) {
                 grid.setActiveCell(row, 1);
                 QTest::keyClick(&s, Qt::Key_F3);
-                QCOMPARE(grid.rowColor(row), FrmIchiran::Red);
+                QCOMPARE(grid.rowColor(row), ListGrid::Red);
             }
             grid.setActiveCell(1, 1);
             QTest::keyClick(&s, Qt::Key_F3);
             QTest::keyClick(&s, Qt::Key_F3);
-            QCOMPARE(grid.rowColor(1), FrmIchiran::Yellow);
+            QCOMPARE(grid.rowColor(1), ListGrid::Yellow);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(column(grid, 1), (QStringList{QStringLiteral("1"), QStringLiteral("4")}));
-            QCOMPARE(grid.rowColor(1), FrmIchiran::White);
+            QCOMPARE(grid.rowColor(1), ListGrid::White);
             QCOMPARE(s.lblTaisyouCnt->text(), QStringLiteral("2"));
             QTest::keyClick(&s, Qt::Key_F5); // nothing left to save
         });
@@ -261,12 +265,15 @@ private slots:
                 QTest::keyClick(&reg, Qt::Key_F8); // the customer deleted in the register
             });
             QTest::keyClick(&s, Qt::Key_F7);
+            // The deleted customer's row has left the list.
+            QCOMPARE(column(*s.spdData, 1).join(QLatin1Char(',')), QStringLiteral("1,3,4"));
+            QCOMPARE(s.lblTaisyouCnt->text(), QStringLiteral("3"));
             harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
-                QCOMPARE(inquiry.spdData->maxRows(), 1);
+                QCOMPARE(inquiry.spdData->rowCount(), 1);
                 QCOMPARE(inquiry.lblKaisu->text(), QStringLiteral("1"));
                 QCOMPARE(inquiry.lblKinga->text(), QStringLiteral("\\90,000"));
             });
-            s.spdData->setActiveCell(4, 1);
+            s.spdData->setActiveCell(3, 1);
             QTest::keyClick(&s, Qt::Key_F8);
         });
     }
@@ -283,9 +290,9 @@ private slots:
                                   QStringLiteral("2023/05/05")}));
             QCOMPARE(s.lblKaisu->text(), QStringLiteral("2"));
             QCOMPARE(s.lblKinga->text(), QStringLiteral("\\47,000"));
-            QCOMPARE(s.spdData->text(2, 2), QStringLiteral(":"));
-            QCOMPARE(s.spdData->text(2, 4), QString());
-            QCOMPARE(s.spdData->text(1, 7), QStringLiteral("002:ニコン"));
+            QCOMPARE(cell(*s.spdData, 2, 2), QStringLiteral(":"));
+            QCOMPARE(cell(*s.spdData, 2, 4), QString());
+            QCOMPARE(cell(*s.spdData, 1, 7), QStringLiteral("002:ニコン"));
             QTest::mouseClick(s.cmdEnd, Qt::LeftButton);
         });
         ShowModal(inquiry);
@@ -297,11 +304,68 @@ private slots:
         outOfRange.setUser(2);
         outOfRange.setConditions(c);
         harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& s) {
-            QCOMPARE(s.spdData->maxRows(), 0);
+            QCOMPARE(s.spdData->rowCount(), 0);
             QCOMPARE(s.lblKaisu->text(), QStringLiteral("0"));
             QCOMPARE(s.lblKinga->text(), QStringLiteral("\\0"));
         });
         ShowModal(outOfRange);
+    }
+
+    // A customer renamed in the register comes back read again: a later correction in the
+    // list writes only what was changed there and never puts the old name back.
+    void aRowChangedInTheRegisterIsReadAgain() {
+        harness.msgs.expect(OpeInf_008);
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        harness.msgs.expect(OpeInf_007);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        openList([this](FrmIchiran& s) {
+            search(s, [](FrmTotalKensaku&) {});
+            s.spdData->setActiveCell(1, 3);
+            harness.screens.expect<FrmKokyaku>([](FrmKokyaku& reg) {
+                reg.txtName->setText(QStringLiteral("青木 新姓"));
+                QTest::keyClick(&reg, Qt::Key_F5);
+                QTest::keyClick(&reg, Qt::Key_F1);
+            });
+            QTest::keyClick(&s, Qt::Key_F7);
+            QCOMPARE(s.spdData->cellText(1, ListGrid::Name), QStringLiteral("青木 新姓"));
+            s.spdData->gridModel()->setData(s.spdData->gridModel()->index(0, 6),
+                                            QStringLiteral("2階"), Qt::EditRole);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(RowTexts(QStringLiteral("select * from San_User where User_No = 1"),
+                          {QStringLiteral("User_Name"), QStringLiteral("User_Jusyo2")}),
+                 (QStringList{QStringLiteral("青木 新姓"), QStringLiteral("2階")}));
+    }
+
+    // Conditions edited and then cancelled change nothing: printing and the inquiry work from
+    // the search the list shows.
+    void cancelledConditionsLeaveTheShownSearch() {
+        harness.msgs.expect(OpeInf_008);
+        harness.msgs.expect(OpeQes_009, Answer::Yes);
+        openList([this](FrmIchiran& s) {
+            search(s, [](FrmTotalKensaku&) {}); // everyone
+            harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
+                tick(c, 11);
+                c.txtKinga[0]->setValue(1);
+                c.txtKinga[1]->setValue(2);
+                QTest::mouseClick(c.cmdCancel, Qt::LeftButton);
+            });
+            QTest::keyClick(&s, Qt::Key_F6);
+            QCOMPARE(s.spdData->maxRows(), 4);
+            harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
+                QCOMPARE(inquiry.spdData->rowCount(), 3); // no amount condition
+            });
+            s.spdData->setActiveCell(2, 1);
+            QTest::keyClick(&s, Qt::Key_F8);
+            harness.screens.expect<FrmPrint>(
+                [](FrmPrint& print) { QTest::mouseClick(print.cmdPrint[0], Qt::LeftButton); });
+            QTest::keyClick(&s, Qt::Key_F4);
+        });
+        // The head of the household in a list of everyone is written to as the family.
+        QCOMPARE(ReportJobs().size(), 1);
+        QCOMPARE(ReportJobs()[0].pages[0].value(QStringLiteral("Sama")),
+                 QStringLiteral("御家族様"));
     }
 };
 

@@ -1,9 +1,10 @@
 // The quick search: the statement, the three outcomes (no hit, one, several), the buttons and
 // what the screen looks like after the register closes.
+#include "customer/CustomerList.h"
 #include "customer/FrmKokyaku.h"
+#include "data/CustomerStore.h"
 #include "frame/FrmMenu.h"
 #include "frame/MessageCatalogue.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
@@ -22,7 +23,7 @@ namespace {
 QStringList listedNumbers(const FrmKensaku& s) {
     QStringList numbers;
     for (int row = 1; row <= s.spdData->maxRows(); ++row)
-        numbers << s.spdData->text(row, 1);
+        numbers << s.spdData->cellText(row, 1);
     return numbers;
 }
 
@@ -64,13 +65,14 @@ private slots:
     void theStatementHasOneLikeConditionPerFilledField() {
         const QString base = QStringLiteral("select * from San_User");
         const QString order = QStringLiteral(" Order By User_Kana");
-        QCOMPARE(KensakuSql(QString(), QStringLiteral("011")),
+        QCOMPARE(CustomerStore::QuickSearchSql(QString(), QStringLiteral("011")),
                  base + QStringLiteral(" where User_Tel Like '%011%'") + order);
-        QCOMPARE(KensakuSql(QStringLiteral(" き "), QStringLiteral("1'1")),
+        QCOMPARE(CustomerStore::QuickSearchSql(QStringLiteral(" き "), QStringLiteral("1'1")),
                  base +
                      QStringLiteral(" where User_Kana Like '% き %' and User_Tel Like '%1''1%'") +
                      order);
-        QCOMPARE(KensakuSql(QStringLiteral("  "), QStringLiteral(" ")), base + order);
+        QCOMPARE(CustomerStore::QuickSearchSql(QStringLiteral("  "), QStringLiteral(" ")),
+                 base + order);
     }
 
     void noHitOpensANewCustomerWithTheTypedTelephone() {
@@ -100,7 +102,7 @@ private slots:
             QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
             // The list stays as it was.
             QCOMPARE(listedNumbers(s), QStringList{QStringLiteral("2")});
-            QCOMPARE(s.spdData->text(1, 4), QStringLiteral("札幌市1-2-3"));
+            QCOMPARE(s.spdData->cellText(1, 4), QStringLiteral("札幌市1-2-3"));
             QCOMPARE(s.txtTel->text(), QStringLiteral("222"));
         });
         FrmKensaku search;
@@ -140,7 +142,7 @@ private slots:
                 [](FrmKokyaku& reg) { QCOMPARE(reg.lblNo->text(), QStringLiteral("1")); });
             QWidget* cells = s.spdData->view()->viewport();
             const QPoint centre =
-                s.spdData->view()->visualRect(s.spdData->model()->index(1, 1)).center();
+                s.spdData->view()->visualRect(s.spdData->gridModel()->index(1, 1)).center();
             QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
             QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);
             QCOMPARE(s.spdData->maxRows(), 2);

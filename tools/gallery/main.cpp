@@ -28,6 +28,7 @@
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
 #include "search/FrmTotalKensaku.h"
+#include "search/ListGrid.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -274,7 +275,7 @@ int printAll(const QString& folder) {
     });
     FrmIchiran list;
     list.cmdFnuc_Click(5);
-    FrmPrint print(list.spdData, true);
+    FrmPrint print(list.spdData->rows(), true);
     for (int button : {0, 1, 2})
         print.cmdPrint_Click(button);
     for (const ReportJobRecord& job : ReportJobs())
@@ -327,8 +328,7 @@ int main(int argc, char* argv[]) {
     if (which == QLatin1String("print"))
         return printAll(folder.path());
     if (which == QLatin1String("printscreen")) {
-        SpreadGrid list;
-        FrmPrint screen(&list, true);
+        FrmPrint screen({}, true);
         return screen.exec();
     }
     if (which == QLatin1String("family"))

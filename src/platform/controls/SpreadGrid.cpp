@@ -1,50 +1,6 @@
 #include "platform/controls/SpreadGrid.h"
 
-#include <QComboBox>
-#include <QEvent>
-#include <QHeaderView>
-#include <QStyledItemDelegate>
-#include <QTableView>
-#include <QVBoxLayout>
-
 namespace {
-
-// Edits the cells of a drop-down column with a combo box of the column's items.
-class DropDownDelegate : public QStyledItemDelegate {
-public:
-    DropDownDelegate(SpreadModel* model, QObject* parent)
-        : QStyledItemDelegate(parent), model_(model) {}
-
-    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
-                          const QModelIndex& index) const override {
-        const QStringList& items = model_->dropDown(index.column());
-        if (items.isEmpty())
-            return QStyledItemDelegate::createEditor(parent, option, index);
-        auto* combo = new QComboBox(parent);
-        combo->addItems(items);
-        return combo;
-    }
-
-    void setEditorData(QWidget* editor, const QModelIndex& index) const override {
-        if (auto* combo = qobject_cast<QComboBox*>(editor)) {
-            combo->setCurrentIndex(index.data(Qt::EditRole).toString().toInt());
-            return;
-        }
-        QStyledItemDelegate::setEditorData(editor, index);
-    }
-
-    void setModelData(QWidget* editor, QAbstractItemModel* model,
-                      const QModelIndex& index) const override {
-        if (auto* combo = qobject_cast<QComboBox*>(editor)) {
-            model->setData(index, QString::number(combo->currentIndex()), Qt::EditRole);
-            return;
-        }
-        QStyledItemDelegate::setModelData(editor, model, index);
-    }
-
-private:
-    SpreadModel* model_;
-};
 
 QStringList splitRow(const QString& tabSeparated) {
     QString text = tabSeparated;
@@ -55,39 +11,9 @@ QStringList splitRow(const QString& tabSeparated) {
 
 } // namespace
 
-SpreadGrid::SpreadGrid(QWidget* parent) : QWidget(parent) {
+SpreadGrid::SpreadGrid(QWidget* parent) : GridView(parent) {
     model_ = new SpreadModel(this);
-    view_ = new QTableView(this);
-    view_->setObjectName(QStringLiteral("view"));
-    view_->setModel(model_);
-    view_->setItemDelegate(new DropDownDelegate(model_, view_));
-    view_->setSelectionBehavior(QAbstractItemView::SelectItems);
-    view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    view_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                           QAbstractItemView::AnyKeyPressed);
-    view_->setAlternatingRowColors(false);
-    view_->setWordWrap(false);
-    view_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view_->verticalHeader()->setDefaultSectionSize(24);
-    view_->horizontalHeader()->setHighlightSections(false);
-    view_->horizontalHeader()->setStretchLastSection(false);
-    view_->viewport()->installEventFilter(this);
-    view_->verticalHeader()->viewport()->installEventFilter(this);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(view_);
-
-    connect(view_, &QTableView::clicked, this, [this](const QModelIndex& index) {
-        emit clicked(index.row() + 1, index.column() + 1);
-    });
-    connect(view_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
-        emit doubleClicked(index.row() + 1, index.column() + 1);
-    });
-    connect(view_->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int column) { emit clicked(0, column + 1); });
-    connect(view_->verticalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int row) { emit clicked(row + 1, 0); });
+    setModel(model_);
     connect(model_, &SpreadModel::cellEdited, this,
             [this](int row, int column) { emit cellChanged(row + 1, column + 1); });
 }
@@ -110,23 +36,6 @@ void SpreadGrid::setMaxCols(int columns) {
 
 void SpreadGrid::setHeaders(const QStringList& headers) {
     model_->setHeaders(headers);
-}
-
-void SpreadGrid::setColumnWidths(const QList<int>& widths) {
-    for (int i = 0; i < widths.size(); ++i)
-        view_->setColumnWidth(i, widths[i]);
-}
-
-void SpreadGrid::setLastColumnStretch(bool stretch) {
-    view_->horizontalHeader()->setStretchLastSection(stretch);
-}
-
-void SpreadGrid::setColumnHidden(int column, bool hidden) {
-    view_->setColumnHidden(column - 1, hidden);
-}
-
-bool SpreadGrid::isColumnHidden(int column) const {
-    return view_->isColumnHidden(column - 1);
 }
 
 void SpreadGrid::setColumnEditable(int column, bool editable) {
@@ -191,26 +100,6 @@ void SpreadGrid::sort(const std::vector<SortKey>& keys) {
     model_->sortRows(keys);
 }
 
-int SpreadGrid::activeRow() const {
-    const QModelIndex current = view_->currentIndex();
-    if (current.isValid())
-        return current.row() + 1;
-    return maxRows() > 0 ? 1 : 0;
-}
-
-int SpreadGrid::activeCol() const {
-    const QModelIndex current = view_->currentIndex();
-    if (current.isValid())
-        return current.column() + 1;
-    return maxRows() > 0 ? 1 : 0;
-}
-
-void SpreadGrid::setActiveCell(int row, int column) {
-    const QModelIndex index = model_->index(row - 1, std::max(0, column - 1));
-    if (index.isValid())
-        view_->setCurrentIndex(index);
-}
-
 void SpreadGrid::setRedraw(bool redraw) {
     if (redraw == redraw_)
         return;
@@ -219,27 +108,4 @@ void SpreadGrid::setRedraw(bool redraw) {
         model_->endBulk();
     else
         model_->beginBulk();
-}
-
-bool SpreadGrid::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease &&
-        (watched == view_->viewport() || watched == view_->verticalHeader()->viewport()))
-        reportBlock();
-    return QWidget::eventFilter(watched, event);
-}
-
-void SpreadGrid::reportBlock() {
-    const QItemSelection selection = view_->selectionModel()->selection();
-    if (selection.isEmpty())
-        return;
-    int top = INT_MAX, left = INT_MAX, bottom = -1, right = -1;
-    for (const QItemSelectionRange& range : selection) {
-        top = std::min(top, range.top());
-        left = std::min(left, range.left());
-        bottom = std::max(bottom, range.bottom());
-        right = std::max(right, range.right());
-    }
-    if (top == bottom && left == right)
-        return;
-    emit blockSelected(top + 1, left + 1, bottom + 1, right + 1);
 }

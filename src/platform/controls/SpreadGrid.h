@@ -1,15 +1,12 @@
 #pragma once
 
+#include "platform/controls/GridView.h"
 #include "platform/controls/SpreadModel.h"
 
-#include <QWidget>
-
-class QTableView;
-
-// The spreadsheet grid of the screens. Rows and columns are counted from 1; row 0 is the
-// heading line. A cell holds text; a whole row is written at once from tab-separated text.
-// Each row has a background colour, an invalid QColor being the grid's default.
-class SpreadGrid : public QWidget {
+// A grid of plain text cells, for lists that are only shown or picked from (postal codes,
+// samples). Rows and columns are counted from 1. Each row has a background colour, an invalid
+// QColor being the grid's default. The shop's own rows are kept in typed models instead.
+class SpreadGrid : public GridView {
     Q_OBJECT
 public:
     explicit SpreadGrid(QWidget* parent = nullptr);
@@ -19,11 +16,6 @@ public:
     int maxCols() const;
     void setMaxCols(int columns);
     void setHeaders(const QStringList& headers);
-    void setColumnWidths(const QList<int>& widths);
-    // The last column takes up the width left over.
-    void setLastColumnStretch(bool stretch);
-    void setColumnHidden(int column, bool hidden);
-    bool isColumnHidden(int column) const;
     void setColumnEditable(int column, bool editable);
     // Numeric columns sort as numbers and stand right-aligned.
     void setColumnNumeric(int column, bool numeric);
@@ -51,33 +43,16 @@ public:
 
     void sort(const std::vector<SortKey>& keys);
 
-    // The current row: the row last clicked or set; the first row when there are rows and
-    // none was chosen; 0 for an empty grid.
-    int activeRow() const;
-    int activeCol() const;
-    void setActiveCell(int row, int column);
-
     // Switching redraw off lets many rows be written at once; switching it on shows them.
     void setRedraw(bool redraw);
 
-    QTableView* view() const { return view_; }
     SpreadModel* model() const { return model_; }
 
 signals:
-    void clicked(int row, int column);
-    void doubleClicked(int row, int column);
     // The user changed the text of a cell.
     void cellChanged(int row, int column);
-    // The user selected a block of more than one cell by dragging or with Shift.
-    void blockSelected(int row1, int column1, int row2, int column2);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void reportBlock();
-
     SpreadModel* model_;
-    QTableView* view_;
     bool redraw_ = true;
 };

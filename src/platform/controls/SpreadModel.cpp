@@ -1,6 +1,7 @@
 #include "platform/controls/SpreadModel.h"
 
 #include "platform/Format.h"
+#include "platform/controls/GridView.h"
 
 #include <algorithm>
 #include <numeric>
@@ -50,6 +51,8 @@ QVariant SpreadModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::EditRole:
         return rows_[row][column];
+    case GridView::DropDownRole:
+        return dropDowns_[column];
     case Qt::BackgroundRole:
         return colors_[row].isValid() ? QVariant(colors_[row]) : QVariant();
     case Qt::TextAlignmentRole:

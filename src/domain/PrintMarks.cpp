@@ -1,4 +1,4 @@
-#include "search/PrintMarks.h"
+#include "domain/PrintMarks.h"
 
 namespace {
 enum Kazok { Representative = 0, Member = 1, Individual = 2, NoMail = 3 };
@@ -17,8 +17,8 @@ bool MarkedOnSearch(const QString& jusyo1, int kazok, int result, bool familyMod
     return kazok == Representative || kazok == Individual;
 }
 
-QString MarkAfterFamilyChange(int kazok, int result) {
+bool MarkAfterFamilyChange(int kazok, int result) {
     if (result != AllCustomers)
-        return kazok != NoMail ? QStringLiteral("1") : QString();
-    return kazok == Individual || kazok == Representative ? QStringLiteral("1") : QString();
+        return kazok != NoMail;
+    return kazok == Individual || kazok == Representative;
 }

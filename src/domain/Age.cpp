@@ -1,4 +1,4 @@
-#include "customer/Age.h"
+#include "domain/Age.h"
 
 int WesternYear(int era, int year) {
     switch (era) {

@@ -1,34 +1,28 @@
-#include "prescription/PrescriptionValues.h"
+#include "domain/Prescription.h"
 
 #include "frame/BasCmnSubFun.h"
 #include "platform/Failure.h"
-#include "platform/db/SqlText.h"
+#include "platform/Format.h"
 
 #include <QRegularExpression>
 
-QString PrescriptionColumn(int index, char eye) {
-    return QStringLiteral("Uri_") + QLatin1Char(eye) + QLatin1Char('_') +
-           QString::fromLatin1(PrescriptionColumns[index].suffix);
-}
-
-QString PrescriptionDisplay(int index, const QVariant& stored) {
+QString PrescriptionText(const Prescription& eye, int index) {
     const PrescriptionValue& value = PrescriptionColumns[index];
     if (value.kind == PrescriptionKind::Text)
-        return stored.isNull() ? QString() : stored.toString();
-    if (stored.isNull())
-        return {};
-    const double number = stored.toDouble();
+        return eye.base(index);
+    const double number = eye.numbers[index];
     if (number == 0)
         return {};
     if (value.kind == PrescriptionKind::Integer)
-        return stored.toString();
+        return PlainDecimal(number);
     return CmnFmtNum(number, QString::fromLatin1(value.displayKind));
 }
 
-QString PrescriptionStorage(int index, const QString& text) {
-    if (PrescriptionColumns[index].kind == PrescriptionKind::Text)
-        return SqlStr(text);
-    return SqlReal(ReadNumber(text));
+void SetPrescriptionText(Prescription& eye, int index, const QString& text) {
+    if (IsPrescriptionText(index))
+        eye.base(index) = text;
+    else
+        eye.numbers[index] = ReadNumber(text);
 }
 
 double ReadNumber(const QString& text, bool emptyIsZero) {

@@ -1,5 +1,6 @@
-#include "pickers/ZipSearch.h"
+#include "data/ZipSearch.h"
 
+#include "frame/Globals.h"
 #include "platform/Failure.h"
 #include "platform/db/SqlText.h"
 
@@ -48,4 +49,14 @@ QString FormatZip(qint64 zip1, qint64 zip2) {
     return QStringLiteral("%1-%2")
         .arg(zip1, 3, 10, QLatin1Char('0'))
         .arg(zip2, 4, 10, QLatin1Char('0'));
+}
+
+std::vector<ZipAddress> FindAddresses(const ZipConditions& conditions) {
+    RecordSet rows = gCon.execute(ZipSearchSql(conditions));
+    std::vector<ZipAddress> found;
+    for (; !rows.eof(); rows.moveNext())
+        found.push_back({FormatZip(rows.field(0).toLongLong(), rows.field(1).toLongLong()),
+                         rows.field(2).toString(), rows.field(3).toString(),
+                         rows.field(4).toString()});
+    return found;
 }

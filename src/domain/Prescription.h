@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QVariant>
 #include <array>
 
 // The thirteen optical values of one eye.
@@ -36,16 +35,30 @@ inline constexpr std::array<PrescriptionValue, 13> PrescriptionColumns{{
     {"Kyosei", "矯正", PrescriptionKind::Unsigned, "2"},
 }};
 
-// The column of one value and eye ('R' or 'L'), e.g. Uri_R_Sph.
-QString PrescriptionColumn(int index, char eye);
+inline constexpr int PrescriptionB1 = 5;
+inline constexpr int PrescriptionB2 = 7;
 
-// Display rule: a stored value as its field shows it. Null and 0 show as empty text.
-QString PrescriptionDisplay(int index, const QVariant& stored);
+inline bool IsPrescriptionText(int index) {
+    return PrescriptionColumns[index].kind == PrescriptionKind::Text;
+}
 
-// Storage rule: a field's text as it is written into SQL. Numeric values as plain decimal
-// (empty text as 0; "+1.25" as 1.25); B1 and B2 as quoted trimmed text. A numeric field whose
-// text is not a number fails (error 13).
-QString PrescriptionStorage(int index, const QString& text);
+// One eye's prescription: the numeric values by their index in PrescriptionColumns (0 means no
+// value; the two base slots stay 0) and the two base directions as typed.
+struct Prescription {
+    std::array<double, 13> numbers{};
+    QString b1, b2;
+
+    const QString& base(int index) const { return index == PrescriptionB1 ? b1 : b2; }
+    QString& base(int index) { return index == PrescriptionB1 ? b1 : b2; }
+    bool operator==(const Prescription&) const = default;
+};
+
+// Display rule: a value as its field shows it; 0 and empty show as empty text.
+QString PrescriptionText(const Prescription& eye, int index);
+
+// A field's text read into the value: numbers as the program reads numbers (empty text is 0,
+// "+1.25" is 1.25), the bases as typed. A numeric field whose text is not a number fails (13).
+void SetPrescriptionText(Prescription& eye, int index, const QString& text);
 
 // A typed number read as the program reads numbers: optional sign, digits and one decimal
 // point, surrounding blanks ignored. Empty text gives 0 when emptyIsZero, else fails (13).

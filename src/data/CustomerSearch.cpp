@@ -1,5 +1,6 @@
-#include "search/CustomerSearch.h"
+#include "data/CustomerSearch.h"
 
+#include "data/CustomerQueries.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
@@ -86,7 +87,8 @@ QList<qint64> filteredCustomers(const SearchConditions& c, int currentYear) {
     RecordSet rows = gCon.execute(CustomerSideQuery(c));
     for (; !rows.eof(); rows.moveNext()) {
         if (c.on[SearchConditions::Age] &&
-            !AgeMatches(c, rows.field(1), rows.field(2), currentYear))
+            !AgeMatches(c, CmnNvl(rows.field(1), 3).toInt(), CmnNvl(rows.field(2), 0).toInt(),
+                        currentYear))
             continue;
         const qint64 customerNo = rows.field(0).toLongLong();
         if (purchases && !purchases->matches(customerNo))
@@ -110,4 +112,11 @@ void SearchCustomers(const SearchConditions& c, int currentYear,
     RecordSet rows = gCon.execute(CustomerQuery(c, only));
     for (; !rows.eof(); rows.moveNext())
         each(listed(rows));
+}
+
+std::optional<ListedCustomer> FindListedCustomer(qint64 customerNo) {
+    RecordSet rows = gCon.execute(CustomerQuery(SearchConditions{}, {customerNo}));
+    if (rows.eof())
+        return std::nullopt;
+    return listed(rows);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 // What the user typed into the postal search fields.
 struct ZipConditions {
@@ -19,3 +20,12 @@ QString ZipSearchSql(const ZipConditions& conditions);
 
 // A postal code as the list shows it: "060-0001".
 QString FormatZip(qint64 zip1, qint64 zip2);
+
+// One address of the directory as the postal search lists it.
+struct ZipAddress {
+    QString zip; // "060-0001"
+    QString todo, city, town;
+};
+
+// The addresses for the fields that are filled, in the directory's order.
+std::vector<ZipAddress> FindAddresses(const ZipConditions& conditions);

@@ -1,6 +1,6 @@
-#include "search/SearchConditions.h"
+#include "data/CustomerQueries.h"
 
-#include "customer/Age.h"
+#include "domain/Ymd.h"
 #include "platform/controls/xZip.h"
 #include "platform/db/SqlText.h"
 
@@ -9,7 +9,7 @@ namespace {
 using C = SearchConditions;
 
 QString ymd(const QDate& date) {
-    return SqlNum(qint64(date.year()) * 10000 + date.month() * 100 + date.day());
+    return SqlNum(YmdOf(date));
 }
 
 QString codeList(const QString& column, const std::array<QString, 6>& codes) {
@@ -52,14 +52,6 @@ QString visitFragment(const C& c) {
 }
 
 } // namespace
-
-bool SearchConditions::any() const {
-    return std::any_of(on.begin(), on.end(), [](bool value) { return value; });
-}
-
-bool SearchConditions::anyPurchaseCondition() const {
-    return on[Visit] || on[Youto] || on[Item] || on[Meka] || on[Amount] || on[HinName];
-}
 
 namespace {
 // The customer-side fragments, in the order of the conditions.
@@ -120,15 +112,6 @@ QString CustomerSideQuery(const C& c) {
            customerFragments(c) + QStringLiteral(" Order By User_Kana");
 }
 
-bool AgeMatches(const C& c, const QVariant& era, const QVariant& year, int currentYear) {
-    const int eraYear = year.isNull() ? 0 : year.toInt();
-    const int eraCode = era.isNull() ? 3 : era.toInt();
-    if (eraYear == 0 || eraCode < 0 || eraCode > 2)
-        return false;
-    const int age = currentYear - WesternYear(eraCode, eraYear);
-    return c.ageFrom <= age && age <= c.ageTo;
-}
-
 QString PurchaseFragments(const C& c, MakerForm form) {
     QString sql;
     if (c.on[C::Visit])
@@ -157,10 +140,6 @@ QString AmountQuery(const C& c, qint64 customerNo) {
 QString AmountsByCustomerQuery(const C& c) {
     return QStringLiteral("select Uri_UserNo, sum(Uri_KingaKei) from San_Uriage where 1 = 1") +
            (c.on[C::Visit] ? visitFragment(c) : QString()) + QStringLiteral(" group by Uri_UserNo");
-}
-
-bool AmountInRange(const C& c, qint64 sum) {
-    return c.amountFrom <= sum && sum <= c.amountTo;
 }
 
 QString InquiryQuery(const C& c, qint64 customerNo) {

@@ -7,5 +7,5 @@
 // never those who want no mail, and family members only in the family mode.
 bool MarkedOnSearch(const QString& jusyo1, int kazok, int result, bool familyMode);
 
-// The mark a row gets when its family category is changed in the list.
-QString MarkAfterFamilyChange(int kazok, int result);
+// Whether a row is marked once its family category is changed in the list.
+bool MarkAfterFamilyChange(int kazok, int result);

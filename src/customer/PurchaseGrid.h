@@ -1,0 +1,56 @@
+#pragma once
+
+#include "data/Lookups.h"
+#include "domain/PurchaseLine.h"
+#include "platform/controls/GridView.h"
+#include "platform/controls/RowModel.h"
+
+#include <QColor>
+#include <vector>
+
+inline const QColor NewLineColor(128, 255, 255);
+inline const QColor ChangedLineColor(255, 255, 128);
+inline const QColor DeletedLineColor(255, 128, 128);
+
+// The register's purchase grid: one line per purchase with what waits to be written for it.
+// Status texts, colours and master names are derived from the lines when they are painted;
+// nothing is read back from the grid's cells.
+class PurchaseGrid : public GridView {
+    Q_OBJECT
+public:
+    explicit PurchaseGrid(QWidget* parent = nullptr);
+
+    // Shows a customer's stored purchases in the order given; an empty list empties the grid.
+    void showPurchases(const std::vector<Purchase>& purchases);
+    void clearLines() { showPurchases({}); }
+
+    int lineCount() const { return model_->size(); }
+    const std::vector<PurchaseLine>& lines() const { return model_->rows(); }
+    // A line by its row, counted from 1.
+    const PurchaseLine& line(int row) const { return model_->at(row - 1); }
+    // The row of a line, 0 when the grid has no line of that id.
+    int rowOf(int id) const;
+    // Whether any line waits to be written.
+    bool hasMarkedLines() const;
+
+    // "明細登録": the purchase over the line of the id, or into a new line when the id is 0.
+    // A line marked for deletion is not changed (false). The lines are sorted newest first and
+    // recoloured by their state; the current row stays on its line.
+    bool writeEntry(int id, const Purchase& purchase);
+    // "明細削除" on a row: a new line leaves the grid, another is marked or unmarked.
+    void toggleDeletion(int row);
+
+    // What a row shows, for looking at the grid: the cell's text and the row's colour.
+    QString cellText(int row, int column) const;
+    QColor rowColor(int row) const;
+
+    // The grid's columns, counted from 1.
+    enum Column { Status = 1, Date, Total, Item, Youto, FmName, FmMaker, FmKinga };
+
+private:
+    QString masterName(MasterKind kind, const QString& code) const;
+
+    RowModel<PurchaseLine>* model_;
+    mutable MasterNames names_;
+    int lastId_ = 0;
+};

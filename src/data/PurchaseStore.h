@@ -1,0 +1,48 @@
+#pragma once
+
+#include "domain/Purchase.h"
+#include "domain/PurchaseLine.h"
+#include "domain/SearchConditions.h"
+
+#include <QString>
+#include <vector>
+
+// The statements on the purchase table.
+namespace PurchaseStore {
+
+// The column of one prescription value and eye (0 right, 1 left), e.g. Uri_R_Sph.
+QString PrescriptionColumn(int index, int eye);
+
+// A customer's purchases, newest first (ties by their number).
+std::vector<Purchase> OfCustomer(qint64 customerNo);
+
+// The number a customer's next purchase gets: the highest plus one, 1 for the first.
+int NextSeq(qint64 customerNo);
+
+QString InsertSql(qint64 customerNo, const Purchase& purchase);
+QString UpdateSql(qint64 customerNo, const Purchase& purchase);
+QString DeleteSql(qint64 customerNo, int seq);
+
+// Writes the register's marked lines inside the caller's transaction: new lines are inserted
+// with consecutive numbers, changed ones updated, those marked for deletion deleted.
+void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines);
+
+// One page of the sales history: up to three purchases dated on or before a day, newest first,
+// with the customer's name and sales total; `shown` is false when the page is empty.
+struct HistoryPage {
+    bool shown = false;
+    qint64 customerNo = 0;
+    QString name;
+    qint64 total = 0;
+    std::vector<Purchase> purchases;
+};
+HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page);
+
+// The history writes a corrected purchase back with its own statement: the prescription right
+// and left eye alternating, texts as typed. The note and the memo are not touched.
+QString HistoryUpdateSql(qint64 customerNo, const Purchase& purchase);
+
+// The sales inquiry: the purchases of one customer that match the purchase conditions.
+std::vector<Purchase> ForInquiry(const SearchConditions& c, qint64 customerNo);
+
+} // namespace PurchaseStore

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "domain/Purchase.h"
+
+#include <QString>
+#include <optional>
+
+// What waits to be written for a purchase line of the register.
+enum class LineState { Stored, New, Changed, Deleted };
+
+// The status text the grid shows: empty, "新規", "変更" or "削除".
+QString LineStatusText(LineState state);
+
+// One line of the register's purchase grid. Its id stays with it while the grid is sorted.
+struct PurchaseLine {
+    int id = 0;
+    Purchase purchase;
+    LineState state = LineState::Stored;
+    // A changed line marked for deletion goes back to changed when the mark is taken back.
+    bool changedBeforeDelete = false;
+    // A line whose deletion mark was taken back is tinted as changed until the next recolouring.
+    bool unmarked = false;
+};
+
+// The state a line takes when the entry writes over it; none when that is refused (a line
+// marked for deletion cannot be changed).
+std::optional<LineState> StateAfterEntry(LineState state);
+
+// "明細削除" on a line: a new line is to be removed (returns false); a stored or changed one is
+// marked for deletion, a marked one unmarked (returns true).
+bool ToggleLineDeletion(PurchaseLine& line);

@@ -1,0 +1,49 @@
+#include "platform/controls/CodeList.h"
+
+#include <QComboBox>
+
+namespace {
+
+constexpr int CodeRole = Qt::UserRole;
+// Marks the entry that stands for a code no master row has any more.
+constexpr int LostCodeRole = Qt::UserRole + 1;
+
+void removeLostCodes(QComboBox* list) {
+    for (int i = list->count() - 1; i >= 0; --i)
+        if (list->itemData(i, LostCodeRole).toBool())
+            list->removeItem(i);
+}
+
+} // namespace
+
+void FillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
+    list->clear();
+    for (const auto& [code, name] : entries)
+        list->addItem(code + QLatin1Char(':') + name, code);
+    list->setCurrentIndex(-1);
+}
+
+void SelectCode(QComboBox* list, const QString& code) {
+    removeLostCodes(list);
+    if (code.isEmpty()) {
+        list->setCurrentIndex(-1);
+        return;
+    }
+    int found = list->findData(code, CodeRole);
+    if (found < 0) {
+        found = 0;
+        while (found < list->count() && list->itemData(found, CodeRole).toString() < code)
+            ++found;
+        list->insertItem(found, code + QLatin1Char(':'), code);
+        list->setItemData(found, true, LostCodeRole);
+    }
+    list->setCurrentIndex(found);
+}
+
+QString SelectedCode(const QComboBox* list) {
+    const int chosen = list->currentIndex();
+    if (chosen < 0)
+        return {};
+    const QVariant code = list->itemData(chosen, CodeRole);
+    return code.isValid() ? code.toString() : list->currentText().left(3);
+}

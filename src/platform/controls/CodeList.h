@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <utility>
+
+class QComboBox;
+
+// Drop-down lists of master codes: each entry shows "007:name" and keeps its code, so an entry
+// is found by its code, never by its position in the list.
+
+// Refills the list with (code, name) entries in the given order; nothing is chosen.
+void FillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries);
+
+// Chooses the entry of the code; an empty code chooses nothing. A code that no entry has (its
+// master row was deleted) is shown as "code:" with an empty name and stays the list's code, so
+// it is written back unchanged.
+void SelectCode(QComboBox* list, const QString& code);
+
+// The code of the chosen entry; empty text when nothing is chosen.
+QString SelectedCode(const QComboBox* list);

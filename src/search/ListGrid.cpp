@@ -1,0 +1,158 @@
+#include "search/ListGrid.h"
+
+#include "domain/PrintMarks.h"
+#include "platform/Format.h"
+
+const QColor ListGrid::White(255, 255, 255);
+const QColor ListGrid::Yellow(255, 255, 128);
+const QColor ListGrid::Red(255, 128, 128);
+
+namespace {
+
+using Columns = std::vector<RowModel<ListRow>::Column>;
+constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;
+const QStringList FamilyNames{QStringLiteral("代表"), QStringLiteral("家族"),
+                              QStringLiteral("個人"), QStringLiteral("DM不要")};
+
+QColor colourOf(const ListRow& row) {
+    switch (row.state) {
+    case ListState::Changed:
+        return ListGrid::Yellow;
+    case ListState::ToDelete:
+        return ListGrid::Red;
+    case ListState::Unchanged:
+        break;
+    }
+    return ListGrid::White;
+}
+
+// A text column the list corrects in place: any change makes the row one to update.
+RowModel<ListRow>::Column editable(const QString& heading, QString ListedCustomer::*field) {
+    return {heading,
+            [field](const ListRow& r) { return r.now.*field; },
+            Qt::AlignLeft | Qt::AlignVCenter,
+            {},
+            [field](ListRow& r, const QString& text) {
+                r.now.*field = text;
+                r.state = ListState::Changed;
+                r.changedBeforeDelete = false;
+            }};
+}
+
+} // namespace
+
+ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
+    setObjectName(QStringLiteral("spdData"));
+    Columns columns{{QStringLiteral("顧客№"),
+                     [](const ListRow& r) { return QString::number(r.now.no); }, Right},
+                    {QStringLiteral("印刷"),
+                     [](const ListRow& r) { return r.marked ? QStringLiteral("●") : QString(); },
+                     Qt::AlignCenter},
+                    editable(QStringLiteral("氏 名"), &ListedCustomer::name),
+                    editable(QStringLiteral("かな名"), &ListedCustomer::kana),
+                    editable(QStringLiteral("郵便番号"), &ListedCustomer::yubin),
+                    editable(QStringLiteral("住所１"), &ListedCustomer::jusyo1),
+                    editable(QStringLiteral("住所２"), &ListedCustomer::jusyo2),
+                    editable(QStringLiteral("T E L"), &ListedCustomer::tel),
+                    {QStringLiteral("家族"),
+                     [](const ListRow& r) { return FamilyNames.value(r.now.kazok); },
+                     Qt::AlignLeft | Qt::AlignVCenter,
+                     [](const ListRow& r) { return QString::number(r.now.kazok); },
+                     [this](ListRow& r, const QString& index) {
+                         r.now.kazok = index.toInt();
+                         r.state = ListState::Changed;
+                         r.changedBeforeDelete = false;
+                         r.marked = MarkAfterFamilyChange(r.now.kazok, shownResult_);
+                     },
+                     FamilyNames},
+                    {QStringLiteral("売上累計"),
+                     [](const ListRow& r) {
+                         return FormatNumber(double(r.now.total), QStringLiteral("###,###,##0"));
+                     },
+                     Right},
+                    {QStringLiteral("最終来店"),
+                     [](const ListRow& r) { return FormatYmd(r.now.lastVisit); }, Right}};
+    model_ = new RowModel<ListRow>(std::move(columns), this);
+    model_->background = colourOf;
+    model_->edited = [this](int, int column) {
+        if (column + 1 == Kazok)
+            emit marksChanged(markedCount());
+    };
+    setModel(model_);
+    setColumnWidths({60, 40, 120, 130, 80, 190, 110, 116, 70, 92, 92});
+}
+
+void ListGrid::showRows(std::vector<ListRow> rows) {
+    model_->setRows(std::move(rows));
+    emit marksChanged(markedCount());
+}
+
+void ListGrid::replaceRow(int row, const ListRow& value) {
+    model_->update(row - 1, [&](ListRow& r) { r = value; });
+    emit marksChanged(markedCount());
+}
+
+void ListGrid::removeRow(int row) {
+    model_->removeAt(row - 1);
+    emit marksChanged(markedCount());
+}
+
+void ListGrid::toggleMarks(int top, int bottom) {
+    top = std::max(top, 1);
+    bottom = std::min(bottom, maxRows());
+    for (int row = top; row <= bottom; ++row)
+        model_->update(row - 1, [](ListRow& r) { r.marked = !r.marked; });
+    emit marksChanged(markedCount());
+}
+
+int ListGrid::markedCount() const {
+    return int(
+        std::count_if(rows().begin(), rows().end(), [](const ListRow& r) { return r.marked; }));
+}
+
+bool ListGrid::hasUnsavedEdits() const {
+    return std::any_of(rows().begin(), rows().end(), HasUnsavedEdit);
+}
+
+void ListGrid::toggleDeletion(int row) {
+    model_->update(row - 1, ToggleRowDeletion);
+}
+
+void ListGrid::markSaved(int row) {
+    model_->update(row - 1, [](ListRow& r) {
+        r.read = r.now;
+        r.state = ListState::Unchanged;
+    });
+}
+
+void ListGrid::sortBy(Order order) {
+    switch (order) {
+    case Order::Kana:
+        model_->sortRows(
+            [](const ListRow& a, const ListRow& b) { return a.now.kana < b.now.kana; });
+        break;
+    case Order::Address:
+        model_->sortRows(
+            [](const ListRow& a, const ListRow& b) { return a.now.jusyo1 < b.now.jusyo1; });
+        break;
+    case Order::Sales:
+        model_->sortRows([](const ListRow& a, const ListRow& b) {
+            return a.now.total != b.now.total ? a.now.total > b.now.total : a.now.kana < b.now.kana;
+        });
+        break;
+    case Order::LastVisit:
+        model_->sortRows([](const ListRow& a, const ListRow& b) {
+            return a.now.lastVisit != b.now.lastVisit ? a.now.lastVisit > b.now.lastVisit
+                                                      : a.now.kana < b.now.kana;
+        });
+        break;
+    }
+}
+
+QString ListGrid::cellText(int row, int column) const {
+    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
+}
+
+QColor ListGrid::rowColor(int row) const {
+    return colourOf(this->row(row));
+}
