@@ -1,5 +1,6 @@
 #include "customer/PurchaseGrid.h"
 
+#include "platform/Failure.h"
 #include "platform/Format.h"
 
 namespace {
@@ -85,13 +86,20 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
 QString PurchaseGrid::masterName(MasterKind kind, const QString& code) const {
     if (code.isEmpty())
         return {};
-    // A code whose master row is gone shows as the code with an empty name.
-    const std::optional<QString> name = names_.find(kind, code);
+    // A code whose master row is gone shows as the code with an empty name. The names were
+    // read with the purchases; painting never stops on the database.
+    std::optional<QString> name;
+    try {
+        name = names_.find(kind, code);
+    } catch (const Failure&) {
+    }
     return name ? *name : code + QLatin1Char(':');
 }
 
 void PurchaseGrid::showPurchases(const std::vector<Purchase>& purchases) {
     names_ = MasterNames();
+    if (!purchases.empty())
+        names_.load();
     std::vector<Line> lines;
     lines.reserve(purchases.size());
     for (const Purchase& purchase : purchases)

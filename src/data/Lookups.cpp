@@ -55,6 +55,11 @@ QString CmnGetMaster(int kind, const QString& no) {
     return name;
 }
 
+void MasterNames::load() {
+    for (MasterKind kind : {MasterKind::Item, MasterKind::Youto, MasterKind::Meka})
+        find(kind, QString());
+}
+
 std::optional<QString> MasterNames::find(MasterKind kind, const QString& code) {
     std::optional<QHash<QString, QString>>& names = names_[int(kind)];
     if (!names) {

@@ -21,6 +21,8 @@ public:
     QString name(MasterKind kind, const QString& code) {
         return find(kind, code).value_or(QString());
     }
+    // Reads every master now, so that later look-ups never go to the database.
+    void load();
     // "code:name", as the master lists show an entry; a code without a master row shows as
     // "code:" and an empty code as ":".
     QString withName(MasterKind kind, const QString& code) {

@@ -2,7 +2,7 @@
 
 #include "data/ZipSearch.h"
 #include "frame/Procedure.h"
-#include "platform/controls/SpreadGrid.h"
+#include "pickers/AddressList.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
@@ -50,12 +50,8 @@ FrmZipList::FrmZipList(QWidget* parent) : Screen(parent) {
     cmdCAN = button(this, QStringLiteral("cmdCAN"), QStringLiteral("ｷｬﾝｾﾙ"));
     cmdKensak->setDefault(true);
 
-    spdZipList = new SpreadGrid(this);
+    spdZipList = new AddressList(this);
     spdZipList->setObjectName(QStringLiteral("spdZipList"));
-    spdZipList->setHeaders({QStringLiteral("郵便番号"), QStringLiteral("都道府県"),
-                            QStringLiteral("市町村郡"), QStringLiteral("町")});
-    spdZipList->setColumnWidths({90, 100, 180, 260});
-    spdZipList->setLastColumnStretch(true);
     spdZipList->setMinimumSize(680, 320);
 
     auto* conditions = new QGridLayout;
@@ -91,7 +87,7 @@ FrmZipList::FrmZipList(QWidget* parent) : Screen(parent) {
     connect(cmdClear, &QPushButton::clicked, this, &FrmZipList::cmdClear_Click);
     connect(cmdOK, &QPushButton::clicked, this, &FrmZipList::cmdOK_Click);
     connect(cmdCAN, &QPushButton::clicked, this, &FrmZipList::cmdCAN_Click);
-    connect(spdZipList, &SpreadGrid::doubleClicked, this, [this](int row, int) {
+    connect(spdZipList, &GridView::doubleClicked, this, [this](int row, int) {
         if (row >= 1)
             cmdOK_Click();
     });
@@ -113,24 +109,19 @@ void FrmZipList::cmdKensak_Click() {
 
 void FrmZipList::AddrRead() {
     Procedure(ScreenName, QStringLiteral("AddrRead"), QStringLiteral("郵便・住所の取得処理"), [&] {
-        const std::vector<ZipAddress> found = FindAddresses(
-            {txtZip1->text(), txtZip2->text(), txtTodo->text(), txtCity->text(), txtTown->text()});
         spdZipList->clearRows();
-        spdZipList->setRedraw(false);
-        for (const ZipAddress& address : found)
-            spdZipList->addRow(QStringList{address.zip, address.todo, address.city, address.town});
+        spdZipList->showAddresses(FindAddresses(
+            {txtZip1->text(), txtZip2->text(), txtTodo->text(), txtCity->text(), txtTown->text()}));
     });
-    // Also after a failure: the rows read so far are shown.
-    spdZipList->setRedraw(true);
 }
 
 void FrmZipList::cmdOK_Click() {
     const int row = spdZipList->activeRow();
     if (row < 1)
         return; // nothing listed to choose; the user searches again or cancels
-    zip_ = spdZipList->text(row, 1);
-    addr_ = (todoFlg_ == 1 ? spdZipList->text(row, 2) : QString()) + spdZipList->text(row, 3) +
-            spdZipList->text(row, 4);
+    const ZipAddress& chosen = spdZipList->address(row);
+    zip_ = chosen.zip;
+    addr_ = (todoFlg_ == 1 ? chosen.todo : QString()) + chosen.city + chosen.town;
     done(QDialog::Accepted);
 }
 

@@ -4,7 +4,7 @@
 
 class QLabel;
 class QPushButton;
-class SpreadGrid;
+class AddressList;
 class xField;
 
 // Postal code and address search: finds directory entries by any of the five fields and
@@ -36,7 +36,7 @@ public:
     QPushButton* cmdClear;
     QPushButton* cmdOK;
     QPushButton* cmdCAN;
-    SpreadGrid* spdZipList;
+    AddressList* spdZipList;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -70,7 +70,8 @@ FrmIchiranSub::FrmIchiranSub(QWidget* parent) : Screen(parent) {
     setWindowTitle(QStringLiteral("指定顧客売上履歴照会"));
     spdData = new GridView(this);
     spdData->setObjectName(QStringLiteral("spdData"));
-    rows_ = new RowModel<Purchase>(inquiryColumns(std::make_shared<MasterNames>()), this);
+    masters_ = std::make_shared<MasterNames>();
+    rows_ = new RowModel<Purchase>(inquiryColumns(masters_), this);
     spdData->setModel(rows_);
     spdData->setColumnWidths({92, 130, 130, 120, 120, 86, 120, 120, 86, 96});
     spdData->setMinimumSize(1000, 360);
@@ -132,6 +133,7 @@ bool FrmIchiranSub::CalUriageGaku(qint64 customerNo) {
 void FrmIchiranSub::SerchUriage(qint64 customerNo) {
     Procedure(ScreenName, QStringLiteral("SerchUriage"), QStringLiteral("顧客売上側検索処理"), [&] {
         std::vector<Purchase> purchases = PurchaseStore::ForInquiry(conditions_, customerNo);
+        masters_->load(); // the names are read here, never while the rows are painted
         // The amount check depends on the customer alone: every purchase is listed, or none.
         if (conditions_.on[SearchConditions::Amount] && !CalUriageGaku(customerNo))
             purchases.clear();

@@ -3,10 +3,13 @@
 #include "domain/SearchConditions.h"
 #include "platform/ui/Screen.h"
 
+#include <memory>
+
 class QPushButton;
 struct Purchase;
 template <class Row> class RowModel;
 class GridView;
+class MasterNames;
 class xLabel;
 
 // One listed customer's purchases that match the purchase conditions of the last search, with
@@ -35,5 +38,6 @@ private:
     qint64 user_ = 0;
     SearchConditions conditions_;
     RowModel<Purchase>* rows_;
+    std::shared_ptr<MasterNames> masters_;
     bool loaded_ = false;
 };

@@ -3,8 +3,8 @@
 #include "data/ZipSearch.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
+#include "pickers/AddressList.h"
 #include "pickers/FrmZipList.h"
-#include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/ShowModal.h"
 #include "support/Harness.h"
@@ -102,7 +102,7 @@ private slots:
             QCOMPARE(s.spdZipList->maxRows(), 1);
             QWidget* cells = s.spdZipList->view()->viewport();
             const QPoint centre =
-                s.spdZipList->view()->visualRect(s.spdZipList->model()->index(0, 2)).center();
+                s.spdZipList->view()->visualRect(s.spdZipList->gridModel()->index(0, 2)).center();
             QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
             QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);
             QVERIFY(!s.isVisible());

@@ -11,7 +11,8 @@
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
-#include "platform/controls/SpreadGrid.h"
+#include "platform/controls/GridView.h"
+#include "platform/controls/RowModel.h"
 #include "platform/controls/xClndr.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
@@ -69,20 +70,36 @@ int showControls() {
     form->addRow(QStringLiteral("無効"), disabled);
     form->addRow(QStringLiteral("顧客№"), number);
 
-    auto* grid = new SpreadGrid(&screen);
-    grid->setHeaders({QStringLiteral("更新"), QStringLiteral("売上日"), QStringLiteral("売上合計"),
-                      QStringLiteral("家族")});
-    grid->setColumnNumeric(3, true);
-    grid->setColumnDropDown(4, {QStringLiteral("代表"), QStringLiteral("家族"),
-                                QStringLiteral("個人"), QStringLiteral("DM不要")});
-    grid->addRow(QStringLiteral("新規\t2026/11/22\t38,000\t0"));
-    grid->addRow(QStringLiteral("変更\t2025/03/01\t120,000\t1"));
-    grid->addRow(QStringLiteral("削除\t2020/07/15\t9,800\t3"));
-    grid->addRow(QStringLiteral("\t2019/01/05\t45,500\t2"));
-    grid->setRowColor(1, QColor(128, 255, 255));
-    grid->setRowColor(2, QColor(255, 255, 128));
-    grid->setRowColor(3, QColor(255, 128, 128));
-    grid->setColumnWidths({60, 110, 110, 90});
+    // A grid in the colours of the line states: new, changed, to delete, stored.
+    struct SampleLine {
+        QString status, date, total;
+        QColor colour;
+    };
+    auto* lines = new RowModel<SampleLine>(
+        {{QStringLiteral("更新"),
+          [](const SampleLine& l) {
+              return l.status;
+          }},
+         {QStringLiteral("売上日"),
+          [](const SampleLine& l) {
+              return l.date;
+          }},
+         {QStringLiteral("売上合計"), [](const SampleLine& l) { return l.total; },
+          Qt::AlignRight | Qt::AlignVCenter}},
+        &screen);
+    lines->background = [](const SampleLine& l) {
+        return l.colour;
+    };
+    lines->setRows({{QStringLiteral("新規"), QStringLiteral("2026/11/22"), QStringLiteral("38,000"),
+                     QColor(128, 255, 255)},
+                    {QStringLiteral("変更"), QStringLiteral("2025/03/01"),
+                     QStringLiteral("120,000"), QColor(255, 255, 128)},
+                    {QStringLiteral("削除"), QStringLiteral("2020/07/15"), QStringLiteral("9,800"),
+                     QColor(255, 128, 128)},
+                    {QString(), QStringLiteral("2019/01/05"), QStringLiteral("45,500"), QColor()}});
+    auto* grid = new GridView(&screen);
+    grid->setModel(lines);
+    grid->setColumnWidths({60, 110, 110});
 
     auto* calendar = new xClndr(&screen);
     calendar->setValue(QDate(2026, 11, 22));
