@@ -1,7 +1,10 @@
 // The database a new shop starts with: tables in their fixed column order, the view, the
-// starting masters, and the admin tool that makes it.
+// starting masters, and the admin tool that makes it; and the master names and addresses looked
+// up in it from their codes.
+#include "data/Lookups.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
+#include "frame/Log.h"
 #include "platform/Failure.h"
 #include "support/Harness.h"
 
@@ -20,18 +23,13 @@ QStringList numbersOf(const QString& table, const QString& column) {
     return numbers;
 }
 
+// A purchase with every column given by position, as the stores write one.
 void insertPurchase(int user, int seq, int ymd, int total) {
-    QStringList values{QString::number(user),   QString::number(seq),    QString::number(ymd),
-                       QStringLiteral("'001'"), QStringLiteral("'001'"), QStringLiteral("''"),
-                       QStringLiteral("''"),    QStringLiteral("0"),     QStringLiteral("''"),
-                       QStringLiteral("''"),    QStringLiteral("''"),    QStringLiteral("''"),
-                       QStringLiteral("0"),     QString::number(total)};
-    for (int eye = 0; eye < 2; ++eye)
-        for (int i = 0; i < 13; ++i)
-            values << ((i == 5 || i == 7) ? QStringLiteral("''") : QStringLiteral("0"));
-    values << QStringLiteral("''") << QStringLiteral("''") << QStringLiteral("'' ");
-    gCon.execute(QStringLiteral("insert into San_Uriage Values(") + values.join(QLatin1Char(',')) +
-                 QLatin1Char(')'));
+    const QString eye = QStringLiteral("0,0,0,0,0,'',0,'',0,0,0,0,0");
+    gCon.execute(QStringLiteral("insert into San_Uriage Values(%1,%2,%3,'001','001','','',0,'','',"
+                                "'','',0,%4,%5,%5,'','','')")
+                     .arg(QString::number(user), QString::number(seq), QString::number(ymd),
+                          QString::number(total), eye));
 }
 
 QProcess* runAdmin(const QStringList& arguments) {
@@ -40,6 +38,14 @@ QProcess* runAdmin(const QStringList& arguments) {
     process->waitForFinished(30000);
     return process;
 }
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+const QString FailureFirstLine =
+    QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r");
 
 } // namespace
 
@@ -74,7 +80,7 @@ private slots:
         QVERIFY(rows.eof());
     }
 
-    void startingMastersAreNumberedWithoutGaps() {
+    void startingMastersAreNumberedWithoutGapsAndNamedFromTheirOwnTable() {
         const QList<std::pair<QString, QString>> masters{
             {QStringLiteral("San_Item"), QStringLiteral("Item_No")},
             {QStringLiteral("San_Youto"), QStringLiteral("Youto_No")},
@@ -85,38 +91,57 @@ private slots:
             for (int i = 0; i < numbers.size(); ++i)
                 QCOMPARE(numbers[i], QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0')));
         }
-        QCOMPARE(QueryValue(QStringLiteral("select Item_Name from San_Item where Item_No = '001'"))
-                     .toString(),
-                 QStringLiteral("メガネ"));
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
         QCOMPARE(QueryCount(QStringLiteral("select * from ZipList")), 0);
+
+        QCOMPARE(CmnGetMaster(0, QStringLiteral("001")), QStringLiteral("メガネ"));
+        QCOMPARE(CmnGetMaster(1, QStringLiteral("001")), QStringLiteral("遠用"));
+        QCOMPARE(CmnGetMaster(2, QStringLiteral("001")), QStringLiteral("HOYA"));
+        QCOMPARE(CmnGetMaster(2, QStringLiteral("999")), QString());
+        QCOMPARE(CmnGetMaster(2, QStringLiteral("0'1")), QString());
     }
 
-    void anExistingDatabaseIsNeverOverwritten() {
+    void aNullNameOrABadKindIsReportedAndGivesEmptyText() {
+        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("Null の使い方が不正です。"),
+                               QStringLiteral(" VB ERROR No.94"));
+        gCon.execute(QStringLiteral("insert into San_Meka values('060', NULL)"));
+        QCOMPARE(CmnGetMaster(2, QStringLiteral("060")), QString());
+        QVERIFY(QString::fromUtf8(readFile(LogFilePath()))
+                    .contains(QStringLiteral("\"BasCmnSubFun\",\"CmnGetMaster\",\"ｴﾗ-No.(94)\"")));
+        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("実行する SQL 文がありません。"),
+                               QStringLiteral(" VB ERROR No.-2147217900"));
+        QCOMPARE(CmnGetMaster(3, QStringLiteral("001")), QString());
+    }
+
+    void addressesWithAndWithoutThePrefecture() {
+        for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
+                                "(60, 42, '北海道', '札幌市中央区', '大通西')",
+                                "(100, 1, '東京都', '千代田区', '千代田')",
+                                "(100, 1, '東京都', '千代田区', '別の町')"})
+            gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
+        QCOMPARE(CmnGetJusyo(true, 60, 42), QStringLiteral("北海道札幌市中央区大通西"));
+        QCOMPARE(CmnGetJusyo(false, 60, 42), QStringLiteral("札幌市中央区大通西"));
+        QCOMPARE(CmnGetJusyo(true, 60, 43), QString());
+        // A code listed twice gives one of its addresses.
+        QVERIFY(CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区千代田") ||
+                CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区別の町"));
+    }
+
+    void aDatabaseFileIsMadeOnceAndNeverOverwritten() {
         if (Harness::onServer())
             QSKIP("a database file: the run on files covers it");
         gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         gCon.close();
-        const QByteArray before = [&] {
-            QFile file(harness.databaseFile());
-            file.open(QIODevice::ReadOnly);
-            return file.readAll();
-        }();
+        const QByteArray before = readFile(harness.databaseFile());
         try {
             CreateDatabase(harness.databaseFile());
             QFAIL("an existing database was overwritten");
         } catch (const Failure& failure) {
             QCOMPARE(failure.number(), ErrorNumber::DatabaseFailed);
         }
-        QFile file(harness.databaseFile());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), before);
-        gCon.open(harness.databaseFile());
-    }
+        QCOMPARE(readFile(harness.databaseFile()), before);
 
-    void theAdminToolCreatesADatabaseOnceInTheFolderGiven() {
-        if (Harness::onServer())
-            QSKIP("a database file: the run on files covers it");
+        // The admin tool makes one in the folder given, once.
         const QString shop = harness.path(QStringLiteral("shop"));
         std::unique_ptr<QProcess> first(runAdmin({QStringLiteral("init"), shop}));
         QCOMPARE(first->exitCode(), 0);

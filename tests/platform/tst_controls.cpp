@@ -11,21 +11,18 @@
 #include <QDialog>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 #include <QtTest>
 
 namespace {
 
-// What an input method sends while the user composes: the text under composition.
-void compose(QWidget* field, const QString& preedit) {
-    QInputMethodEvent event(preedit, {});
-    QApplication::sendEvent(field, &event);
-}
-
-// What it sends when the user confirms: the committed text, composition ended.
-void commit(QWidget* field, const QString& text) {
+// What an input method sends: each text under composition in turn, then the committed text.
+void type(QWidget* field, std::initializer_list<const char*> composed, const char* committed) {
+    for (const char* preedit : composed) {
+        QInputMethodEvent event(QString::fromUtf8(preedit), {});
+        QApplication::sendEvent(field, &event);
+    }
     QInputMethodEvent event;
-    event.setCommitString(text);
+    event.setCommitString(QString::fromUtf8(committed));
     QApplication::sendEvent(field, &event);
 }
 
@@ -42,33 +39,28 @@ private slots:
         kana->linkTo(name);
 
         // や → やま → やまd (romaji on its way) → やまだ, converted to 山田, committed.
-        for (const QString& step :
-             {QStringLiteral("や"), QStringLiteral("やま"), QStringLiteral("やまd"),
-              QStringLiteral("やまだ"), QStringLiteral("山田")})
-            compose(name, step);
-        commit(name, QStringLiteral("山田"));
+        type(name, {"や", "やま", "やまd", "やまだ", "山田"}, "山田");
         QCOMPARE(name->text(), QStringLiteral("山田"));
         QCOMPARE(kana->text(), QStringLiteral("やまだ"));
 
         // A blank typed by hand, then the given name composed in katakana: kept as hiragana.
         name->insert(QStringLiteral(" "));
         kana->insert(QStringLiteral(" "));
-        compose(name, QStringLiteral("タロウ"));
-        compose(name, QStringLiteral("太郎"));
-        commit(name, QStringLiteral("太郎"));
+        type(name, {"タロウ", "太郎"}, "太郎");
         QCOMPARE(name->text(), QStringLiteral("山田 太郎"));
         QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
 
         // Kana committed as it is, without conversion.
-        commit(name, QStringLiteral("さん"));
+        type(name, {}, "さん");
         QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
 
-        // Text that never went through the input method adds nothing; the field stays editable.
+        // Text that never went through the input method adds nothing; the field stays editable
+        // and a commit without a reading composed before adds nothing either.
         name->insert(QStringLiteral("Jr"));
         QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
         kana->setText(QStringLiteral("やまだ たろう"));
         QVERIFY(!kana->isReadOnly());
-        commit(name, QStringLiteral("様"));
+        type(name, {}, "様");
         QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
     }
 
@@ -79,8 +71,6 @@ private slots:
         screen.show();
         QVERIFY(QTest::qWaitForWindowActive(&screen));
 
-        QCOMPARE(amount->alignment() & Qt::AlignRight, Qt::AlignRight);
-        QVERIFY(amount->isEmpty());
         QCOMPARE(amount->Value(), 0.0);
         amount->setFocus();
         QTest::keyClicks(amount, QStringLiteral("1234567"));
@@ -109,10 +99,8 @@ private slots:
     void postalCodeAndDateFieldsKeepTheirEmptyForms() {
         xZip zip;
         QCOMPARE(zip.text(), QStringLiteral("***-****"));
-        QCOMPARE(zip.text(), xZip::EmptyText);
         QTest::keyClicks(&zip, QStringLiteral("0600001"));
         QCOMPARE(zip.text(), QStringLiteral("060-0001"));
-        zip.clear();
         zip.setText(QStringLiteral("100-0001"));
         QCOMPARE(zip.text(), QStringLiteral("100-0001"));
         zip.setText(QString());
@@ -127,7 +115,6 @@ private slots:
         QCOMPARE(date.date(), QDate(2026, 2, 3));
         date.setDate(xDate::EmptyDate);
         QVERIFY(date.isEmpty());
-        date.clear();
         QTest::keyClicks(&date, QStringLiteral("20261322"));
         QCOMPARE(date.date(), xDate::EmptyDate); // no 13th month
         date.clear();
@@ -135,34 +122,11 @@ private slots:
         QCOMPARE(date.date(), QDate(2026, 11, 22));
     }
 
-    void leaveAndKeyDownNotifications() {
-        QDialog screen;
-        auto* first = new xField(&screen);
-        auto* second = new xField(&screen);
-        screen.show();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
-        QSignalSpy left(first, &xInput::leave);
-        QList<int> keys;
-        connect(first, &xInput::keyDown, first, [&](int key, Qt::KeyboardModifiers, bool* handled) {
-            keys << key;
-            *handled = key == Qt::Key_X;
-        });
-        first->setFocus();
-        QTest::keyClicks(first, QStringLiteral("axb"));
-        QCOMPARE(first->text(), QStringLiteral("ab"));
-        QCOMPARE(keys, (QList<int>{Qt::Key_A, Qt::Key_X, Qt::Key_B}));
-        QCOMPARE(left.count(), 0);
-        second->setFocus();
-        QCOMPARE(left.count(), 1);
-    }
-
-    void functionKeysPressTheirButtonsOnlyWithACaption() {
+    void keysReachTheFieldFirstAndFunctionKeysNeedACaption() {
         QDialog screen;
         auto* field = new xField(&screen);
+        auto* other = new xField(&screen);
         auto* keys = new FunctionKeyRow(&screen);
-        auto* layout = new QVBoxLayout(&screen);
-        layout->addWidget(field);
-        layout->addWidget(keys);
         std::array<QString, 12> captions;
         captions[0] = QStringLiteral("閉じる");
         captions[4] = QStringLiteral("登録");
@@ -177,11 +141,25 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&screen));
         QSignalSpy pressed(keys, &FunctionKeyRow::pressed);
         QSignalSpy left(field, &xInput::leave);
+        // A key a receiver of keyDown handles does not reach the field.
+        QList<int> seen;
+        connect(field, &xInput::keyDown, field, [&](int key, Qt::KeyboardModifiers, bool* handled) {
+            seen << key;
+            *handled = key == Qt::Key_X;
+        });
+        field->setFocus();
+        QTest::keyClicks(field, QStringLiteral("axb"));
+        QCOMPARE(field->text(), QStringLiteral("ab"));
+        QCOMPARE(seen, (QList<int>{Qt::Key_A, Qt::Key_X, Qt::Key_B}));
+        QCOMPARE(left.count(), 0);
+        other->setFocus();
+        QCOMPARE(left.count(), 1);
+
         field->setFocus();
         QTest::keyClick(field, Qt::Key_F5);
         QCOMPARE(pressed.count(), 1);
         QCOMPARE(pressed.last().first().toInt(), 4);
-        QCOMPARE(left.count(), 1); // the field was left before the key acted
+        QCOMPARE(left.count(), 2); // the field was left before the key acted
 
         QTest::keyClick(&screen, Qt::Key_F2); // no caption
         QTest::mouseClick(cmdFnuc[1], Qt::LeftButton);

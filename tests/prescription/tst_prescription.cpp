@@ -1,0 +1,223 @@
+// The prescription values: the leave rules on the values where they break (0, the upper limit,
+// -0, negative unsigned values, rounding, the hundredths entry, non-numbers), display and
+// storage, and the fields as wired on a screen: input settings, leave rules on leaving, the skip
+// over a dependent field and the register's arrow ring over both eyes.
+#include "domain/Prescription.h"
+#include "platform/Failure.h"
+#include "platform/controls/xField.h"
+#include "prescription/LeaveRules.h"
+#include "prescription/PrescriptionWiring.h"
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QtTest>
+#include <span>
+
+namespace {
+enum { Sph, Cyl, Ax, S, P1, B1, P2, B2, Gai, Tama, Pd, Ragan, Kyosei };
+
+// A value typed and the field left: the field's index, what was typed, what it shows then.
+struct Typed {
+    int index;
+    const char* typed;
+    const char* shown;
+};
+
+// The rows whose rule gives other text than the table says, as "index typed -> shown".
+QStringList mismatches(std::span<const Typed> cases, bool onRegister) {
+    QStringList wrong;
+    for (const Typed& c : cases) {
+        const QString shown = ApplyLeaveRule(c.index, QString::fromUtf8(c.typed), onRegister);
+        if (shown != QString::fromUtf8(c.shown))
+            wrong << QString::number(c.index) + QLatin1Char(' ') + QString::fromUtf8(c.typed) +
+                         QStringLiteral(" -> ") + shown;
+    }
+    return wrong;
+}
+
+struct WiredEyes {
+    explicit WiredEyes(PrescriptionScreen screen) {
+        for (EyeFields* eye : {&right, &left})
+            for (int index : PrescriptionWiring::ScreenOrder)
+                (*eye)[index] = new xField(&dialog, 10);
+        const QString pdCaptions[] = {QStringLiteral("PD"), QStringLiteral("PD")};
+        dialog.setLayout(PrescriptionGrid(&dialog, right, left, pdCaptions));
+        new PrescriptionWiring(screen, right, left, &dialog);
+        dialog.show();
+    }
+    QWidget* focus() const { return dialog.focusWidget(); }
+    QDialog dialog;
+    EyeFields right{};
+    EyeFields left{};
+};
+} // namespace
+
+class TestPrescription : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theNumericTest() {
+        for (const char* number : {"1", "-1", "+1.5", " 2.25 ", ".5", "3.", "-0", "0"})
+            QVERIFY2(IsPrescriptionNumber(QString::fromUtf8(number)), number);
+        for (const char* other :
+             {"", " ", "+", "-", ".", "1.2.3", "1e2", "abc", "1,5", "--1", "1 2"})
+            QVERIFY2(!IsPrescriptionNumber(QString::fromUtf8(other)), other);
+    }
+
+    void leaveRules() {
+        // Signed (Cyl up to 9.99, Sph and S up to 99.99): 0, -0, the upper limit and non-numbers
+        // empty; "+" and two decimals, a half away from 0.
+        const Typed signedValues[] = {{Cyl, "0", ""},           {Cyl, "9.99", ""},
+                                      {Cyl, "9.98", "+9.98"},   {Cyl, "-9.99", "-9.99"},
+                                      {Cyl, "-.5", "-0.50"},    {Cyl, "abc", ""},
+                                      {Sph, "-0", ""},          {Sph, "99.99", ""},
+                                      {Sph, "+1.255", "+1.26"}, {S, "125", "+125.00"}};
+        // Unsigned: negatives empty too; Pd has one decimal and the upper limit 99.9.
+        const Typed unsignedValues[] = {{Kyosei, "-0.5", ""},  {Kyosei, "1", "1.00"},
+                                        {Kyosei, "9.99", ""},  {Ragan, "0.1", "0.10"},
+                                        {P1, "1.2", "1.20"},   {P2, "0", ""},
+                                        {P2, "x", ""},         {Pd, "99.9", ""},
+                                        {Pd, "64.25", "64.3"}, {Pd, "62", "62.0"}};
+        // Integer values keep what is not a number; the base directions have no rule.
+        const Typed otherValues[] = {{Ax, "12.6", "13"},  {Ax, "12.5", "13"}, {Ax, "0", "0"},
+                                     {Gai, "abc", "abc"}, {Tama, "", ""},     {Tama, "-2.5", "-3"},
+                                     {B1, " IN ", " IN "}};
+        // The register reads Sph and S above 99 as hundredths, rounded a half to even first.
+        const Typed onRegister[] = {{Sph, "125", "+1.25"},   {Sph, "-125", "-125.00"},
+                                    {Sph, "99", "+99.00"},   {Sph, "100.5", "+1.00"},
+                                    {Sph, "101.5", "+1.02"}, {Sph, "9999", ""},
+                                    {S, "x125", ""},         {S, "250", "+2.50"},
+                                    {Cyl, "125", "+125.00"}, {Pd, "-31", ""}};
+        QCOMPARE(mismatches(signedValues, false), QStringList());
+        QCOMPARE(mismatches(unsignedValues, false), QStringList());
+        QCOMPARE(mismatches(otherValues, false), QStringList());
+        QCOMPARE(mismatches(onRegister, true), QStringList());
+        for (auto [value, rounded] : {std::pair{124.5, 124.0}, {125.5, 126.0}, {-2.5, -2.0}})
+            QCOMPARE(RoundHalfEven(value), rounded);
+    }
+
+    void storedValuesAreShownAndTypedValuesRead() {
+        const struct {
+            int index;
+            double number;
+            const char* base;
+            const char* shown;
+        } display[] = {{Sph, 1.25, "", "+1.25"}, {Cyl, -0.5, "", "-0.50"}, {P1, 3, "", "3.00"},
+                       {Pd, 64.0, "", "64.0"},   {Ax, 180, "", "180"},     {Ax, 0, "", ""},
+                       {Kyosei, 0, "", ""},      {B2, 0, "", ""},          {B2, 0, "OUT", "OUT"}};
+        for (const auto& c : display) {
+            Prescription eye;
+            if (IsPrescriptionText(c.index))
+                eye.base(c.index) = QString::fromUtf8(c.base);
+            else
+                eye.numbers[c.index] = c.number;
+            QCOMPARE(PrescriptionText(eye, c.index), QString::fromUtf8(c.shown));
+        }
+        Prescription eye;
+        SetPrescriptionText(eye, Sph, QStringLiteral("+1.25"));
+        SetPrescriptionText(eye, Pd, QStringLiteral(" 62.0 "));
+        SetPrescriptionText(eye, B1, QStringLiteral(" O'IN "));
+        SetPrescriptionText(eye, Cyl, QString());
+        QCOMPARE(eye.numbers[Sph], 1.25);
+        QCOMPARE(eye.numbers[Pd], 62.0);
+        QCOMPARE(eye.numbers[Cyl], 0.0);
+        QCOMPARE(eye.b1, QStringLiteral(" O'IN ")); // as typed; written trimmed
+        try {
+            SetPrescriptionText(eye, Ax, QStringLiteral("abc"));
+            QFAIL("a non-number was read into a numeric value");
+        } catch (const Failure& failure) {
+            QCOMPARE(failure.number(), 13L);
+        }
+    }
+
+    void inputSettingsDifferByScreenAndEye() {
+        WiredEyes reg(PrescriptionScreen::Register);
+        WiredEyes history(PrescriptionScreen::History);
+        // A keystroke past the decimals or the range is refused; the base has no settings.
+        const struct {
+            bool onRegister, leftEye;
+            int index;
+            const char *typed, *shown;
+        } typing[] = {{true, false, Sph, "125", "125"},       {false, false, Sph, "125", "12"},
+                      {true, false, P1, "1.234", "1.2"},      {true, true, P1, "1.234", "1.23"},
+                      {false, true, P1, "1.234", "1.2"},      {true, true, Pd, "-64.25", "-64.2"},
+                      {true, false, Pd, "-64", "64"},         {false, true, Pd, "-64", "64"},
+                      {false, false, Cyl, "-1.255", "-1.25"}, {true, false, Gai, "-70", "70"},
+                      {true, false, B1, "IN", "IN"}};
+        for (const auto& c : typing) {
+            const WiredEyes& p = c.onRegister ? reg : history;
+            xField* field = (c.leftEye ? p.left : p.right)[c.index];
+            QTest::keyClicks(field, QString::fromUtf8(c.typed));
+            QCOMPARE(field->text(), QString::fromUtf8(c.shown));
+        }
+    }
+
+    void leavingAFieldAppliesItsRule() {
+        WiredEyes p(PrescriptionScreen::Register);
+        QVERIFY(QTest::qWaitForWindowActive(&p.dialog));
+        p.right[Sph]->setFocus();
+        QTest::keyClicks(p.right[Sph], QStringLiteral("125"));
+        p.right[Cyl]->setFocus();
+        QCOMPARE(p.right[Sph]->text(), QStringLiteral("+1.25"));
+        p.left[Pd]->setText(QStringLiteral("64.25")); // as pasted: the rule still holds
+        p.left[Pd]->setFocus();
+        p.left[Ax]->setFocus();
+        QCOMPARE(p.left[Pd]->text(), QStringLiteral("64.3"));
+        QTest::keyClicks(p.left[Ax], QStringLiteral("90"));
+        QTest::keyClick(p.left[Ax], Qt::Key_Tab);
+        QCOMPARE(p.left[Ax]->text(), QStringLiteral("90"));
+    }
+
+    void anEmptyFieldSkipsTheValueThatDependsOnIt() {
+        for (PrescriptionScreen screen :
+             {PrescriptionScreen::Register, PrescriptionScreen::History}) {
+            WiredEyes p(screen);
+            QVERIFY(QTest::qWaitForWindowActive(&p.dialog));
+            p.left[Cyl]->setFocus();
+            QTest::keyClick(p.left[Cyl], Qt::Key_Return);
+            QCOMPARE(p.focus(), p.left[S]);
+            p.right[P1]->setFocus();
+            QTest::keyClick(p.right[P1], Qt::Key_Tab);
+            QCOMPARE(p.focus(), p.right[P2]);
+            QTest::keyClick(p.right[P2], Qt::Key_Enter);
+            QCOMPARE(p.focus(), p.right[Gai]);
+            // Not empty: the key keeps its ordinary effect.
+            p.right[Cyl]->setText(QStringLiteral("+0.50"));
+            p.right[Cyl]->setFocus();
+            QTest::keyClick(p.right[Cyl], Qt::Key_Tab);
+            QCOMPARE(p.focus(), p.right[Ax]);
+        }
+    }
+
+    void theRegistersArrowsRunRoundBothEyesTheHistorysMoveTheCaret() {
+        WiredEyes p(PrescriptionScreen::Register);
+        QVERIFY(QTest::qWaitForWindowActive(&p.dialog));
+        // From each field, the key, and where the focus goes (whatever the caret position).
+        const QList<std::tuple<xField*, Qt::Key, xField*>> moves{
+            {p.right[Pd], Qt::Key_Right, p.left[Sph]},
+            {p.left[Sph], Qt::Key_Left, p.right[Pd]},
+            {p.right[Pd], Qt::Key_Left, p.right[Kyosei]},
+            {p.left[Pd], Qt::Key_Right, p.right[Sph]},
+            {p.right[Sph], Qt::Key_Left, p.left[Pd]},
+            {p.right[Tama], Qt::Key_Right, p.right[Ragan]}};
+        p.right[Tama]->setText(QStringLiteral("12"));
+        for (const auto& [from, key, to] : moves) {
+            from->setFocus();
+            from->setCursorPosition(0);
+            QTest::keyClick(from, key);
+            QCOMPARE(p.focus(), to);
+        }
+
+        WiredEyes history(PrescriptionScreen::History);
+        QVERIFY(QTest::qWaitForWindowActive(&history.dialog));
+        history.right[Pd]->setText(QStringLiteral("62"));
+        history.right[Pd]->setFocus();
+        history.right[Pd]->setCursorPosition(0);
+        QTest::keyClick(history.right[Pd], Qt::Key_Right);
+        QCOMPARE(history.focus(), history.right[Pd]);
+        QCOMPARE(history.right[Pd]->cursorPosition(), 1);
+    }
+};
+
+QTEST_MAIN(TestPrescription)
+#include "tst_prescription.moc"
