@@ -1,0 +1,112 @@
+// The statements the stores write, built from typed values: the exact shapes the shop's tables
+// are written with, and typed text (a quote, a tab) that stays one value and never moves a column.
+#include "data/CustomerStore.h"
+#include "data/PurchaseStore.h"
+
+#include <QtTest>
+
+namespace {
+
+const QDate Today(2026, 11, 22);
+
+Purchase sample() {
+    Purchase p;
+    p.seq = 4;
+    p.date = QDate(2024, 3, 5);
+    p.itemNo = QStringLiteral("003");
+    p.youtoNo = QStringLiteral("001");
+    p.lzMekaNo = QStringLiteral("002");
+    p.fmName = QStringLiteral(" O'FRAME\tX ");
+    p.fmKinga = 20000;
+    p.lzKinga = 8000;
+    p.total = 28000;
+    p.eyes[0].numbers[0] = -2.5;
+    p.eyes[1].b1 = QStringLiteral(" IN ");
+    p.memo = QStringLiteral("メモ");
+    return p;
+}
+
+// The 26 prescription values of the sample as written: -2.5 for the right Sph, 'IN' for the
+// left B1, 0 and '' elsewhere.
+QStringList prescriptionValues() {
+    QStringList values;
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            values << (i == 5 || i == 7 ? (eye == 1 && i == 5 ? QStringLiteral("'IN'")
+                                                               : QStringLiteral("''"))
+                                        : (eye == 0 && i == 0 ? QStringLiteral("-2.5")
+                                                              : QStringLiteral("0")));
+    return values;
+}
+
+} // namespace
+
+class TestStatements : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aPurchaseIsWrittenByPositionAndByColumn() {
+        QCOMPARE(PurchaseStore::InsertSql(7, sample()),
+                 QStringLiteral("insert into San_Uriage Values(7,4,20240305,'003','001','',"
+                                "'O''FRAME\tX',20000,'','','002','',8000,28000,") +
+                     prescriptionValues().join(QLatin1Char(',')) + QStringLiteral(",'','メモ','' )"));
+        const QString update = PurchaseStore::UpdateSql(7, sample());
+        QVERIFY(update.startsWith(QStringLiteral(
+            "update San_Uriage set Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
+            "Uri_Fm_MekaNo = '', Uri_Fm_Name = 'O''FRAME\tX', Uri_Fm_Kinga = 20000,")));
+        QVERIFY(update.contains(QStringLiteral(", Uri_R_Sph = -2.5, Uri_R_Cyl = 0,")));
+        QVERIFY(update.endsWith(
+            QStringLiteral(", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4")));
+        QCOMPARE(PurchaseStore::DeleteSql(7, 4),
+                 QStringLiteral("delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"));
+        // The history writes its own shape: texts as typed, each value right then left.
+        const QString history = PurchaseStore::HistoryUpdateSql(7, sample());
+        QVERIFY(history.startsWith(QStringLiteral(
+            "update San_Uriage set  Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
+            "Uri_Fm_MekaNo = '', Uri_Lz_MekaNo = '002', Uri_Fm_Name = ' O''FRAME\tX ',")));
+        QVERIFY(history.contains(QStringLiteral(
+            " Uri_R_SPH = -2.5, Uri_L_SPH = 0, Uri_R_CYL = 0, Uri_L_CYL = 0, Uri_R_AX = 0")));
+        QVERIFY(history.contains(QStringLiteral("Uri_L_B1 = 'IN', Uri_R_B2 = '',")));
+        QVERIFY(!history.contains(QStringLiteral("Uri_Memo")));
+    }
+
+    void aCustomerIsInsertedWithTodaysDatesAndUpdatedWithHisOwn() {
+        Customer c;
+        c.no = 12;
+        c.name = QStringLiteral(" O'Neil ");
+        c.kana = QStringLiteral("おにーる");
+        c.tel = QStringLiteral("011");
+        c.birth = {2, 10, 5, 3};
+        c.entry1 = QDate(2020, 4, 1);
+        QCOMPARE(CustomerStore::InsertSql(c, Today),
+                 QStringLiteral("insert into San_User Values(12,'O''Neil','おにーる','','','',"
+                                "'011','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"));
+        QCOMPARE(CustomerStore::UpdateSql(c, Today),
+                 QStringLiteral("update San_User set User_Name = 'O''Neil',User_Kana = 'おにーる',"
+                                "User_Yubin = '',User_Jusyo1 = '',User_Jusyo2 = '',User_Tel = "
+                                "'011',User_Kinmu = '',User_KinmuTel = '',User_Syokai = '',"
+                                "User_SyokaiTel = '',User_Sex = 0,User_Kazok_F = 2,User_Tanjo_Go "
+                                "= 2,User_Tanjo_Nen = 10,User_Tanjo_Mon = 5,User_Tanjo_Day = 3,"
+                                "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
+                                "User_No = 12"));
+    }
+
+    // The list writes only the columns changed in the list, and the day of the change.
+    void theListWritesOnlyWhatWasChangedThere() {
+        ListRow row;
+        row.read = {5, QStringLiteral("青木"), QStringLiteral("あおき"), {}, QStringLiteral(" 札幌 "),
+                    {}, QStringLiteral("011"), 0, 0, 0};
+        row.now = row.read;
+        QCOMPARE(CustomerStore::ListedUpdateSql(row, Today),
+                 QStringLiteral("update San_user set user_entry2 = '2026/11/22' where user_No = 5"));
+        row.now.jusyo2 = QStringLiteral(" 2階 ");
+        row.now.jusyo1 = QStringLiteral(" 札幌市 ");
+        row.now.kazok = 3;
+        QCOMPARE(CustomerStore::ListedUpdateSql(row, Today),
+                 QStringLiteral("update San_user set user_Jusyo1 = ' 札幌市 ',user_Jusyo2 = '2階',"
+                                "user_kazok_f = 3,user_entry2 = '2026/11/22' where user_No = 5"));
+    }
+};
+
+QTEST_MAIN(TestStatements)
+#include "tst_statements.moc"
