@@ -1,7 +1,6 @@
 #include "masters/FrmMaster.h"
 
 #include "frame/BasCmnSubFun.h"
-#include "frame/BasSubMain.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"

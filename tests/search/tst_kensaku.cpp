@@ -1,7 +1,6 @@
 // The quick search: the statement, the three outcomes (no hit, one, several), the buttons and
 // what the screen looks like after the register closes.
 #include "customer/FrmKokyaku.h"
-#include "frame/FrmMenu.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/SpreadGrid.h"
 #include "platform/controls/xCmdBtn.h"
@@ -10,6 +9,7 @@
 #include "platform/controls/xLabel.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmKensaku.h"
+#include "shell/FrmMenu.h"
 #include "support/Harness.h"
 #include "support/ShopData.h"
 
