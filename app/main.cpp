@@ -1,5 +1,5 @@
-#include "frame/BasSubMain.h"
 #include "frame/Globals.h"
+#include "shell/BasSubMain.h"
 
 #include <QApplication>
 #include <QFont>

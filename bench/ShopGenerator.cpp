@@ -3,6 +3,7 @@
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 
 #include <QDate>
 #include <QStringList>
@@ -117,7 +118,7 @@ GeneratedShop GenerateShop(Connection& connection, qint64 customers, unsigned se
     };
     GeneratedShop shop;
     shop.regular = customers / 2;
-    connection.beginTrans();
+    Transaction transaction(connection);
     {
         BatchInsert users(connection, QStringLiteral("San_User"));
         BatchInsert sales(connection, QStringLiteral("San_Uriage"));
@@ -203,6 +204,6 @@ GeneratedShop GenerateShop(Connection& connection, qint64 customers, unsigned se
             ++shop.customers;
         }
     }
-    connection.commitTrans();
+    transaction.commit();
     return shop;
 }

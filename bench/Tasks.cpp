@@ -8,6 +8,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
 #include "platform/controls/xNum.h"
+#include "platform/db/Transaction.h"
 #include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
@@ -182,7 +183,7 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
                                     .toLongLong() +
                                 1;
             floors.push_back(timeMs([&] {
-                gCon.beginTrans();
+                Transaction transaction(gCon);
                 gCon.execute(
                     QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')")
                         .arg(next));
@@ -191,7 +192,7 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
                                                 "Uri_Date) values (%1, %2, 20261122)")
                                      .arg(next)
                                      .arg(seq));
-                gCon.commitTrans();
+                transaction.commit();
             }));
             gCon.execute(QStringLiteral("delete from San_Uriage where Uri_UserNo = %1").arg(next));
             gCon.execute(QStringLiteral("delete from San_User where User_No = %1").arg(next));

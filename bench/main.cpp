@@ -5,12 +5,13 @@
 #include "ShopGenerator.h"
 #include "Tasks.h"
 #include "data/Schema.h"
+#include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
-#include "frame/BasSubMain.h"
 #include "frame/Globals.h"
 #include "platform/ui/AppFolder.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
+#include "shell/BasSubMain.h"
 
 #include <QApplication>
 #include <QDialog>

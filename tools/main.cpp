@@ -1,8 +1,8 @@
 // mirvane-admin: the administrator's tool for the shop's database.
 #include "data/DatabaseCopy.h"
 #include "data/Schema.h"
+#include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
-#include "frame/BasSubMain.h"
 #include "platform/Failure.h"
 #include "platform/db/Connection.h"
 

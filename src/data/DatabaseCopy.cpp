@@ -4,6 +4,7 @@
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 
 namespace {
 
@@ -42,12 +43,13 @@ QStringList ShopTables() {
 }
 
 bool HasShopSchema(Connection& connection) {
+    // The probe reads in a transaction of its own, never committed: its failure on a database
+    // without the tables is rolled back with it, and the connection stays usable.
+    Transaction probe(connection);
     try {
         countOf(connection, QStringLiteral("San_User"));
         return true;
     } catch (const Failure&) {
-        if (connection.inTransaction())
-            connection.rollbackTrans();
         return false;
     }
 }
@@ -56,44 +58,38 @@ QList<CopiedTable>
 CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress) {
     QList<CopiedTable> copied;
-    to.beginTrans();
-    try {
-        for (const QString& table : ShopTables())
-            to.execute(QStringLiteral("delete from ") + table);
-        for (const QString& table : ShopTables()) {
-            const qint64 total = countOf(from, table);
-            RecordSet rows = from.execute(QStringLiteral("select * from ") + table);
-            QStringList values;
-            qint64 done = 0;
-            const auto flush = [&] {
-                if (values.isEmpty())
-                    return;
-                to.execute(QStringLiteral("insert into ") + table + QStringLiteral(" values ") +
-                           values.join(QLatin1Char(',')));
-                done += values.size();
-                values.clear();
-                if (progress)
-                    progress(table, done, total);
-            };
-            for (; !rows.eof(); rows.moveNext()) {
-                QStringList fields;
-                for (int i = 0; i < rows.fieldCount(); ++i)
-                    fields << literal(rows.field(i));
-                values << QLatin1Char('(') + fields.join(QLatin1Char(',')) + QLatin1Char(')');
-                if (values.size() == RowsPerStatement)
-                    flush();
-            }
-            flush();
-            if (progress && total == 0)
-                progress(table, 0, 0);
-            copied.append({table, done});
+    Transaction transaction(to);
+    for (const QString& table : ShopTables())
+        to.execute(QStringLiteral("delete from ") + table);
+    for (const QString& table : ShopTables()) {
+        const qint64 total = countOf(from, table);
+        RecordSet rows = from.execute(QStringLiteral("select * from ") + table);
+        QStringList values;
+        qint64 done = 0;
+        const auto flush = [&] {
+            if (values.isEmpty())
+                return;
+            to.execute(QStringLiteral("insert into ") + table + QStringLiteral(" values ") +
+                       values.join(QLatin1Char(',')));
+            done += values.size();
+            values.clear();
+            if (progress)
+                progress(table, done, total);
+        };
+        for (; !rows.eof(); rows.moveNext()) {
+            QStringList fields;
+            for (int i = 0; i < rows.fieldCount(); ++i)
+                fields << literal(rows.field(i));
+            values << QLatin1Char('(') + fields.join(QLatin1Char(',')) + QLatin1Char(')');
+            if (values.size() == RowsPerStatement)
+                flush();
         }
-        to.commitTrans();
-    } catch (...) {
-        if (to.inTransaction())
-            to.rollbackTrans();
-        throw;
+        flush();
+        if (progress && total == 0)
+            progress(table, 0, 0);
+        copied.append({table, done});
     }
+    transaction.commit();
     for (const CopiedTable& table : copied)
         if (countOf(from, table.table) != countOf(to, table.table))
             throw Failure(ErrorNumber::StatementFailed,

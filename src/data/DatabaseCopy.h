@@ -9,7 +9,8 @@ class Connection;
 // The tables a shop's database holds, in the order they are copied.
 QStringList ShopTables();
 
-// Whether the connection's database has the shop's tables yet.
+// Whether the connection's database has the shop's tables yet. Asks in a transaction of its
+// own, so not inside another one.
 bool HasShopSchema(Connection& connection);
 
 struct CopiedTable {

@@ -1,8 +1,8 @@
 #include "data/Schema.h"
 
-#include "platform/Failure.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 
 #include <QDir>
 #include <QFile>
@@ -138,21 +138,10 @@ QStringList StartingMasterStatements() {
 }
 
 void CreateSchema(Connection& connection) {
-    connection.beginTrans();
-    try {
-        for (const QString& statement : SchemaStatements() + StartingMasterStatements())
-            connection.execute(statement);
-        connection.commitTrans();
-    } catch (...) {
-        if (connection.inTransaction()) {
-            try {
-                connection.rollbackTrans();
-            } catch (const Failure&) {
-                // The first failure is the one worth reporting.
-            }
-        }
-        throw;
-    }
+    Transaction transaction(connection);
+    for (const QString& statement : SchemaStatements() + StartingMasterStatements())
+        connection.execute(statement);
+    transaction.commit();
 }
 
 void CreateDatabase(const QString& databaseFile) {

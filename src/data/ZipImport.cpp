@@ -4,6 +4,7 @@
 #include "platform/ShiftJis.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -145,31 +146,25 @@ QList<ZipRow> ParseZipDirectory(const QByteArray& bytes, ZipFileForm* formOut) {
 
 void ReplaceZipList(Connection& connection, const QList<ZipRow>& rows,
                     const std::function<void(int, int)>& progress) {
-    connection.beginTrans();
-    try {
-        connection.execute(QStringLiteral("delete from ZipList"));
-        for (int first = 0; first < rows.size(); first += RowsPerStatement) {
-            QStringList values;
-            const int last = std::min(int(rows.size()), first + RowsPerStatement);
-            for (int i = first; i < last; ++i) {
-                const ZipRow& row = rows[i];
-                values << QLatin1Char('(') + SqlNum(row.zip1) + QLatin1Char(',') +
-                              SqlNum(row.zip2) + QLatin1Char(',') + SqlQuote(row.todo) +
-                              QLatin1Char(',') + SqlQuote(row.city) + QLatin1Char(',') +
-                              SqlQuote(row.town) + QLatin1Char(')');
-            }
-            connection.execute(
-                QStringLiteral("insert into ZipList (ZIP1,ZIP2,TODO,CITY,TOWN) values ") +
-                values.join(QLatin1Char(',')));
-            if (progress)
-                progress(last, int(rows.size()));
+    Transaction transaction(connection);
+    connection.execute(QStringLiteral("delete from ZipList"));
+    for (int first = 0; first < rows.size(); first += RowsPerStatement) {
+        QStringList values;
+        const int last = std::min(int(rows.size()), first + RowsPerStatement);
+        for (int i = first; i < last; ++i) {
+            const ZipRow& row = rows[i];
+            values << QLatin1Char('(') + SqlNum(row.zip1) + QLatin1Char(',') + SqlNum(row.zip2) +
+                          QLatin1Char(',') + SqlQuote(row.todo) + QLatin1Char(',') +
+                          SqlQuote(row.city) + QLatin1Char(',') + SqlQuote(row.town) +
+                          QLatin1Char(')');
         }
-        connection.commitTrans();
-    } catch (...) {
-        if (connection.inTransaction())
-            connection.rollbackTrans();
-        throw;
+        connection.execute(
+            QStringLiteral("insert into ZipList (ZIP1,ZIP2,TODO,CITY,TOWN) values ") +
+            values.join(QLatin1Char(',')));
+        if (progress)
+            progress(last, int(rows.size()));
     }
+    transaction.commit();
 }
 
 int ImportZipFile(Connection& connection, const QString& path,

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+// The product's name, the title of the boxes that come before any screen.
+inline const QString AppTitle = QStringLiteral("Mirvane");
+
 // Shows a catalogue message (code followed by text) with the icon, buttons and title its
 // kind calls for, and gives the button pressed: Answer::OK, Answer::Yes or Answer::No;
 // 0 for an empty message.

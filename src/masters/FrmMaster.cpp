@@ -2,7 +2,6 @@
 
 #include "data/MasterStore.h"
 #include "frame/BasCmnSubFun.h"
-#include "frame/BasSubMain.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"

@@ -3,7 +3,7 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "frame/BasSubMain.h"
+#include "data/ShopDatabase.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/Failure.h"

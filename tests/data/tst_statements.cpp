@@ -32,10 +32,9 @@ QStringList prescriptionValues() {
     QStringList values;
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
-            values << (i == 5 || i == 7 ? (eye == 1 && i == 5 ? QStringLiteral("'IN'")
-                                                               : QStringLiteral("''"))
-                                        : (eye == 0 && i == 0 ? QStringLiteral("-2.5")
-                                                              : QStringLiteral("0")));
+            values << (i == 5 || i == 7
+                           ? (eye == 1 && i == 5 ? QStringLiteral("'IN'") : QStringLiteral("''"))
+                           : (eye == 0 && i == 0 ? QStringLiteral("-2.5") : QStringLiteral("0")));
     return values;
 }
 
@@ -49,14 +48,15 @@ private slots:
         QCOMPARE(PurchaseStore::InsertSql(7, sample()),
                  QStringLiteral("insert into San_Uriage Values(7,4,20240305,'003','001','',"
                                 "'O''FRAME\tX',20000,'','','002','',8000,28000,") +
-                     prescriptionValues().join(QLatin1Char(',')) + QStringLiteral(",'','メモ','' )"));
+                     prescriptionValues().join(QLatin1Char(',')) +
+                     QStringLiteral(",'','メモ','' )"));
         const QString update = PurchaseStore::UpdateSql(7, sample());
         QVERIFY(update.startsWith(QStringLiteral(
             "update San_Uriage set Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
             "Uri_Fm_MekaNo = '', Uri_Fm_Name = 'O''FRAME\tX', Uri_Fm_Kinga = 20000,")));
         QVERIFY(update.contains(QStringLiteral(", Uri_R_Sph = -2.5, Uri_R_Cyl = 0,")));
-        QVERIFY(update.endsWith(
-            QStringLiteral(", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4")));
+        QVERIFY(update.endsWith(QStringLiteral(
+            ", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4")));
         QCOMPARE(PurchaseStore::DeleteSql(7, 4),
                  QStringLiteral("delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"));
         // The history writes its own shape: texts as typed, each value right then left.
@@ -94,11 +94,20 @@ private slots:
     // The list writes only the columns changed in the list, and the day of the change.
     void theListWritesOnlyWhatWasChangedThere() {
         ListRow row;
-        row.read = {5, QStringLiteral("青木"), QStringLiteral("あおき"), {}, QStringLiteral(" 札幌 "),
-                    {}, QStringLiteral("011"), 0, 0, 0};
+        row.read = {5,
+                    QStringLiteral("青木"),
+                    QStringLiteral("あおき"),
+                    {},
+                    QStringLiteral(" 札幌 "),
+                    {},
+                    QStringLiteral("011"),
+                    0,
+                    0,
+                    0};
         row.now = row.read;
-        QCOMPARE(CustomerStore::ListedUpdateSql(row, Today),
-                 QStringLiteral("update San_user set user_entry2 = '2026/11/22' where user_No = 5"));
+        QCOMPARE(
+            CustomerStore::ListedUpdateSql(row, Today),
+            QStringLiteral("update San_user set user_entry2 = '2026/11/22' where user_No = 5"));
         row.now.jusyo2 = QStringLiteral(" 2階 ");
         row.now.jusyo1 = QStringLiteral(" 札幌市 ");
         row.now.kazok = 3;

@@ -1,7 +1,7 @@
 // Importing Japan Post's directory: both forms, split rows, notes, and a failed import that
 // leaves the old content whole.
+#include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
-#include "frame/BasSubMain.h"
 #include "frame/Globals.h"
 #include "platform/Failure.h"
 #include "support/Harness.h"

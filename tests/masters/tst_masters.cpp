@@ -1,6 +1,5 @@
 // The master screens: rows added, renamed and deleted; the number field's checks; duplicate
 // numbers refused with the table unchanged.
-#include "frame/FrmMenu.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "masters/FrmMaster.h"
@@ -8,6 +7,7 @@
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
 #include "platform/ui/ShowModal.h"
+#include "shell/FrmMenu.h"
 #include "support/Harness.h"
 
 #include <QLabel>

@@ -3,7 +3,6 @@
 #include "customer/CustomerList.h"
 #include "customer/FrmKokyaku.h"
 #include "data/CustomerStore.h"
-#include "frame/FrmMenu.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
@@ -11,6 +10,7 @@
 #include "platform/controls/xLabel.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmKensaku.h"
+#include "shell/FrmMenu.h"
 #include "support/Harness.h"
 #include "support/ShopData.h"
 

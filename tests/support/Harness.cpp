@@ -1,7 +1,7 @@
 #include "support/Harness.h"
 
 #include "data/Schema.h"
-#include "frame/BasSubMain.h"
+#include "data/ShopDatabase.h"
 #include "frame/Globals.h"
 #include "platform/report/Report.h"
 #include "platform/ui/AppFolder.h"

@@ -21,6 +21,7 @@
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
+#include "platform/db/Transaction.h"
 #include "platform/report/Report.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/Screen.h"
@@ -215,7 +216,7 @@ void seedManyCustomers() {
     const QStringList givenKana = {QStringLiteral("いちろう"), QStringLiteral("はなこ"),
                                    QStringLiteral("けん"), QStringLiteral("みさき"),
                                    QStringLiteral("だいすけ")};
-    gCon.beginTrans();
+    Transaction transaction(gCon);
     for (int no = 10; no < 310; ++no) {
         const int f = no % family.size();
         const int g = (no / 7) % given.size();
@@ -242,7 +243,7 @@ void seedManyCustomers() {
                 .arg(20150101 + (no % 11) * 10000 + (no % 12) * 100 + no % 28)
                 .arg(10000 + (no * 3779) % 90000));
     }
-    gCon.commitTrans();
+    transaction.commit();
 }
 
 int showList(const QString& folder) {

@@ -1,6 +1,5 @@
 #include "platform/db/Transaction.h"
 
-#include "platform/Failure.h"
 #include "platform/db/Connection.h"
 
 Transaction::Transaction(Connection& connection) : connection_(connection) {
@@ -8,16 +7,17 @@ Transaction::Transaction(Connection& connection) : connection_(connection) {
 }
 
 Transaction::~Transaction() {
-    if (!open_ || !connection_.inTransaction())
+    if (committed_ || !connection_.inTransaction())
         return;
     try {
         connection_.rollbackTrans();
-    } catch (const Failure&) {
-        // The connection is gone; the failure on the way out says why.
+    } catch (...) {
+        // The server or the file is gone; nothing of the transaction is left to undo.
     }
 }
 
 void Transaction::commit() {
+    // A commit that fails leaves the transaction to the destructor's rollback.
     connection_.commitTrans();
-    open_ = false;
+    committed_ = true;
 }

@@ -2,8 +2,10 @@
 
 class Connection;
 
-// One transaction on a connection, begun by the constructor. commit() makes the writes stay;
-// leaving the scope without it (an exception on the way out, say) rolls them back.
+// One transaction on a connection for the length of a scope: begun by the constructor, made to
+// stand by commit(). Leaving the scope without commit() (an exception, an early return) rolls
+// it back. The rollback is quiet: the failure that left the scope is the one worth reporting,
+// and a connection that is gone already takes its transaction with it.
 class Transaction {
 public:
     explicit Transaction(Connection& connection);
@@ -15,5 +17,5 @@ public:
 
 private:
     Connection& connection_;
-    bool open_ = true;
+    bool committed_ = false;
 };

@@ -1,11 +1,12 @@
 // Start-up, sign-on and the main menu, driven as a person would through the two scripts.
-#include "frame/BasSubMain.h"
-#include "frame/FrmMenu.h"
-#include "frame/FrmPsw.h"
+#include "data/ShopDatabase.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
 #include "platform/ui/SingleInstance.h"
+#include "shell/BasSubMain.h"
+#include "shell/FrmMenu.h"
+#include "shell/FrmPsw.h"
 #include "support/Harness.h"
 
 #include <QFile>

@@ -4,10 +4,6 @@
 
 class Connection;
 
-// Start-up: refuses a second copy, opens the database and shows the sign-on screen.
-// Returns the process's exit code when the sign-on screen has gone.
-int Main();
-
 // In the program folder: the database file, or (for a shop with several terminals) the file
 // that holds the PostgreSQL server's connection string. With the server file there, the program
 // uses the server.
@@ -20,6 +16,3 @@ QString OpenDatabaseIn(Connection& connection, const QString& folder);
 
 // Opens gCon for this program folder and sets gDbPath.
 void OpenDatabase();
-
-// The product's name, the title of the boxes that come before any screen.
-inline const QString AppTitle = QStringLiteral("Mirvane");

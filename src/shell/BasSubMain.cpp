@@ -1,16 +1,13 @@
-#include "frame/BasSubMain.h"
+#include "shell/BasSubMain.h"
 
-#include "frame/FrmPsw.h"
-#include "frame/Globals.h"
+#include "data/ShopDatabase.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "platform/Failure.h"
-#include "platform/ui/AppFolder.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/SingleInstance.h"
-
-#include <QFile>
+#include "shell/FrmPsw.h"
 
 namespace {
 
@@ -24,24 +21,6 @@ void reportStartFailure(const Failure& failure) {
 }
 
 } // namespace
-
-QString OpenDatabaseIn(Connection& connection, const QString& folder) {
-    QFile server(folder + QLatin1Char('/') + ServerConnectionFile);
-    if (!server.exists()) {
-        const QString file = folder + QLatin1Char('/') + DatabaseFile;
-        connection.open(file);
-        return file;
-    }
-    if (!server.open(QIODevice::ReadOnly))
-        throw Failure(ErrorNumber::DatabaseFailed,
-                      QStringLiteral("接続ファイルを読めません: ") + server.fileName());
-    connection.openServer(QString::fromUtf8(server.readLine()).trimmed());
-    return server.fileName();
-}
-
-void OpenDatabase() {
-    gDbPath = OpenDatabaseIn(gCon, AppFolder());
-}
 
 int Main() {
     SingleInstance instance;

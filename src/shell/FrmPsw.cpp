@@ -1,10 +1,10 @@
-#include "frame/FrmPsw.h"
+#include "shell/FrmPsw.h"
 
-#include "frame/FrmMenu.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "platform/controls/xPass.h"
 #include "platform/ui/ShowModal.h"
+#include "shell/FrmMenu.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

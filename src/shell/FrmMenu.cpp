@@ -1,4 +1,4 @@
-#include "frame/FrmMenu.h"
+#include "shell/FrmMenu.h"
 
 #include "masters/FrmMaster.h"
 #include "platform/ui/ShowModal.h"
