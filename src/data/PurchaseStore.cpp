@@ -52,9 +52,9 @@ QString prescriptionValue(const Purchase& p, int eye, int index) {
                                      : SqlReal(p.eyes[eye].numbers[index]);
 }
 
-// The code of a master list as the history writes it: quoted, never empty of its quotes.
+// The code of a master list as the history writes it: quoted as it is, not trimmed.
 QString code(const QString& value) {
-    return QLatin1Char('\'') + value + QLatin1Char('\'');
+    return SqlQuote(value);
 }
 
 } // namespace
