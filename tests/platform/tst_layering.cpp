@@ -67,22 +67,11 @@ private slots:
             QTest::newRow(name) << QString::fromUtf8(file) << QString::fromUtf8(text) << count;
         };
         row("frame opens the menu", "frame/Log.cpp", "#include \"shell/FrmMenu.h\"", 1);
-        row("a store uses a screen", "data/Lookups.cpp",
-            "#include \"platform/db/Connection.h\"\n  #  include \"customer/FrmKokyaku.h\"", 1);
-        row("platform shows a message", "platform/ui/MsgBox.cpp", "#include \"frame/Messages.h\"",
-            1);
-        row("a screen goes back to the menu", "search/FrmKensaku.cpp",
-            "#include \"shell/FrmMenu.h\"", 1);
-        row("an unknown folder is used", "data/Schema.cpp", "#include \"gadgets/Widget.h\"", 1);
-        row("a folder outside the order", "gadgets/Widget.cpp", "", 1);
         row("Qt Sql outside platform/db", "data/Lookups.cpp",
             "#include <QSqlQuery>\n#include <QtSql/QSqlError>", 2);
         row("screens open screens", "search/FrmKensaku.cpp",
             "#include \"customer/FrmKokyaku.h\"\n#include \"data/Lookups.h\"\n#include \"FrmX.h\"",
             0);
-        row("platform folders use each other", "platform/ui/Screen.cpp",
-            "#include \"platform/controls/xCmdBtn.h\"", 0);
-        row("Qt Sql in platform/db", "platform/db/Connection.cpp", "#include <QSqlDatabase>", 0);
         row("the shell opens the screens", "shell/FrmMenu.cpp",
             "#include \"masters/FrmMaster.h\"\n#include \"frame/Globals.h\"", 0);
     }
