@@ -90,31 +90,6 @@ private slots:
                                 "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
                                 "User_No = 12"));
     }
-
-    // The list writes only the columns changed in the list, and the day of the change.
-    void theListWritesOnlyWhatWasChangedThere() {
-        ListRow row;
-        row.read = {5,
-                    QStringLiteral("青木"),
-                    QStringLiteral("あおき"),
-                    {},
-                    QStringLiteral(" 札幌 "),
-                    {},
-                    QStringLiteral("011"),
-                    0,
-                    0,
-                    0};
-        row.now = row.read;
-        QCOMPARE(
-            CustomerStore::ListedUpdateSql(row, Today),
-            QStringLiteral("update San_user set user_entry2 = '2026/11/22' where user_No = 5"));
-        row.now.jusyo2 = QStringLiteral(" 2階 ");
-        row.now.jusyo1 = QStringLiteral(" 札幌市 ");
-        row.now.kazok = 3;
-        QCOMPARE(CustomerStore::ListedUpdateSql(row, Today),
-                 QStringLiteral("update San_user set user_Jusyo1 = ' 札幌市 ',user_Jusyo2 = '2階',"
-                                "user_kazok_f = 3,user_entry2 = '2026/11/22' where user_No = 5"));
-    }
 };
 
 QTEST_MAIN(TestStatements)
