@@ -3,12 +3,16 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/UriageEntry.h"
 #include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "platform/controls/GridView.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xNum.h"
 #include "platform/ui/ShowModal.h"
+#include "support/ShopData.h"
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 
 bool OpenRegister(Harness& harness, qint64 customerNo,
@@ -31,6 +35,11 @@ void EnterPurchase(UriageEntry& e, const QDate& date, int item, int youto, int f
     QTest::mouseClick(e.cmdOk, Qt::LeftButton);
 }
 
+void ExpectSaved(Harness& harness) {
+    harness.msgs.expect(OpeQes_001, Answer::Yes);
+    harness.msgs.expect(OpeInf_001);
+}
+
 QList<int> StoredSeqs(qint64 customerNo) {
     RecordSet rows = gCon.execute(
         QStringLiteral("select Uri_Seq from San_Uriage where Uri_UserNo = %1 order by Uri_Seq")
@@ -39,4 +48,33 @@ QList<int> StoredSeqs(qint64 customerNo) {
     for (; !rows.eof(); rows.moveNext())
         seqs << rows.field(0).toInt();
     return seqs;
+}
+
+namespace {
+QString texts(const QString& sql, const QString& columns) {
+    return RowTexts(sql, columns.split(QLatin1Char(' '))).join(QLatin1Char('|'));
+}
+} // namespace
+
+QString CustomerTexts(qint64 customerNo, const QString& columns) {
+    return texts(QStringLiteral("select * from San_User where User_No = %1").arg(customerNo),
+                 columns);
+}
+
+QString PurchaseTexts(qint64 customerNo, int seq, const QString& columns) {
+    return texts(QStringLiteral("select * from San_Uriage where Uri_UserNo = %1 and Uri_Seq = %2")
+                     .arg(customerNo)
+                     .arg(seq),
+                 columns);
+}
+
+QString ColumnTexts(const GridView& grid, int column) {
+    QStringList cells;
+    for (int row = 0; row < grid.rowCount(); ++row)
+        cells << grid.gridModel()->index(row, column - 1).data().toString();
+    return cells.join(QLatin1Char('|'));
+}
+
+QPoint RowCentre(const GridView& grid, int row) {
+    return grid.view()->visualRect(grid.gridModel()->index(row - 1, 1)).center();
 }

@@ -4,9 +4,11 @@
 
 #include <QDate>
 #include <QList>
+#include <QPoint>
 #include <functional>
 
 class FrmKokyaku;
+class GridView;
 class UriageEntry;
 
 // Roads through the screens that many tests walk.
@@ -21,5 +23,18 @@ bool OpenRegister(Harness& harness, qint64 customerNo,
 void EnterPurchase(UriageEntry& entry, const QDate& date, int item, int youto, int frame = 0,
                    int lens = 0);
 
+// The register's save with lines waiting: the question answered Yes, then the saved box.
+void ExpectSaved(Harness& harness);
+
 // The purchase numbers stored for a customer, in order.
 QList<int> StoredSeqs(qint64 customerNo);
+
+// The columns named (with spaces between) of a customer's row, or of one of his purchases, as
+// their texts joined by '|' ("<null>" for NULL); empty text when there is no such row.
+QString CustomerTexts(qint64 customerNo, const QString& columns);
+QString PurchaseTexts(qint64 customerNo, int seq, const QString& columns);
+
+// A column of a grid (counted from 1), top to bottom, its cells' texts joined by '|'.
+QString ColumnTexts(const GridView& grid, int column);
+// The middle of a row of a grid (counted from 1), where the mouse is put on it.
+QPoint RowCentre(const GridView& grid, int row);
