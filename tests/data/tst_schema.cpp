@@ -1,57 +1,97 @@
 // The database a new shop starts with: tables in their fixed column order, the view, the
-// starting masters, and the admin tool that makes it; and the master names and addresses looked
-// up in it from their codes.
+// starting masters, and the admin tool that makes it; the master names and addresses looked up
+// in it from their codes; and importing Japan Post's directory: both forms, split rows, notes,
+// and a failed import that leaves the old content whole.
 #include "data/Lookups.h"
 #include "data/Schema.h"
+#include "data/ShopDatabase.h"
+#include "data/ZipImport.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "platform/Failure.h"
 #include "support/Harness.h"
+#include "support/ShopData.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QtTest>
+#include <iconv.h>
 
 namespace {
 
-QStringList numbersOf(const QString& table, const QString& column) {
-    RecordSet rows =
-        gCon.execute(QStringLiteral("select %1 from %2 order by %1").arg(column, table));
-    QStringList numbers;
-    for (; !rows.eof(); rows.moveNext())
-        numbers << rows.field(0).toString();
-    return numbers;
+QByteArray toShiftJis(const QString& text) {
+    QByteArray utf8 = text.toUtf8(), out(utf8.size() * 2, '\0');
+    char *in = utf8.data(), *to = out.data();
+    size_t inLeft = size_t(utf8.size()), outLeft = size_t(out.size());
+    iconv_t converter = iconv_open("CP932", "UTF-8");
+    iconv(converter, &in, &inLeft, &to, &outLeft);
+    iconv_close(converter);
+    out.resize(out.size() - qsizetype(outLeft));
+    return out;
 }
 
-// A purchase with every column given by position, as the stores write one.
-void insertPurchase(int user, int seq, int ymd, int total) {
-    const QString eye = QStringLiteral("0,0,0,0,0,'',0,'',0,0,0,0,0");
-    gCon.execute(QStringLiteral("insert into San_Uriage Values(%1,%2,%3,'001','001','','',0,'','',"
-                                "'','',0,%4,%5,%5,'','','')")
-                     .arg(QString::number(user), QString::number(seq), QString::number(ymd),
-                          QString::number(total), eye));
+// One KEN_ALL row: the code and the three kanji columns; the rest as Japan Post fills it.
+QString kenAll(const char* zip, const char* todo, const char* city, const char* town) {
+    return QStringLiteral(
+               "01101,\"060  "
+               "\",\"%1\",\"ﾎｯｶｲﾄﾞｳ\",\"ｻｯﾎﾟﾛｼ\",\"ｶﾅ\",\"%2\",\"%3\",\"%4\",0,0,1,0,0,0\r\n")
+        .arg(QString::fromUtf8(zip), QString::fromUtf8(todo), QString::fromUtf8(city),
+             QString::fromUtf8(town));
 }
 
-QProcess* runAdmin(const QStringList& arguments) {
-    auto* process = new QProcess;
-    process->start(QStringLiteral(MIRVANE_ADMIN_PROGRAM), arguments);
-    process->waitForFinished(30000);
-    return process;
+// Every row a query gives, its columns as text joined by blanks.
+QStringList rowsOf(const QString& sql) {
+    QStringList all;
+    for (RecordSet rows = gCon.execute(sql); !rows.eof(); rows.moveNext()) {
+        QStringList columns;
+        for (int i = 0; i < rows.fieldCount(); ++i)
+            columns << rows.field(i).toString();
+        all << columns.join(u' ');
+    }
+    return all;
 }
 
-QByteArray readFile(const QString& path) {
+QStringList zipList() {
+    return rowsOf(QStringLiteral("select * from ZipList order by ZIP1, ZIP2, TOWN"));
+}
+
+QString writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    file.open(QIODevice::WriteOnly);
+    file.write(bytes);
+    return path;
 }
 
-const QString FailureFirstLine =
-    QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r");
+// The admin tool's exit code, and what it printed and reported.
+struct AdminRun {
+    int exitCode;
+    QString out, err;
+};
+
+AdminRun runAdmin(const QStringList& arguments) {
+    QProcess tool;
+    tool.start(QStringLiteral(MIRVANE_ADMIN_PROGRAM), arguments);
+    tool.waitForFinished(60000);
+    return {tool.exitCode(), QString::fromUtf8(tool.readAllStandardOutput()),
+            QString::fromUtf8(tool.readAllStandardError())};
+}
 
 } // namespace
 
 class TestSchema : public QObject {
     Q_OBJECT
     Harness harness;
+
+    QString kenAllFile() {
+        const QString text =
+            kenAll("0600042", "北海道", "札幌市中央区", "大通西（１～") +
+            kenAll("0600042", "北海道", "札幌市中央区", "１９丁目）") +
+            kenAll("0600000", "北海道", "札幌市中央区", "以下に掲載がない場合") +
+            kenAll("1000301", "東京都", "利島村", "利島村一円") +
+            kenAll("5220317", "滋賀県", "犬上郡多賀町", "一円") +
+            kenAll("4520961", "愛知県", "清須市", "春日") +
+            kenAll("4520961", "愛知県", "清須市", "清洲") +
+            kenAll("4506201", "愛知県", "名古屋市中村区", "名駅ミッドランドスクエア（高層棟）１階");
+        return writeFile(harness.path(QStringLiteral("KEN_ALL.CSV")), toShiftJis(text));
+    }
 
 private slots:
     void init() { HARNESS_INIT(harness); }
@@ -60,60 +100,50 @@ private slots:
     void theViewHasOneRowPerCustomerWithTotalAndLastDate() {
         for (int user = 1; user <= 3; ++user)
             gCon.execute(QStringLiteral("insert into San_User (User_No) values (%1)").arg(user));
-        insertPurchase(1, 1, 20240310, 10000);
-        insertPurchase(1, 2, 20261101, 25500);
-        insertPurchase(1, 3, 20250701, 4500);
-        insertPurchase(3, 1, 20200202, 9800);
+        InsertPurchase({.seq = 1, .ymd = 20240310, .total = 10000});
+        InsertPurchase({.seq = 2, .ymd = 20261101, .total = 25500});
+        InsertPurchase({.seq = 3, .ymd = 20250701, .total = 4500});
+        InsertPurchase({.user = 3, .ymd = 20200202, .total = 9800});
 
-        RecordSet rows = gCon.execute(QStringLiteral(
-            "select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
-            "order by u.User_No"));
-        const QList<QList<qlonglong>> expected{
-            {1, 40000, 20261101}, {2, 0, 0}, {3, 9800, 20200202}};
-        for (const QList<qlonglong>& customer : expected) {
-            QVERIFY(!rows.eof());
-            QCOMPARE(rows.field(0).toLongLong(), customer[0]);
-            QCOMPARE(rows.field(1).toLongLong(), customer[1]);
-            QCOMPARE(rows.field(3).toLongLong(), customer[2]);
-            rows.moveNext();
-        }
-        QVERIFY(rows.eof());
+        // Each customer's number, total and last date.
+        QList<QList<qlonglong>> seen;
+        for (RecordSet rows = gCon.execute(QStringLiteral(
+                 "select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
+                 "order by u.User_No"));
+             !rows.eof(); rows.moveNext())
+            seen << QList<qlonglong>{rows.field(0).toLongLong(), rows.field(1).toLongLong(),
+                                     rows.field(3).toLongLong()};
+        QCOMPARE(seen,
+                 (QList<QList<qlonglong>>{{1, 40000, 20261101}, {2, 0, 0}, {3, 9800, 20200202}}));
     }
 
-    void startingMastersAreNumberedWithoutGapsAndNamedFromTheirOwnTable() {
-        const QList<std::pair<QString, QString>> masters{
-            {QStringLiteral("San_Item"), QStringLiteral("Item_No")},
-            {QStringLiteral("San_Youto"), QStringLiteral("Youto_No")},
-            {QStringLiteral("San_Meka"), QStringLiteral("Meka_No")}};
-        for (const auto& [table, column] : masters) {
-            const QStringList numbers = numbersOf(table, column);
-            QVERIFY2(numbers.size() >= 3, qPrintable(table));
+    void startingMastersAndAddressesAreLookedUpFromTheirCodes() {
+        for (const char* master : {"Item", "Youto", "Meka"}) {
+            const QStringList numbers =
+                rowsOf(QStringLiteral("select %1_No from San_%1 order by %1_No")
+                           .arg(QLatin1String(master)));
+            QVERIFY2(numbers.size() >= 3, master);
             for (int i = 0; i < numbers.size(); ++i)
                 QCOMPARE(numbers[i], QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0')));
         }
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
-        QCOMPARE(QueryCount(QStringLiteral("select * from ZipList")), 0);
+        // The other tests' exact counts show San_User and ZipList start empty.
 
         QCOMPARE(CmnGetMaster(0, QStringLiteral("001")), QStringLiteral("メガネ"));
         QCOMPARE(CmnGetMaster(1, QStringLiteral("001")), QStringLiteral("遠用"));
         QCOMPARE(CmnGetMaster(2, QStringLiteral("001")), QStringLiteral("HOYA"));
         QCOMPARE(CmnGetMaster(2, QStringLiteral("999")), QString());
         QCOMPARE(CmnGetMaster(2, QStringLiteral("0'1")), QString());
-    }
 
-    void aNullNameOrABadKindIsReportedAndGivesEmptyText() {
-        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("Null の使い方が不正です。"),
-                               QStringLiteral(" VB ERROR No.94"));
+        // A null name or a bad kind is reported and gives empty text.
+        harness.msgs.expectFailure(QStringLiteral("Null の使い方が不正です。"), 94);
         gCon.execute(QStringLiteral("insert into San_Meka values('060', NULL)"));
         QCOMPARE(CmnGetMaster(2, QStringLiteral("060")), QString());
-        QVERIFY(QString::fromUtf8(readFile(LogFilePath()))
+        QVERIFY(QString::fromUtf8(ReadFile(LogFilePath()))
                     .contains(QStringLiteral("\"BasCmnSubFun\",\"CmnGetMaster\",\"ｴﾗ-No.(94)\"")));
-        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("実行する SQL 文がありません。"),
-                               QStringLiteral(" VB ERROR No.-2147217900"));
+        harness.msgs.expectFailure(QStringLiteral("実行する SQL 文がありません。"), -2147217900);
         QCOMPARE(CmnGetMaster(3, QStringLiteral("001")), QString());
-    }
 
-    void addressesWithAndWithoutThePrefecture() {
+        // Addresses with and without the prefecture.
         for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
                                 "(60, 42, '北海道', '札幌市中央区', '大通西')",
                                 "(100, 1, '東京都', '千代田区', '千代田')",
@@ -132,45 +162,95 @@ private slots:
             QSKIP("a database file: the run on files covers it");
         gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         gCon.close();
-        const QByteArray before = readFile(harness.databaseFile());
-        try {
-            CreateDatabase(harness.databaseFile());
-            QFAIL("an existing database was overwritten");
-        } catch (const Failure& failure) {
-            QCOMPARE(failure.number(), ErrorNumber::DatabaseFailed);
-        }
-        QCOMPARE(readFile(harness.databaseFile()), before);
+        const QByteArray before = ReadFile(harness.databaseFile());
+        QCOMPARE(FailureNumber([&] { CreateDatabase(harness.databaseFile()); }),
+                 ErrorNumber::DatabaseFailed);
+        QCOMPARE(ReadFile(harness.databaseFile()), before);
 
         // The admin tool makes one in the folder given, once.
         const QString shop = harness.path(QStringLiteral("shop"));
-        std::unique_ptr<QProcess> first(runAdmin({QStringLiteral("init"), shop}));
-        QCOMPARE(first->exitCode(), 0);
-        QVERIFY(QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
+        QCOMPARE(runAdmin({QStringLiteral("init"), shop}).exitCode, 0);
         QVERIFY(QFileInfo(shop + QStringLiteral("/Log")).isDir());
 
         // The national postal directory comes with it.
-        Connection created;
-        created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
-        QVERIFY(created.execute(QStringLiteral("select count(*) from ZipList")).field(0).toInt() >
-                100000);
-        RecordSet chiyoda = created.execute(
-            QStringLiteral("select CITY, TOWN from ZipList where ZIP1 = 100 and ZIP2 = 1"));
-        QCOMPARE(chiyoda.field(0).toString() + chiyoda.field(1).toString(),
+        const QString created = shop + QStringLiteral("/DB/Mirvane.mdb");
+        gCon.open(created);
+        QVERIFY(QueryValue(QStringLiteral("select count(*) from ZipList")).toInt() > 100000);
+        QCOMPARE(QueryValue(QStringLiteral(
+                                "select CITY || TOWN from ZipList where ZIP1 = 100 and ZIP2 = 1"))
+                     .toString(),
                  QStringLiteral("千代田区千代田"));
-        chiyoda.close();
-        created.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
-        created.close();
+        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
+        gCon.close();
 
-        std::unique_ptr<QProcess> second(runAdmin({QStringLiteral("init"), shop}));
-        QCOMPARE(second->exitCode(), 1);
-        QVERIFY(QString::fromUtf8(second->readAllStandardError()).contains(QStringLiteral("既に")));
-        created.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
-        QCOMPARE(created.execute(QStringLiteral("select count(*) from San_User")).field(0).toInt(),
-                 1);
-        created.close();
+        const AdminRun second = runAdmin({QStringLiteral("init"), shop});
+        QCOMPARE(second.exitCode, 1);
+        QVERIFY(second.err.contains(QStringLiteral("既に")));
+        gCon.open(created);
+        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
 
-        std::unique_ptr<QProcess> wrong(runAdmin({QStringLiteral("destroy")}));
-        QCOMPARE(wrong->exitCode(), 2);
+        QCOMPARE(runAdmin({QStringLiteral("destroy")}).exitCode, 2);
+    }
+
+    void theDirectoryInBothFormsReplacesTheOldContentAndABrokenFileLeavesIt() {
+        const QStringList kenAllRows{
+            QStringLiteral("60 0 北海道 札幌市中央区 "),
+            QStringLiteral("60 42 北海道 札幌市中央区 大通西"),
+            QStringLiteral("100 301 東京都 利島村 利島村"),
+            QStringLiteral("450 6201 愛知県 名古屋市中村区 名駅ミッドランドスクエア１階"),
+            QStringLiteral("452 961 愛知県 清須市 春日"),
+            QStringLiteral("452 961 愛知県 清須市 清洲"),
+            QStringLiteral("522 317 滋賀県 犬上郡多賀町 一円")};
+        QCOMPARE(ImportZipFile(gCon, kenAllFile()), 7);
+        QCOMPARE(zipList(), kenAllRows);
+
+        const QString broken = harness.path(QStringLiteral("broken.csv"));
+        for (const QByteArray& bytes :
+             {QByteArray("a,b,c\r\n"),
+              kenAll("0600042", "北海道", "札幌市", "x").toUtf8() + QByteArray("1,2,3,4\r\n"),
+              kenAll("06000AB", "北海道", "札幌市", "x").toUtf8(),
+              QByteArray("\xff\xfe\x00\x01", 4), QByteArray()}) {
+            try {
+                ImportZipFile(gCon, writeFile(broken, bytes));
+                QFAIL("a broken file was imported");
+            } catch (const Failure& failure) {
+                QVERIFY(failure.description().contains(QStringLiteral("形式ではありません")));
+            }
+            QCOMPARE(zipList(), kenAllRows);
+        }
+
+        const QString utf8 = kenAll("1000001", "東京都", "千代田区", "千代田") +
+                             kenAll("1000005", "東京都", "千代田区", "丸の内（次のビルを除く）");
+        ZipFileForm form = ZipFileForm::KenAll;
+        QCOMPARE(ParseZipDirectory(utf8.toUtf8(), &form).size(), 2);
+        QCOMPARE(form, ZipFileForm::Utf8);
+        const QString utf8File = writeFile(harness.path(QStringLiteral("u.csv")), utf8.toUtf8());
+        QCOMPARE(ImportZipFile(gCon, utf8File), 2);
+        const QStringList utf8Rows{QStringLiteral("100 1 東京都 千代田区 千代田"),
+                                   QStringLiteral("100 5 東京都 千代田区 丸の内")};
+        QCOMPARE(zipList(), utf8Rows);
+
+        // A failure while writing (here a trigger breaking a unique key) rolls the replacement
+        // back too.
+        CreateBeforeInsertTrigger(QStringLiteral("refuse"), QStringLiteral("ZipList"),
+                                  QStringLiteral("insert into San_Item values('001', 'x')"));
+        QVERIFY_THROWS_EXCEPTION(Failure, ImportZipFile(gCon, kenAllFile()));
+        QCOMPARE(zipList(), utf8Rows);
+    }
+
+    void theAdminToolImportsTheDirectoryAndRefusesABrokenOne() {
+        gCon.close();
+        const AdminRun imported =
+            runAdmin({QStringLiteral("import-zip"), kenAllFile(), harness.folder()});
+        QCOMPARE(imported.exitCode, 0);
+        QVERIFY(imported.out.contains(QStringLiteral("7 件")));
+        const AdminRun refused =
+            runAdmin({QStringLiteral("import-zip"),
+                      writeFile(harness.path(QStringLiteral("x.csv")), "1,2\n"), harness.folder()});
+        QCOMPARE(refused.exitCode, 1);
+        QVERIFY(refused.err.contains(QStringLiteral("元のまま")));
+        OpenDatabase();
+        QCOMPARE(zipList().size(), 7);
     }
 };
 

@@ -1,21 +1,23 @@
 // The standard handling of a screen procedure (trace line, rollback of what it began, the
-// screen's own message or the standard box, and the error line) and the shared field helpers
-// beside it: null defaults, prescription number texts, enabling with colours and the master
-// drop-down lists.
+// screen's own message or the standard box, and the error line), catalogue messages through
+// CmnDspMsg, the daily log (the line's exact form, the file per day of the month, appending, a
+// log that cannot be written) and the shared field helpers: null defaults, prescription number
+// texts, enabling with colours and the master drop-down lists.
 #include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xPass.h"
+#include "platform/ui/Clock.h"
 #include "support/Harness.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -24,12 +26,17 @@
 namespace {
 
 QStringList logLines() {
-    QFile file(LogFilePath());
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+    QStringList lines = QString::fromUtf8(ReadFile(LogFilePath())).split(QStringLiteral("\r\n"));
     lines.removeLast();
     return lines;
+}
+
+const char TraceLine[] = "\"2026/11/22 \",\"10:15:30 \",\"メーカーマスタ保守\",\"SaveMaster\","
+                         "\"ｴﾗ-No.()\",\"マスター保存処理\"\r\n";
+
+void writeTrace() {
+    CmnWriteLog(QStringLiteral("メーカーマスタ保守"), QStringLiteral("SaveMaster"),
+                QStringLiteral("マスター保存処理"), QString());
 }
 
 void insertCustomer(int number) {
@@ -37,20 +44,9 @@ void insertCustomer(int number) {
         QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')").arg(number));
 }
 
-QColor baseColor(QWidget* widget) {
-    return widget->palette().color(QPalette::Active, QPalette::Base);
-}
-
-QStringList entries(const QComboBox& list) {
-    QStringList items;
-    for (int i = 0; i < list.count(); ++i)
-        items << list.itemText(i);
-    return items;
-}
 const QString Where = QStringLiteral("顧客登録");
 const QString Name = QStringLiteral("Save_User");
 const QString Description = QStringLiteral("顧客マスター保存処理");
-const QString FailureFirstLine = QStringLiteral("障害発生！ サポート先までご連絡お願い致します。");
 
 } // namespace
 
@@ -63,18 +59,16 @@ private slots:
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void aProcedureWritesItsTraceLineAndOnFailureRollsBackWhatItBegan() {
-        bool ran = false;
-        QVERIFY(Procedure(Where, Name, Description, [&] { ran = true; }));
-        QVERIFY(ran);
+        QVERIFY(Procedure(Where, Name, Description, [] {}));
 
-        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("\r\r在庫がありません"),
-                               QStringLiteral(" VB ERROR No.13"));
+        harness.msgs.expectFailure(QStringLiteral("在庫がありません"), 13);
         QVERIFY(!Procedure(Where, Name, Description, [] {
             gCon.beginTrans();
             insertCustomer(1);
             insertCustomer(2);
             throw Failure(13, QStringLiteral("在庫がありません"));
         }));
+        QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::Critical);
         QVERIFY(!gCon.inTransaction());
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
         const QString trace =
@@ -90,7 +84,7 @@ private slots:
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
     }
 
-    void aDuplicateKeyShowsTheScreensOwnMessageInstead() {
+    void aDuplicateKeyShowsTheScreensOwnMessageAndACallersTransactionIsLeftAlone() {
         insertCustomer(1);
         harness.msgs.expect(OpeErr_010);
         const bool ranThrough =
@@ -106,26 +100,106 @@ private slots:
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
         QCOMPARE(logLines().size(), 1); // the trace line only
 
-        // Another error, here not even a Failure, still gets the standard box.
-        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("\r\rbad"),
-                               QStringLiteral(" VB ERROR No.-2147418113"));
+        // Another error, here not even a Failure, still gets the standard box; a transaction
+        // the caller began is left to the caller.
+        gCon.beginTrans();
+        insertCustomer(5);
+        harness.msgs.expectFailure(QStringLiteral("bad"), -2147418113);
         Procedure(Where, Name, Description, [] { throw std::runtime_error("bad"); },
                   {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
-    }
-
-    void aTransactionBegunByTheCallerIsLeftToTheCaller() {
-        gCon.beginTrans();
-        insertCustomer(1);
-        harness.msgs.expectBox(FailureFirstLine + QStringLiteral("\r\rinner"),
-                               QStringLiteral(" VB ERROR No.9"));
-        Procedure(Where, QStringLiteral("Save_UriData"), Description,
-                  [] { throw Failure(9, QStringLiteral("inner")); });
         QVERIFY(gCon.inTransaction());
         gCon.commitTrans();
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
+        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 2);
     }
 
-    void nvlReplacesOnlyNullAndEmptyText() {
+    void eachKindHasItsIconButtonsAndTitle() {
+        const struct {
+            const char* msg;
+            MsgIcon icon;
+            MsgButtons buttons;
+            int press;
+        } cases[] = {
+            {"OpeInf_001保存しました", MsgIcon::Information, MsgButtons::OK, Answer::OK},
+            {"OpeErr_005誤りです", MsgIcon::Exclamation, MsgButtons::OK, Answer::OK},
+            {"SysErr_002起動済み", MsgIcon::Critical, MsgButtons::OK, Answer::OK},
+            {"OpeQes_009よろしいですか", MsgIcon::Question, MsgButtons::YesNo, Answer::Yes},
+            {"OpeQes_002削除しますか", MsgIcon::Question, MsgButtons::YesNo, Answer::No}};
+        for (const auto& c : cases) {
+            harness.msgs.expect(QString::fromUtf8(c.msg), c.press); // text and title
+            QCOMPARE(CmnDspMsg(QString::fromUtf8(c.msg)), c.press);
+            QCOMPARE(harness.msgs.shown().last().icon, c.icon);
+            QCOMPARE(harness.msgs.shown().last().buttons, c.buttons);
+        }
+        // No message gives 0; an unknown kind (compared exactly) is a development error.
+        harness.msgs.expectBox(QStringLiteral("メッセージコードが未設定です。"),
+                               QStringLiteral("注意"));
+        QCOMPARE(CmnDspMsg(QString()), 0);
+        harness.msgs.expectBox(QStringLiteral("指定のメッセージが存在しません。"),
+                               QStringLiteral("開発エラー"));
+        CmnDspMsg(QStringLiteral("Opeerr_001未入力です。"));
+        QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::Critical);
+
+        // The text is trimmed and cut at fifty characters.
+        harness.msgs.expectBox(QString(50, QChar(0x3042)), QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.123"));
+        CmnDspMsg(QStringLiteral("OpeErr_123") + QString(60, QChar(0x3042)));
+        harness.msgs.expectBox(QStringLiteral("前後の空白"), QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.999"));
+        CmnDspMsg(QStringLiteral("OpeInf_999  前後の空白  "));
+    }
+
+    void logLinesHaveSixQuotedFieldsInAFilePerDayOfTheMonth() {
+        writeTrace();
+        CmnWriteLog(QStringLiteral("BasCmnSubFun"), QStringLiteral("CmnGetMaster"),
+                    QStringLiteral("no such table: \"San_Meka\""), QStringLiteral("-2147217900"));
+        QCOMPARE(LogFilePath(), harness.path(QStringLiteral("Log/22day.log")));
+        QCOMPARE(ReadFile(LogFilePath()),
+                 QByteArray(TraceLine) +
+                     QByteArray("\"2026/11/22 \",\"10:15:30 \",\"BasCmnSubFun\",\"CmnGetMaster\","
+                                "\"ｴﾗ-No.(-2147217900)\",\"no such table: \"San_Meka\"\"\r\n"));
+
+        // Each day's file collects that day of every month; a missing folder is created.
+        QVERIFY(QDir(harness.path(QStringLiteral("Log"))).removeRecursively());
+        for (const QDateTime& at : {QDateTime(QDate(2026, 12, 1), QTime(8, 5, 9)),
+                                    QDateTime(QDate(2027, 1, 1), QTime(23, 59, 59)),
+                                    QDateTime(QDate(2027, 1, 2), QTime(0, 0, 0))}) {
+            FixClock(at);
+            writeTrace();
+        }
+        const QList<QByteArray> lines =
+            ReadFile(harness.path(QStringLiteral("Log/01day.log"))).split('\n');
+        QCOMPARE(lines.size(), 3); // two lines and the empty rest after the last break
+        QVERIFY(lines[0].startsWith("\"2026/12/01 \",\"08:05:09 \""));
+        QVERIFY(lines[1].startsWith("\"2027/01/01 \",\"23:59:59 \""));
+        QVERIFY(ReadFile(harness.path(QStringLiteral("Log/02day.log")))
+                    .startsWith("\"2027/01/02 \",\"00:00:00 \""));
+    }
+
+    void aLogThatCannotBeWrittenIsReportedOnceUntilItWorksAgain() {
+        // A file where the folder should be: nothing can be written below it.
+        QFile blocker(harness.path(QStringLiteral("Log")));
+        const auto block = [&] {
+            QVERIFY(QDir(blocker.fileName()).removeRecursively());
+            QVERIFY(blocker.open(QIODevice::WriteOnly));
+            blocker.close();
+            harness.msgs.expectFailure(QStringLiteral("ログファイルに書き込めません: ") +
+                                           harness.path(QStringLiteral("Log/22day.log")),
+                                       75);
+        };
+        block();
+        writeTrace();
+        writeTrace();
+        QCOMPARE(harness.msgs.shown().size(), 1);
+
+        QVERIFY(blocker.remove());
+        writeTrace();
+        QCOMPARE(ReadFile(LogFilePath()), QByteArray(TraceLine));
+
+        block();
+        writeTrace();
+        QCOMPARE(harness.msgs.shown().size(), 2);
+        QVERIFY(blocker.remove());
+    }
+
+    void nullDefaultsAndPrescriptionNumberTexts() {
         gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         const QVariant nullRead = QueryValue(QStringLiteral("select User_Name from San_User"));
         for (const QVariant& empty : {QVariant(), QVariant(QString()), nullRead})
@@ -133,23 +207,20 @@ private slots:
         for (const QVariant& kept :
              {QVariant(QStringLiteral("0.25")), QVariant(QStringLiteral(" ")), QVariant(0.0)})
             QCOMPARE(CmnNvl(kept, 7), kept);
-    }
 
-    void prescriptionNumbersShowSignsDecimalsAndRoundHalfAway() {
         // 1.005 is held as 1.00499999...; a written half still goes up.
         const struct {
             double value;
             const char *kind, *text;
         } numbers[] = {{0, "+", ""},         {0, "2", ""},           {1.25, "+", "+1.25"},
-                       {-0.5, "+", "-0.50"}, {0.5, "2", "0.50"},     {3, "2", "3.00"},
-                       {1.25, "1", "1.3"},   {-1.25, "1", "-1.3"},   {64.25, "1", "64.3"},
+                       {-0.5, "+", "-0.50"}, {0.5, "2", "0.50"},     {-1.25, "1", "-1.3"},
                        {1.005, "2", "1.01"}, {-2.675, "+", "-2.68"}, {0.004, "+", "+0.00"},
                        {12.5, "x", "12.50"}};
         for (const auto& n : numbers)
             QCOMPARE(CmnFmtNum(n.value, QString::fromLatin1(n.kind)), QString::fromLatin1(n.text));
     }
 
-    void enablingColoursInputAreasByControlClass() {
+    void enablingColoursInputAreasAndMasterListsHoldCodeAndNameInOrder() {
         QWidget screen;
         const QList<QWidget*> inputs{new xNum(&screen), new xDate(&screen), new QLineEdit(&screen),
                                      new QComboBox(&screen)};
@@ -157,34 +228,30 @@ private slots:
                                      new QRadioButton(&screen), new QGroupBox(&screen)};
         // A password field and a label are left as they are.
         const QList<QWidget*> untouched{new xPass(&screen), new QLabel(&screen)};
-        for (QWidget* control : inputs + others + untouched)
+        for (QWidget* control : inputs + others + untouched) {
             CmnCtlEnabled(control, false);
-        for (QWidget* control : inputs) {
-            QVERIFY(!control->isEnabled());
-            QCOMPARE(baseColor(control), QColor(0xC0, 0xC0, 0xC0));
+            QCOMPARE(control->isEnabled(), untouched.contains(control));
         }
-        for (QWidget* control : others)
-            QVERIFY(!control->isEnabled());
-        for (QWidget* control : untouched)
-            QVERIFY(control->isEnabled());
+        for (QWidget* control : inputs)
+            QCOMPARE(control->palette().color(QPalette::Active, QPalette::Base),
+                     QColor(0xC0, 0xC0, 0xC0));
         for (QWidget* control : {inputs[0], inputs[3]}) {
             CmnCtlEnabled(control, true);
             QVERIFY(control->isEnabled());
-            QCOMPARE(baseColor(control), QColor(0xFF, 0xFF, 0xFF));
+            QCOMPARE(control->palette().color(QPalette::Active, QPalette::Base),
+                     QColor(0xFF, 0xFF, 0xFF));
         }
-    }
 
-    void masterListsHoldCodeAndNameInCodeOrderOrNothing() {
+        // Master lists hold code and name in code order, or nothing.
         gCon.execute(QStringLiteral("delete from San_Meka"));
-        gCon.execute(QStringLiteral("insert into San_Meka values('010','ツァイス')"));
-        gCon.execute(QStringLiteral("insert into San_Meka values('002','O''Neil')"));
-        gCon.execute(QStringLiteral("insert into San_Meka values('001','HOYA')"));
+        for (const char* row : {"('010','ツァイス')", "('002','O''Neil')", "('001','HOYA')"})
+            gCon.execute(QStringLiteral("insert into San_Meka values") + QString::fromUtf8(row));
         QComboBox list;
         list.addItem(QStringLiteral("古い項目"));
         CmnSetMstCombo(&list, QStringLiteral("meka"));
-        QCOMPARE(entries(list),
-                 (QStringList{QStringLiteral("001:HOYA"), QStringLiteral("002:O'Neil"),
-                              QStringLiteral("010:ツァイス")}));
+        QCOMPARE(list.count(), 3);
+        QCOMPARE(list.itemText(0) + list.itemText(1) + list.itemText(2),
+                 QStringLiteral("001:HOYA002:O'Neil010:ツァイス"));
 
         CmnSetMstCombo(&list, QStringLiteral("Item"));
         QCOMPARE(list.itemText(0), QStringLiteral("001:メガネ"));
@@ -195,8 +262,9 @@ private slots:
         // A list that cannot be read stays empty: the wide title and no log line. The
         // description is the database's own wording.
         list.addItem(QStringLiteral("古い項目"));
-        harness.msgs.expectBoxStartingWith(FailureFirstLine + QStringLiteral("\r\r"),
-                                           QStringLiteral(" ＶＢエラ－ No.-2147217900"));
+        harness.msgs.expectBoxStartingWith(
+            QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r"),
+            QStringLiteral(" ＶＢエラ－ No.-2147217900"));
         CmnSetMstCombo(&list, QStringLiteral("Nothing"));
         QCOMPARE(list.count(), 0);
         QVERIFY(!QFile::exists(LogFilePath()));

@@ -1,24 +1,18 @@
-// The database layer: rows, fields, Null, transactions and the error numbers screens test for.
+// The database layer: rows, fields, Null, transactions, the transaction guard (what a scope
+// leaves behind when it commits, throws, fails a statement or simply ends) and the error
+// numbers screens test for.
+#include "data/ShopDatabase.h"
 #include "frame/Globals.h"
 #include "platform/Failure.h"
 #include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
 #include "support/Harness.h"
 
-#include <QFile>
 #include <QtTest>
 
 namespace {
 
-long failureNumber(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
-
-void insertMaker(const QString& number, const QString& name) {
+void insertMaker(const QString& number, const QString& name = QStringLiteral("x")) {
     gCon.execute(QStringLiteral("insert into San_Meka values(") + SqlStr(number) +
                  QLatin1Char(',') + SqlStr(name) + QLatin1Char(')'));
 }
@@ -39,28 +33,24 @@ private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    void rowsAreReadForwardWithFieldsByNameOrPositionAndNullKeptApart() {
+    void rowsAreReadForwardNullIsKeptApartAndTextIsStoredAsTyped() {
         gCon.execute(QStringLiteral("delete from San_Meka"));
         insertMaker(QStringLiteral("002"), QStringLiteral("ニコン"));
         insertMaker(QStringLiteral("001"), QStringLiteral("HOYA"));
 
         RecordSet rows = gCon.execute(QStringLiteral("select * from san_meka order By meka_no"));
-        QCOMPARE(rows.fieldCount(), 2);
-        QVERIFY(!rows.eof());
         QCOMPARE(rows.field(QStringLiteral("MEKA_NO")).toString(), QStringLiteral("001"));
         QCOMPARE(rows.field(1).toString(), QStringLiteral("HOYA"));
-        for (const auto& unknown : std::initializer_list<std::function<void()>>{
-                 [&] { rows.field(QStringLiteral("Item_Name")); }, [&] { rows.field(2); },
-                 [&] {
-                     rows.field(-1);
-                 }})
-            QCOMPARE(failureNumber(unknown), ErrorNumber::NoSuchField);
+        QCOMPARE(FailureNumber([&] { rows.field(QStringLiteral("Item_Name")); }),
+                 ErrorNumber::NoSuchField);
+        for (int position : {2, -1})
+            QCOMPARE(FailureNumber([&] { rows.field(position); }), ErrorNumber::NoSuchField);
         rows.moveNext();
         QCOMPARE(rows.field(QStringLiteral("meka_name")).toString(), QStringLiteral("ニコン"));
         rows.moveNext();
         QVERIFY(rows.eof());
-        QCOMPARE(failureNumber([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
-        QCOMPARE(failureNumber([&] { rows.moveNext(); }), ErrorNumber::NoCurrentRow);
+        QCOMPARE(FailureNumber([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
+        QCOMPARE(FailureNumber([&] { rows.moveNext(); }), ErrorNumber::NoCurrentRow);
         QVERIFY(gCon.execute(QStringLiteral("select * from San_Meka where Meka_No = 'x'")).eof());
 
         gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name, User_Kana) "
@@ -74,9 +64,7 @@ private slots:
         QCOMPARE(user.field(3).toLongLong(), 1);
         QVERIFY(QueryValue(QStringLiteral("select max(User_No) from San_User where User_No > 5"))
                     .isNull());
-    }
 
-    void singleQuotesAndJapaneseAreStoredAsTyped() {
         const QString typed = QStringLiteral("  O'Neil 'の' ''眼鏡店  ");
         gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name) values (7, ") +
                      SqlStr(typed) + QLatin1Char(')'));
@@ -89,15 +77,12 @@ private slots:
         QCOMPARE(makerName("900"), hostile);
     }
 
-    void transactionsCommitAndRollBack() {
-        QVERIFY(!gCon.inTransaction());
+    void transactionsCommitAndRollBackAndOnlyACommittedGuardKeepsItsWrites() {
         gCon.beginTrans();
-        QVERIFY(gCon.inTransaction());
         insertMaker(QStringLiteral("100"), QStringLiteral("残る"));
         gCon.commitTrans();
-        QVERIFY(!gCon.inTransaction());
-
         gCon.beginTrans();
+        QVERIFY(gCon.inTransaction());
         insertMaker(QStringLiteral("101"), QStringLiteral("消える"));
         gCon.execute(QStringLiteral("update San_Meka set Meka_Name = 'x' where Meka_No = '100'"));
         gCon.rollbackTrans();
@@ -105,14 +90,42 @@ private slots:
         QCOMPARE(QueryCount(QStringLiteral("select * from San_Meka where Meka_No = '101'")), 0);
         QCOMPARE(makerName("100"), QStringLiteral("残る"));
 
-        QCOMPARE(failureNumber([] { gCon.commitTrans(); }), ErrorNumber::TransactionState);
-        QCOMPARE(failureNumber([] { gCon.rollbackTrans(); }), ErrorNumber::TransactionState);
+        QCOMPARE(FailureNumber([] { gCon.commitTrans(); }), ErrorNumber::TransactionState);
+        QCOMPARE(FailureNumber([] { gCon.rollbackTrans(); }), ErrorNumber::TransactionState);
         gCon.beginTrans();
-        QCOMPARE(failureNumber([] { gCon.beginTrans(); }), ErrorNumber::TransactionState);
+        QCOMPARE(FailureNumber([] { gCon.beginTrans(); }), ErrorNumber::TransactionState);
         gCon.rollbackTrans();
+
+        const struct {
+            const char* name;
+            std::function<void(Transaction&)> afterWrite;
+            const char* kept;
+        } cases[] = {
+            {"an exception leaves the scope",
+             [](Transaction&) { throw Failure(ErrorNumber::Unexpected, QStringLiteral("x")); }, ""},
+            // A broken key; on PostgreSQL every later statement of the transaction fails too.
+            {"a statement fails", [](Transaction&) { insertMaker(QStringLiteral("001")); }, ""},
+            {"the connection is closed first", [](Transaction&) { gCon.close(); }, ""},
+            {"the scope ends without commit", [](Transaction&) {}, ""},
+            {"commit", [](Transaction& transaction) { transaction.commit(); }, "x"},
+        };
+        for (const auto& c : cases) {
+            gCon.execute(QStringLiteral("delete from San_Meka where Meka_No = '100'"));
+            try {
+                Transaction transaction(gCon);
+                insertMaker(QStringLiteral("100"));
+                c.afterWrite(transaction);
+            } catch (const Failure&) {
+            }
+            if (!gCon.isOpen())
+                OpenDatabase();
+            QVERIFY2(!gCon.inTransaction(), c.name);
+            // Also shows the connection takes statements again.
+            QVERIFY2(makerName("100") == QLatin1String(c.kept), c.name);
+        }
     }
 
-    void aBrokenUniqueKeyGivesTheDatabaseFailureNumberOtherErrorsTheirOwn() {
+    void brokenKeysAndDatabasesThatCannotBeOpenedGiveTheDatabaseFailureNumber() {
         gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
         gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
                                     "values (1, 1, 20261122)"));
@@ -127,13 +140,11 @@ private slots:
             {QStringLiteral("select * from NoSuchTable"), ErrorNumber::StatementFailed},
             {QString(), ErrorNumber::StatementFailed}};
         for (const auto& [sql, number] : statements)
-            QCOMPARE(failureNumber([&] { gCon.execute(sql); }), number);
+            QCOMPARE(FailureNumber([&] { gCon.execute(sql); }), number);
         // The same sequence number under another customer is a different purchase.
         gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
                                     "values (2, 1, 20261122)"));
-    }
 
-    void databasesThatCannotBeOpenedGiveTheDatabaseFailureNumber() {
         const QString none = harness.path(QStringLiteral("DB/none.mdb"));
         QFile garbage(harness.path(QStringLiteral("DB/garbage.mdb")));
         QVERIFY(garbage.open(QIODevice::WriteOnly));
@@ -152,7 +163,7 @@ private slots:
                 other.execute(QStringLiteral("select 1"));
             }};
         for (const auto& attempt : attempts.mid(0, Harness::onServer() ? 1 : attempts.size())) {
-            QCOMPARE(failureNumber(attempt), ErrorNumber::DatabaseFailed);
+            QCOMPARE(FailureNumber(attempt), ErrorNumber::DatabaseFailed);
             QVERIFY(!other.isOpen());
         }
         QVERIFY(!QFile::exists(none));

@@ -9,8 +9,6 @@
 #include "platform/controls/xZip.h"
 
 #include <QDialog>
-#include <QInputMethodEvent>
-#include <QSignalSpy>
 #include <QtTest>
 
 namespace {
@@ -40,7 +38,6 @@ private slots:
 
         // や → やま → やまd (romaji on its way) → やまだ, converted to 山田, committed.
         type(name, {"や", "やま", "やまd", "やまだ", "山田"}, "山田");
-        QCOMPARE(name->text(), QStringLiteral("山田"));
         QCOMPARE(kana->text(), QStringLiteral("やまだ"));
 
         // A blank typed by hand, then the given name composed in katakana: kept as hiragana.
@@ -64,14 +61,13 @@ private slots:
         QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
     }
 
-    void numberFieldsShowTheirFormatOnceLeft() {
+    void numberPostalCodeAndDateFieldsShowTheirFormsAndEmptyForms() {
         QDialog screen;
         auto* amount = new xNum(&screen);
         auto* other = new xField(&screen);
         screen.show();
         QVERIFY(QTest::qWaitForWindowActive(&screen));
 
-        QCOMPARE(amount->Value(), 0.0);
         amount->setFocus();
         QTest::keyClicks(amount, QStringLiteral("1234567"));
         other->setFocus();
@@ -94,9 +90,7 @@ private slots:
         QCOMPARE(amount->text(), QStringLiteral("000"));
         amount->clearValue();
         QVERIFY(amount->isEmpty());
-    }
 
-    void postalCodeAndDateFieldsKeepTheirEmptyForms() {
         xZip zip;
         QCOMPARE(zip.text(), QStringLiteral("***-****"));
         QTest::keyClicks(&zip, QStringLiteral("0600001"));
@@ -112,7 +106,6 @@ private slots:
         QCOMPARE(date.date(), QDate(1899, 12, 30));
         date.setDate(QDate(2026, 2, 3));
         QCOMPARE(date.text(), QStringLiteral("2026/02/03"));
-        QCOMPARE(date.date(), QDate(2026, 2, 3));
         date.setDate(xDate::EmptyDate);
         QVERIFY(date.isEmpty());
         QTest::keyClicks(&date, QStringLiteral("20261322"));
@@ -127,8 +120,7 @@ private slots:
         auto* field = new xField(&screen);
         auto* other = new xField(&screen);
         auto* keys = new FunctionKeyRow(&screen);
-        std::array<QString, 12> captions;
-        captions[0] = QStringLiteral("閉じる");
+        std::array<QString, 12> captions{QStringLiteral("閉じる")};
         captions[4] = QStringLiteral("登録");
         captions[11] = QStringLiteral("履歴照会");
         keys->setCaptions(captions);

@@ -3,15 +3,13 @@
 #include "data/Schema.h"
 #include "data/ShopDatabase.h"
 #include "frame/Globals.h"
+#include "platform/Failure.h"
 #include "platform/report/Report.h"
 #include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
-#include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 
 const QDateTime Harness::FixedNow(QDate(2026, 11, 22), QTime(10, 15, 30));
@@ -37,15 +35,6 @@ QString processDatabase() {
     return name;
 }
 
-// A fresh, empty schema with the tables, the view and the starting masters.
-void createServerSchema() {
-    Connection connection;
-    connection.openServer(Harness::serverConnection());
-    connection.execute(QStringLiteral("drop schema public cascade"));
-    connection.execute(QStringLiteral("create schema public"));
-    CreateSchema(connection);
-}
-
 } // namespace
 
 bool Harness::onServer() {
@@ -63,9 +52,8 @@ QString Harness::setUp(Options options) {
         return QStringLiteral("no PostgreSQL test server (MIRVANE_TEST_PG is not set)");
     dir_ = std::make_unique<QTemporaryDir>();
     QDir root(dir_->path());
-    root.mkpath(QStringLiteral("DB"));
-    root.mkpath(QStringLiteral("Log"));
-    root.mkpath(QStringLiteral("jfm"));
+    for (const char* sub : {"DB", "Log", "jfm"})
+        root.mkpath(QString::fromLatin1(sub));
     for (const QFileInfo& form :
          QDir(QStringLiteral(MIRVANE_JFM_DIR)).entryInfoList({QStringLiteral("*.jfm")}))
         QFile::copy(form.filePath(), root.filePath(QStringLiteral("jfm/") + form.fileName()));
@@ -78,7 +66,12 @@ QString Harness::setUp(Options options) {
     SetMsgBoxHandler([this](const MsgRequest& request) { return msgs.answer(request); });
     SetShowModalHandler([this](QDialog& screen) { return screens.run(screen); });
     if (options.createDatabase && onServer()) {
-        createServerSchema();
+        // A fresh, empty schema with the tables, the view and the starting masters.
+        Connection connection;
+        connection.openServer(serverConnection());
+        connection.execute(QStringLiteral("drop schema public cascade"));
+        connection.execute(QStringLiteral("create schema public"));
+        CreateSchema(connection);
         QFile server(path(ServerConnectionFile));
         server.open(QIODevice::WriteOnly);
         server.write(serverConnection().toUtf8());
@@ -109,29 +102,30 @@ QStringList Harness::tearDown() {
     return problems;
 }
 
-QString Harness::folder() const {
-    return dir_->path();
-}
-
-QString Harness::databaseFile() const {
-    return path(QStringLiteral("DB/Mirvane.mdb"));
-}
-
-QString Harness::path(const QString& relative) const {
-    return dir_->path() + QLatin1Char('/') + relative;
-}
-
 QVariant QueryValue(const QString& sql) {
     RecordSet rows = gCon.execute(sql);
     return rows.eof() ? QVariant() : rows.field(0);
 }
 
 int QueryCount(const QString& sql) {
-    RecordSet rows = gCon.execute(sql);
     int count = 0;
-    for (; !rows.eof(); rows.moveNext())
+    for (RecordSet rows = gCon.execute(sql); !rows.eof(); rows.moveNext())
         ++count;
     return count;
+}
+
+QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+long FailureNumber(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.number();
+    }
+    return 0;
 }
 
 void CreateBeforeInsertTrigger(const QString& name, const QString& table,

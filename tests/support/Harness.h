@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 // A fresh program folder per test: DB/ with a new database made by the admin tool's code,
@@ -32,9 +33,9 @@ public:
     // Returns the problems found, empty when all went as scripted.
     QStringList tearDown();
 
-    QString folder() const;
-    QString databaseFile() const;
-    QString path(const QString& relative) const;
+    QString folder() const { return dir_->path(); }
+    QString databaseFile() const { return path(QStringLiteral("DB/Mirvane.mdb")); }
+    QString path(const QString& relative) const { return folder() + QLatin1Char('/') + relative; }
 
     MsgScript msgs;
     ModalScript screens;
@@ -48,6 +49,10 @@ private:
 QVariant QueryValue(const QString& sql);
 // The number of rows a query gives.
 int QueryCount(const QString& sql);
+// A file's bytes; empty when it cannot be read.
+QByteArray ReadFile(const QString& path);
+// The number of the Failure the action throws; 0 when it throws none.
+long FailureNumber(const std::function<void()>& action);
 
 // A trigger that, before each insert into the table, runs the statement (on PostgreSQL not
 // again for the statement's own inserts). Written in both engines' forms.

@@ -35,9 +35,3 @@ QStringList ModalScript::failures() const {
         all << QStringLiteral("screen never opened: %1").arg(missing.className);
     return all;
 }
-
-void ModalScript::reset() {
-    expected_.clear();
-    opened_.clear();
-    failures_.clear();
-}

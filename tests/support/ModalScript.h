@@ -19,11 +19,10 @@ public:
 
     int run(QDialog& screen);
 
-    bool finished() const { return expected_.isEmpty(); }
     QStringList failures() const;
     // The class names of the screens opened so far, in order.
     const QStringList& opened() const { return opened_; }
-    void reset();
+    void reset() { *this = {}; }
 
 private:
     struct Expected {

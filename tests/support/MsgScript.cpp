@@ -1,20 +1,32 @@
 #include "support/MsgScript.h"
 
+#include <QHash>
+
+namespace {
+std::pair<QString, QString> catalogueBox(const QString& msgCode) {
+    return {msgCode.mid(10).left(50).trimmed(), ExpectedTitle(msgCode)};
+}
+} // namespace
+
 void MsgScript::expect(const QString& msgCode, int answer) {
-    expectBox(msgCode.mid(10).left(50).trimmed(), ExpectedTitle(msgCode), answer);
+    expected_.append({{catalogueBox(msgCode)}, answer});
 }
 
 void MsgScript::expectBox(const QString& text, const QString& title, int answer) {
-    expected_.append({text, title, answer});
+    expected_.append({{{text, title}}, answer});
 }
 
 void MsgScript::expectEither(const QString& msgCode, const QString& otherCode, int answer) {
-    expected_.append({msgCode.mid(10).left(50).trimmed(), ExpectedTitle(msgCode), answer, false,
-                      otherCode.mid(10).left(50).trimmed(), ExpectedTitle(otherCode)});
+    expected_.append({{catalogueBox(msgCode), catalogueBox(otherCode)}, answer});
+}
+
+void MsgScript::expectFailure(const QString& description, long number) {
+    expectBox(QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r") + description,
+              QStringLiteral(" VB ERROR No.%1").arg(number));
 }
 
 void MsgScript::expectBoxStartingWith(const QString& text, const QString& title, int answer) {
-    expected_.append({text, title, answer, true});
+    expected_.append({{{text, title}}, answer, true});
 }
 
 int MsgScript::answer(const MsgRequest& request) {
@@ -26,42 +38,29 @@ int MsgScript::answer(const MsgRequest& request) {
         return fallback;
     }
     const Expected next = expected_.takeFirst();
-    const bool textMatches =
-        next.prefix ? request.text.startsWith(next.text) : next.text == request.text;
-    const bool otherMatches = !next.otherText.isEmpty() && next.otherText == request.text &&
-                              next.otherTitle == request.title;
-    if ((!textMatches || next.title != request.title) && !otherMatches) {
-        failures_ << QStringLiteral("expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\"")
-                         .arg(next.text, next.title, request.text, request.title);
-        return fallback;
-    }
-    return next.answer;
+    for (const auto& [text, title] : next.boxes)
+        if (title == request.title &&
+            (next.prefix ? request.text.startsWith(text) : text == request.text))
+            return next.answer;
+    failures_ << QStringLiteral("expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\"")
+                     .arg(next.boxes[0].first, next.boxes[0].second, request.text, request.title);
+    return fallback;
 }
 
 QStringList MsgScript::failures() const {
     QStringList all = failures_;
     for (const Expected& missing : expected_)
         all << QStringLiteral("box never shown: \"%1\" titled \"%2\"")
-                   .arg(missing.text, missing.title);
+                   .arg(missing.boxes[0].first, missing.boxes[0].second);
     return all;
 }
 
-void MsgScript::reset() {
-    expected_.clear();
-    shown_.clear();
-    failures_.clear();
-}
-
 QString ExpectedTitle(const QString& msgCode) {
-    const QString kind = msgCode.left(6);
-    const QString number = msgCode.mid(7, 3);
-    if (kind == QLatin1String("OpeInf"))
-        return QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.") + number;
-    if (kind == QLatin1String("OpeErr"))
-        return QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.") + number;
-    if (kind == QLatin1String("SysErr"))
-        return QStringLiteral("ｼｽﾃﾑ ｴﾗｰ No.") + number;
-    if (kind == QLatin1String("OpeQes"))
-        return QStringLiteral("問い合わせ No.") + number;
-    return QStringLiteral("?");
+    static const QHash<QString, QString> titles{
+        {QStringLiteral("OpeInf"), QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.")},
+        {QStringLiteral("OpeErr"), QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.")},
+        {QStringLiteral("SysErr"), QStringLiteral("ｼｽﾃﾑ ｴﾗｰ No.")},
+        {QStringLiteral("OpeQes"), QStringLiteral("問い合わせ No.")}};
+    const auto title = titles.constFind(msgCode.left(6));
+    return title == titles.cend() ? QStringLiteral("?") : *title + msgCode.mid(7, 3);
 }

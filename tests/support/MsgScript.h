@@ -15,24 +15,23 @@ public:
     void expectBox(const QString& text, const QString& title, int answer = Answer::OK);
     // One of two catalogue messages, whichever comes: the shown() list tells which.
     void expectEither(const QString& msgCode, const QString& otherCode, int answer = Answer::OK);
+    // The standard failure box: its fixed first line, the description and the error number.
+    void expectFailure(const QString& description, long number);
     // A box whose text starts so: for failures whose description the database words.
     void expectBoxStartingWith(const QString& text, const QString& title, int answer = Answer::OK);
 
     int answer(const MsgRequest& request);
 
-    bool finished() const { return expected_.isEmpty(); }
     QStringList failures() const;
     const QList<MsgRequest>& shown() const { return shown_; }
-    void reset();
+    void reset() { *this = {}; }
 
 private:
+    // The boxes (text and title) any one of which may come next.
     struct Expected {
-        QString text;
-        QString title;
+        QList<std::pair<QString, QString>> boxes;
         int answer;
         bool prefix = false;
-        QString otherText = {};
-        QString otherTitle = {};
     };
     QList<Expected> expected_;
     QList<MsgRequest> shown_;
