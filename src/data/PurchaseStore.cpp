@@ -202,6 +202,14 @@ QString HistoryUpdateSql(qint64 customerNo, const Purchase& p) {
            QStringLiteral(" and Uri_Seq = ") + SqlNum(p.seq);
 }
 
+void SaveFromHistory(qint64 customerNo, const Purchase& purchase) {
+    gCon.execute(HistoryUpdateSql(customerNo, purchase));
+}
+
+qint64 SalesForAmountCheck(const SearchConditions& c, qint64 customerNo) {
+    return CmnNvl(gCon.execute(AmountQuery(c, customerNo)).field(0), 0).toLongLong();
+}
+
 std::vector<Purchase> ForInquiry(const SearchConditions& c, qint64 customerNo) {
     RecordSet rows = gCon.execute(InquiryQuery(c, customerNo));
     std::vector<Purchase> purchases;

@@ -42,6 +42,12 @@ HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page);
 // and left eye alternating, texts as typed. The note and the memo are not touched.
 QString HistoryUpdateSql(qint64 customerNo, const Purchase& purchase);
 
+// Writes corrected purchases of the history inside the caller's transaction.
+void SaveFromHistory(qint64 customerNo, const Purchase& purchase);
+
+// The customer's sales within the visit-date range of the conditions (0 when none).
+qint64 SalesForAmountCheck(const SearchConditions& c, qint64 customerNo);
+
 // The sales inquiry: the purchases of one customer that match the purchase conditions.
 std::vector<Purchase> ForInquiry(const SearchConditions& c, qint64 customerNo);
 

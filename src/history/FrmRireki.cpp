@@ -148,16 +148,16 @@ bool FrmRireki::ChkEditData() const {
 }
 
 bool FrmRireki::SaveUriage() {
-    return Procedure(
-        ScreenName, QStringLiteral("SaveUriage"), QStringLiteral("売上履歴保存処理"), [&] {
-            Transaction transaction(gCon);
-            for (UriageBlock* block : FraUriage)
-                if (block->editing)
-                    gCon.execute(PurchaseStore::HistoryUpdateSql(shownNo_, block->edited()));
-            transaction.commit();
-            for (UriageBlock* block : FraUriage)
-                block->editing = false;
-        });
+    return Procedure(ScreenName, QStringLiteral("SaveUriage"), QStringLiteral("売上履歴保存処理"),
+                     [&] {
+                         Transaction transaction(gCon);
+                         for (UriageBlock* block : FraUriage)
+                             if (block->editing)
+                                 PurchaseStore::SaveFromHistory(shownNo_, block->edited());
+                         transaction.commit();
+                         for (UriageBlock* block : FraUriage)
+                             block->editing = false;
+                     });
 }
 
 void FrmRireki::showPage() {

@@ -1,10 +1,8 @@
 #include "search/FrmIchiranSub.h"
 
-#include "data/CustomerQueries.h"
 #include "data/Lookups.h"
 #include "data/PurchaseStore.h"
 #include "frame/BasCmnSubFun.h"
-#include "frame/Globals.h"
 #include "frame/Procedure.h"
 #include "platform/Format.h"
 #include "platform/controls/RowModel.h"
@@ -124,8 +122,8 @@ bool FrmIchiranSub::CalUriageGaku(qint64 customerNo) {
     bool inRange = false;
     Procedure(ScreenName, QStringLiteral("CalUriageGaku"), QStringLiteral("顧客売上額集計検索処理"),
               [&] {
-                  const QVariant sum = gCon.execute(AmountQuery(conditions_, customerNo)).field(0);
-                  inRange = AmountInRange(conditions_, CmnNvl(sum, 0).toLongLong());
+                  inRange = AmountInRange(
+                      conditions_, PurchaseStore::SalesForAmountCheck(conditions_, customerNo));
               });
     return inRange;
 }
