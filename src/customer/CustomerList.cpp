@@ -26,7 +26,3 @@ CustomerList::CustomerList(QWidget* parent) : GridView(parent) {
 void CustomerList::showCustomers(std::vector<Customer> customers) {
     model_->setRows(std::move(customers));
 }
-
-QString CustomerList::cellText(int row, int column) const {
-    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
-}

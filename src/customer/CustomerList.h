@@ -18,7 +18,6 @@ public:
     int maxRows() const { return model_->size(); }
     // The customer number of a row, counted from 1.
     qint64 customerNo(int row) const { return model_->at(row - 1).no; }
-    QString cellText(int row, int column) const;
 
 private:
     RowModel<Customer>* model_;

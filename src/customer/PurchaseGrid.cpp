@@ -152,10 +152,6 @@ void PurchaseGrid::toggleDeletion(int row) {
         model_->removeAt(row - 1);
 }
 
-QString PurchaseGrid::cellText(int row, int column) const {
-    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
-}
-
 QColor PurchaseGrid::rowColor(int row) const {
     return colourOf(line(row));
 }

@@ -40,8 +40,7 @@ public:
     // "明細削除" on a row: a new line leaves the grid, another is marked or unmarked.
     void toggleDeletion(int row);
 
-    // What a row shows, for looking at the grid: the cell's text and the row's colour.
-    QString cellText(int row, int column) const;
+    // The colour a row is painted in.
     QColor rowColor(int row) const;
 
     // The grid's columns, counted from 1.

@@ -46,8 +46,6 @@ public:
 
     // 0: the fields make a new line; 1: they edit the line they show.
     int LineMode() const { return lineId_ == 0 ? 0 : 1; }
-    // The grid line the fields show; 0 for a new line.
-    int shownLine() const { return lineId_; }
 
     xDate* txtDatc;
     xNum* txtKingaKci;

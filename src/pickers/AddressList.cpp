@@ -22,7 +22,3 @@ AddressList::AddressList(QWidget* parent) : GridView(parent) {
     setColumnWidths({90, 100, 180, 260});
     setLastColumnStretch(true);
 }
-
-QString AddressList::text(int row, int column) const {
-    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
-}

@@ -17,7 +17,7 @@ public:
     int maxRows() const { return model_->size(); }
     // An address by its row, counted from 1.
     const ZipAddress& address(int row) const { return model_->at(row - 1); }
-    QString text(int row, int column) const;
+
     RowModel<ZipAddress>* model() const { return model_; }
 
 private:

@@ -149,10 +149,6 @@ void ListGrid::sortBy(Order order) {
     }
 }
 
-QString ListGrid::cellText(int row, int column) const {
-    return model_->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
-}
-
 QColor ListGrid::rowColor(int row) const {
     return colourOf(this->row(row));
 }

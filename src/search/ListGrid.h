@@ -40,7 +40,6 @@ public:
     void markSaved(int row);
     void sortBy(Order order);
 
-    QString cellText(int row, int column) const;
     QColor rowColor(int row) const;
 
 signals:

@@ -32,7 +32,7 @@ void seedDirectory() {
 QString listedCodes(const FrmZipList& screen) {
     QStringList codes;
     for (int row = 1; row <= screen.spdZipList->maxRows(); ++row)
-        codes << screen.spdZipList->text(row, 1);
+        codes << screen.spdZipList->cellText(row, 1);
     return codes.join(u' ');
 }
 
@@ -87,7 +87,7 @@ private slots:
                           s.txtZip1->setText(QStringLiteral("060"));
                           QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
                           QCOMPARE(listedCodes(s), QStringLiteral("060-0001 060-0042"));
-                          QCOMPARE(s.spdZipList->text(2, 4), QStringLiteral("大通西"));
+                          QCOMPARE(s.spdZipList->cellText(2, 4), QStringLiteral("大通西"));
                           QTest::mouseClick(s.cmdOK, Qt::LeftButton);
                       }),
                  QStringLiteral("1|060-0001|北海道札幌市中央区北一条西"));

@@ -145,6 +145,12 @@ void GridView::setActiveCell(int row, int column) {
         view_->setCurrentIndex(index);
 }
 
+QString GridView::cellText(int row, int column) const {
+    if (!view_->model())
+        return {};
+    return view_->model()->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
+}
+
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease &&
         (watched == view_->viewport() || watched == view_->verticalHeader()->viewport()))

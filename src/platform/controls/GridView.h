@@ -34,6 +34,8 @@ public:
     int activeRow() const;
     int activeCol() const;
     void setActiveCell(int row, int column);
+    // The text a cell shows, counted from 1.
+    QString cellText(int row, int column) const;
 
     QTableView* view() const { return view_; }
 
