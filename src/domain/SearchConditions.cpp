@@ -13,7 +13,7 @@ bool SearchConditions::anyPurchaseCondition() const {
 }
 
 bool AgeMatches(const SearchConditions& c, int era, int year, int currentYear) {
-    if (year == 0 || era < 0 || era > 2)
+    if (year == 0 || era < Taisho || era > Reiwa)
         return false;
     const int age = currentYear - WesternYear(era, year);
     return c.ageFrom <= age && age <= c.ageTo;

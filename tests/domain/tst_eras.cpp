@@ -1,0 +1,81 @@
+#include "domain/Age.h"
+#include "domain/SearchConditions.h"
+
+#include <QTest>
+
+namespace {
+const QDate today(2026, 11, 23);
+}
+
+class TestEras : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Each era's first and last day: in it as 元年 or its last year, and out of it a day
+    // before or after; plus the Western years and the dates that do not exist.
+    void birthDatesThatCanBeReal() {
+        const struct {
+            int era, year, month, day;
+            bool fits;
+        } cases[] = {
+            {Taisho, 1, 7, 30, true},    {Taisho, 1, 7, 29, false},  {Taisho, 15, 12, 24, true},
+            {Taisho, 15, 12, 25, false}, {Taisho, 16, 0, 0, false},  {Showa, 1, 12, 25, true},
+            {Showa, 1, 12, 24, false},   {Showa, 64, 1, 7, true},    {Showa, 64, 1, 8, false},
+            {Showa, 64, 0, 0, true},     {Showa, 70, 0, 0, false},   {Showa, 0, 5, 3, true},
+            {Heisei, 1, 1, 8, true},     {Heisei, 1, 1, 7, false},   {Heisei, 1, 1, 0, true},
+            {Heisei, 31, 4, 30, true},   {Heisei, 31, 5, 1, false},  {Heisei, 45, 0, 0, false},
+            {Reiwa, 1, 5, 1, true},      {Reiwa, 1, 4, 30, false},   {Reiwa, 1, 4, 0, false},
+            {Reiwa, 8, 11, 23, true},    {Reiwa, 8, 11, 24, false},  {Reiwa, 9, 0, 0, false},
+            {Reiwa, 2, 5, 5, true},      {NoEra, 1900, 1, 1, true},  {NoEra, 1899, 12, 31, false},
+            {NoEra, 2026, 0, 0, true},   {NoEra, 2027, 0, 0, false}, {Heisei, 6, 2, 29, false},
+            {Heisei, 8, 2, 29, true},    {Showa, 50, 13, 1, false},  {Showa, 50, 4, 31, false},
+            {Showa, 0, 2, 30, false},    {Showa, 0, 2, 29, true},    {Showa, 0, 0, 31, true},
+        };
+        for (const auto& c : cases) {
+            QVERIFY2(
+                BirthDateFits(c.era, c.year, c.month, c.day, today) == c.fits,
+                qPrintable(
+                    QStringLiteral("%1 %2/%3/%4").arg(c.era).arg(c.year).arg(c.month).arg(c.day)));
+        }
+    }
+
+    // A Western date named in its era; a year that two eras share goes to the one that holds
+    // most of it (or of its month).
+    void westernDatesInTheirEra() {
+        const struct {
+            int year, month, day, era, eraYear;
+        } cases[] = {
+            {1926, 12, 24, Taisho, 15}, {1926, 12, 25, Showa, 1},  {1926, 0, 0, Taisho, 15},
+            {1989, 1, 7, Showa, 64},    {1989, 1, 8, Heisei, 1},   {1989, 0, 0, Heisei, 1},
+            {1989, 1, 0, Heisei, 1},    {2019, 4, 30, Heisei, 31}, {2019, 5, 1, Reiwa, 1},
+            {2019, 0, 0, Reiwa, 1},     {2020, 5, 5, Reiwa, 2},    {1955, 0, 0, Showa, 30},
+            {1912, 7, 29, NoEra, 1912}};
+        for (const auto& c : cases) {
+            const EraYear named = EraYearOf(c.year, c.month, c.day);
+            QCOMPARE(named.era, c.era);
+            QCOMPARE(named.year, c.eraYear);
+            if (c.era != NoEra)
+                QCOMPARE(WesternYear(named.era, named.year), c.year);
+        }
+    }
+
+    // The age shown, and the age condition, for every era and for Western years.
+    void agesInEveryEra() {
+        QCOMPARE(AgeOn(Reiwa, 2, 5, 5, today), 6);
+        QCOMPARE(AgeOn(Reiwa, 1, 12, 1, today), 6);
+        SearchConditions fiveToSeven;
+        fiveToSeven.ageFrom = 5;
+        fiveToSeven.ageTo = 7;
+        const struct {
+            int era, year;
+            bool kept;
+        } cases[] = {{Reiwa, 2, true},     {Reiwa, 5, false},  {NoEra, 2020, true},
+                     {NoEra, 2010, false}, {Heisei, 31, true}, {Heisei, 30, false},
+                     {Reiwa, 0, false},    {7, 2020, false}};
+        for (const auto& c : cases)
+            QCOMPARE(AgeMatches(fiveToSeven, c.era, c.year, today.year()), c.kept);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestEras)
+#include "tst_eras.moc"
