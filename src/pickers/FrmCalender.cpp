@@ -1,6 +1,8 @@
 #include "pickers/FrmCalender.h"
 
 #include "platform/controls/xClndr.h"
+#include "platform/controls/xDate.h"
+#include "platform/ui/Clock.h"
 
 #include <QCalendarWidget>
 #include <QCloseEvent>
@@ -40,8 +42,10 @@ FrmCalender::FrmCalender(QWidget* parent) : Screen(parent) {
 }
 
 void FrmCalender::setInDate(const QDate& date) {
-    resultDate_ = date;
-    xClndr1->setValue(date);
+    // An empty field (or one that is not a date) opens on today.
+    const QDate shown = date.isValid() && date != xDate::EmptyDate ? date : Today();
+    resultDate_ = shown;
+    xClndr1->setValue(shown);
 }
 
 void FrmCalender::cmdSelect_Click(int index) {

@@ -15,7 +15,7 @@ public:
     explicit FrmCalender(QWidget* parent = nullptr);
 
     void setInDate(const QDate& date);
-    // The date last picked; the date handed in when nothing was picked.
+    // The date last picked; the date shown at the start when nothing was picked.
     QDate ResultDate() const { return resultDate_; }
     // True when the screen was closed with "ＯＫ".
     bool EndType() const { return endType_; }

@@ -8,13 +8,16 @@
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/xClndr.h"
+#include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
 #include "support/Harness.h"
 
 #include <QCalendarWidget>
 #include <QPushButton>
 #include <QTableView>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
@@ -181,6 +184,24 @@ private slots:
             QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
         });
         QCOMPARE(picked, QDate(2026, 10, 3));
+
+        // An empty field opens on today's month; the year buttons move a year at a time.
+        QCOMPARE(
+            pickInto(
+                xDate::EmptyDate,
+                [](FrmCalender& s) {
+                    QCOMPARE(s.xClndr1->heading(), Today().toString(QStringLiteral("yyyy年 ")) +
+                                                       xClndr::monthName(Today().month()));
+                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("previousYear")),
+                                      Qt::LeftButton);
+                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("previousYear")),
+                                      Qt::LeftButton);
+                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("nextYear")),
+                                      Qt::LeftButton);
+                    QCOMPARE(s.xClndr1->days()->yearShown(), Today().year() - 1);
+                    QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
+                }),
+            Today());
 
         // OK without picking; cancel, the close box and Escape after picking another day.
         for (int road = 0; road < 4; ++road)

@@ -20,12 +20,17 @@ xClndr::xClndr(QWidget* parent) : QWidget(parent) {
     saturday.setForeground(QColor(0x1E, 0x5A, 0xC8));
     days_->setWeekdayTextFormat(Qt::Saturday, saturday);
 
-    previous_ = new QToolButton(this);
-    previous_->setText(QStringLiteral("◀"));
-    previous_->setObjectName(QStringLiteral("previous"));
-    next_ = new QToolButton(this);
-    next_->setText(QStringLiteral("▶"));
-    next_->setObjectName(QStringLiteral("next"));
+    const auto button = [this](const char* caption, const char* name, const char* tip) {
+        auto* made = new QToolButton(this);
+        made->setText(QString::fromUtf8(caption));
+        made->setObjectName(QLatin1String(name));
+        made->setToolTip(QString::fromUtf8(tip));
+        return made;
+    };
+    previousYear_ = button("≪", "previousYear", "前の年");
+    previous_ = button("◀", "previous", "前の月");
+    next_ = button("▶", "next", "次の月");
+    nextYear_ = button("≫", "nextYear", "次の年");
     heading_ = new QLabel(this);
     heading_->setAlignment(Qt::AlignCenter);
     QFont bold = heading_->font();
@@ -33,9 +38,11 @@ xClndr::xClndr(QWidget* parent) : QWidget(parent) {
     heading_->setFont(bold);
 
     auto* bar = new QHBoxLayout;
+    bar->addWidget(previousYear_);
     bar->addWidget(previous_);
     bar->addWidget(heading_, 1);
     bar->addWidget(next_);
+    bar->addWidget(nextYear_);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(bar);
@@ -43,6 +50,8 @@ xClndr::xClndr(QWidget* parent) : QWidget(parent) {
 
     connect(previous_, &QToolButton::clicked, days_, &QCalendarWidget::showPreviousMonth);
     connect(next_, &QToolButton::clicked, days_, &QCalendarWidget::showNextMonth);
+    connect(previousYear_, &QToolButton::clicked, days_, &QCalendarWidget::showPreviousYear);
+    connect(nextYear_, &QToolButton::clicked, days_, &QCalendarWidget::showNextYear);
     connect(days_, &QCalendarWidget::currentPageChanged, this, &xClndr::showPage);
     connect(days_, &QCalendarWidget::selectionChanged, this,
             [this] { emit changed(days_->selectedDate()); });

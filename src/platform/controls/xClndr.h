@@ -8,7 +8,7 @@ class QLabel;
 class QToolButton;
 
 // A month calendar: a month heading with the months named "１月" ... "１２月", buttons for the
-// month before and after, and the days of the month to pick from.
+// year and the month before and after, and the days of the month to pick from.
 class xClndr : public QWidget {
     Q_OBJECT
 public:
@@ -31,6 +31,8 @@ private:
 
     QCalendarWidget* days_;
     QLabel* heading_;
+    QToolButton* previousYear_;
     QToolButton* previous_;
     QToolButton* next_;
+    QToolButton* nextYear_;
 };
