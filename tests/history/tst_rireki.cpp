@@ -126,11 +126,14 @@ private slots:
     }
 
     // The register's key opens the history; the block is written as its fields hold it, a maker
-    // whose master row is gone keeps its code, and the register shows the correction afterwards.
+    // whose master row is gone keeps its code; after the save the page shows what is stored and
+    // a second correction is stored too; the register shows the correction afterwards.
     void aCorrectedBlockIsStored() {
         MasterStore::Remove(MasterKind::Meka, QStringLiteral("002"));
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
+        for (int save = 0; save < 2; ++save) {
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            harness.msgs.expect(OpeInf_001);
+        }
         QVERIFY(OpenRegister(harness, 1, [this](FrmKokyaku& s) {
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {
                 UriageBlock& middle = *history.FraUriage[1];
@@ -140,17 +143,28 @@ private slots:
                 middle.txtUriDate->setDate(QDate(2025, 6, 2));
                 middle.txtKinga->setValue(21000);
                 QTest::keyClick(middle.cboFm_Meka, Qt::Key_Delete);
-                middle.prescription(0, Cyl)->setText(QStringLiteral("-0.50"));
+                middle.prescription(0, Cyl)->setText(QStringLiteral("-0.5"));
                 middle.prescription(1, B1)->setText(QStringLiteral("IN"));
                 QTest::keyClick(&history, Qt::Key_F4);
+                QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_Lz_MekaNo,"
+                                   "Uri_KingaKei,Uri_R_Sph,Uri_R_Cyl,Uri_L_B1,Uri_Syohou"),
+                         QStringLiteral("20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"));
+                // The page is read again: the stored block, read-only under its own caption.
+                QCOMPARE(middle.title(), QStringLiteral("中段"));
+                QVERIFY(!middle.isEnabled() && !history.ChkEditData());
+                QCOMPARE(middle.prescription(0, Cyl)->text(), QStringLiteral("-0.50"));
+                // A second correction is stored as well.
+                QTest::keyClick(&history, Qt::Key_F6);
+                middle.txtFm_Name->setText(QStringLiteral("二度目"));
+                QTest::keyClick(&history, Qt::Key_F4);
+                QCOMPARE(middle.txtFm_Name->text(), QStringLiteral("二度目"));
                 QTest::keyClick(&history, Qt::Key_F1);
             });
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), QStringLiteral("F-1 O'Brien "));
+            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), QStringLiteral("二度目"));
         }));
-        QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_Lz_MekaNo,Uri_KingaKei,"
-                           "Uri_R_Sph,Uri_R_Cyl,Uri_L_B1,Uri_Syohou"),
-                 QStringLiteral("20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"));
+        QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_R_Cyl,Uri_L_B1"),
+                 QStringLiteral("20250602|二度目||-0.5|IN"));
         QCOMPARE(stored(4, "Uri_Fm_Name"), QStringLiteral("F-1"));
     }
 };
