@@ -1,12 +1,18 @@
 // The sales history: pages of three purchases, corrections saved in one transaction, and the
-// register's key that opens it.
+// register's key that opens it. Full-width digits in the number fields of the history and of
+// the screens beside it.
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "data/MasterStore.h"
 #include "data/PurchaseStore.h"
+#include "frame/Globals.h"
+#include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "history/FrmRireki.h"
 #include "history/UriageBlock.h"
+#include "masters/FrmMaster.h"
+#include "pickers/AddressList.h"
+#include "pickers/FrmZipList.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -16,6 +22,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QtTest>
 
 namespace {
@@ -166,6 +173,108 @@ private slots:
         QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_R_Cyl,Uri_L_B1"),
                  QStringLiteral("20250602|二度目||-0.5|IN"));
         QCOMPARE(stored(4, "Uri_Fm_Name"), QStringLiteral("F-1"));
+    }
+
+    // Full-width digits, signs and points, committed by an input method or pasted, are digits
+    // in every number field: shown and stored as such, never a failure box or an error line.
+    void fullWidthDigitsAreReadAsDigits() {
+        for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
+                                "(60, 42, '北海道', '札幌市中央区', '大通西')"})
+            gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
+        // Corrects the upper purchase (number 1) with what type does; gives the field's text
+        // after the save and the stored column.
+        const auto corrected = [this](const char* column,
+                                      const std::function<QLineEdit*(UriageBlock&)>& type) {
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            harness.msgs.expect(OpeInf_001);
+            QString shown;
+            harness.screens.expect<FrmRireki>([&](FrmRireki& s) {
+                QTest::keyClick(&s, Qt::Key_F5);
+                QLineEdit* field = type(*s.FraUriage[0]);
+                QTest::keyClick(&s, Qt::Key_F4);
+                shown = field->text();
+                QTest::keyClick(&s, Qt::Key_F1);
+            });
+            FrmRireki screen;
+            screen.setKokNo(1);
+            ShowModal(screen);
+            return shown + QLatin1Char('|') + stored(1, column);
+        };
+        const std::tuple<const char*, QString, std::function<QString(const QString&)>, QString>
+            roads[] = {
+                {"postal search", QStringLiteral("０６０"),
+                 [this](const QString& typed) {
+                     QString found;
+                     harness.screens.expect<FrmZipList>([&](FrmZipList& s) {
+                         Commit(s.txtZip1, typed);
+                         QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
+                         found =
+                             s.txtZip1->text() + QLatin1Char('|') + ColumnTexts(*s.spdZipList, 1);
+                         QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
+                     });
+                     FrmZipList screen;
+                     ShowModal(screen);
+                     return found;
+                 },
+                 QStringLiteral("060|060-0001|060-0042")},
+                {"master number", QStringLiteral("１２"),
+                 [this](const QString& typed) {
+                     harness.msgs.expect(OpeInf_001);
+                     QString shown;
+                     harness.screens.expect<FrmMstMeka>([&](FrmMstMeka& s) {
+                         Commit(s.txtTNo, typed);
+                         Commit(s.txtName, QStringLiteral("眼鏡"));
+                         shown = s.txtTNo->text();
+                         QTest::keyClick(&s, Qt::Key_F5);
+                         QTest::keyClick(&s, Qt::Key_F1);
+                     });
+                     FrmMstMeka screen;
+                     ShowModal(screen);
+                     return shown + QLatin1Char('|') +
+                            QueryValue(QStringLiteral("select Meka_Name from San_Meka where "
+                                                      "Meka_No = '%1'")
+                                           .arg(shown))
+                                .toString();
+                 },
+                 QStringLiteral("012|眼鏡")},
+                {"amount", QStringLiteral("２１，０００"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_KingaKei", [&](UriageBlock& b) {
+                         Paste(b.txtKinga, typed);
+                         return b.txtKinga;
+                     });
+                 },
+                 QStringLiteral("21,000|21000")},
+                {"signed prescription value", QStringLiteral("－０．５"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_R_Cyl", [&](UriageBlock& b) {
+                         Commit(b.prescription(0, Cyl), typed);
+                         return b.prescription(0, Cyl);
+                     });
+                 },
+                 QStringLiteral("-0.50|-0.5")},
+                {"whole prescription value", QStringLiteral("１２"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_L_Ax", [&](UriageBlock& b) {
+                         Commit(b.prescription(1, Ax), typed);
+                         return b.prescription(1, Ax);
+                     });
+                 },
+                 QStringLiteral("12|12")},
+                {"date", QStringLiteral("２０２５０６０２"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_Date", [&](UriageBlock& b) {
+                         Paste(b.txtUriDate, typed);
+                         return b.txtUriDate;
+                     });
+                 },
+                 QStringLiteral("2025/06/02|20250602")},
+            };
+        for (const auto& [field, typed, road, expected] : roads)
+            QCOMPARE(QString::fromLatin1(field) + QStringLiteral(": ") + road(typed),
+                     QString::fromLatin1(field) + QStringLiteral(": ") + expected);
+        static const QRegularExpression errorLine(QStringLiteral("ｴﾗ-No\\.\\([^)]"));
+        QVERIFY(!QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine));
     }
 };
 
