@@ -2,6 +2,7 @@
 
 #include "frame/Globals.h"
 #include "platform/Failure.h"
+#include "platform/NumberText.h"
 #include "platform/db/SqlText.h"
 
 #include <cmath>
@@ -11,7 +12,7 @@ namespace {
 // A typed number read as a whole number; a half goes to the even neighbour.
 qint64 wholeNumber(const QString& text) {
     bool isNumber = false;
-    const double value = text.trimmed().toDouble(&isNumber);
+    const double value = NumberFromText(text, &isNumber);
     if (!isNumber || !std::isfinite(value))
         throw Failure(13, QStringLiteral("型が一致しません。"));
     return static_cast<qint64>(std::nearbyint(value));

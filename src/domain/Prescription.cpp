@@ -3,6 +3,7 @@
 #include "frame/BasCmnSubFun.h"
 #include "platform/Failure.h"
 #include "platform/Format.h"
+#include "platform/NumberText.h"
 
 #include <QRegularExpression>
 
@@ -26,7 +27,7 @@ void SetPrescriptionText(Prescription& eye, int index, const QString& text) {
 }
 
 double ReadNumber(const QString& text, bool emptyIsZero) {
-    const QString trimmed = text.trimmed();
+    const QString trimmed = HalfWidthNumber(text).trimmed();
     if (trimmed.isEmpty() && emptyIsZero)
         return 0;
     static const QRegularExpression number(QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)$"));

@@ -183,6 +183,8 @@ void FrmRireki::cmdFnuc_Click(int index) {
         if (CmnDspMsg(OpeQes_001) == Answer::Yes && SaveUriage()) {
             koushin_ = true;
             CmnDspMsg(OpeInf_001);
+            // The page shows what is stored now, every block read-only until corrected again.
+            showPage();
         }
         break;
     case F5:

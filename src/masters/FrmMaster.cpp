@@ -6,6 +6,7 @@
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "platform/Format.h"
+#include "platform/NumberText.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/RowModel.h"
@@ -214,7 +215,7 @@ void FrmMaster::numberLeft() {
     if (typed.isEmpty())
         return;
     bool isNumber = false;
-    const double number = typed.toDouble(&isNumber);
+    const double number = NumberFromText(typed, &isNumber);
     const double rounded = RoundHalfAwayFromZero(number, 0);
     if (!isNumber || rounded < 0 || rounded > 999) {
         CmnDspMsg(OpeErr_004);

@@ -44,6 +44,9 @@ FrmZipList::FrmZipList(QWidget* parent) : Screen(parent) {
     txtTodo = field(this, QStringLiteral("txtTodo"), 10, 120);
     txtCity = field(this, QStringLiteral("txtCity"), 10, 160);
     txtTown = field(this, QStringLiteral("txtTown"), 10, 160);
+    // The two parts of the code are looked up as numbers: only digits can be typed there.
+    txtZip1->setNumericInput(QStringLiteral("000"), 0, 999);
+    txtZip2->setNumericInput(QStringLiteral("0000"), 0, 9999);
     cmdKensak = button(this, QStringLiteral("cmdKensak"), QStringLiteral("検索実行"));
     cmdClear = button(this, QStringLiteral("cmdClear"), QStringLiteral("クリア"));
     cmdOK = button(this, QStringLiteral("cmdOK"), QStringLiteral("ＯＫ"));

@@ -2,6 +2,7 @@
 
 #include "domain/Prescription.h"
 #include "platform/Format.h"
+#include "platform/NumberText.h"
 
 #include <QRegularExpression>
 #include <cmath>
@@ -13,13 +14,13 @@ constexpr double FineUpper = 9.99;
 constexpr double PdUpper = 99.9;
 
 double numberOf(const QString& text) {
-    return text.trimmed().toDouble();
+    return NumberFromText(text);
 }
 } // namespace
 
 bool IsPrescriptionNumber(const QString& text) {
     static const QRegularExpression number(QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)$"));
-    return number.match(text.trimmed()).hasMatch();
+    return number.match(HalfWidthNumber(text).trimmed()).hasMatch();
 }
 
 QString LeaveInteger(const QString& text) {

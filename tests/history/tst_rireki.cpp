@@ -1,12 +1,18 @@
 // The sales history: pages of three purchases, corrections saved in one transaction, and the
-// register's key that opens it.
+// register's key that opens it. Full-width digits in the number fields of the history and of
+// the screens beside it.
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "data/MasterStore.h"
 #include "data/PurchaseStore.h"
+#include "frame/Globals.h"
+#include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "history/FrmRireki.h"
 #include "history/UriageBlock.h"
+#include "masters/FrmMaster.h"
+#include "pickers/AddressList.h"
+#include "pickers/FrmZipList.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -16,6 +22,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QtTest>
 
 namespace {
@@ -126,11 +133,14 @@ private slots:
     }
 
     // The register's key opens the history; the block is written as its fields hold it, a maker
-    // whose master row is gone keeps its code, and the register shows the correction afterwards.
+    // whose master row is gone keeps its code; after the save the page shows what is stored and
+    // a second correction is stored too; the register shows the correction afterwards.
     void aCorrectedBlockIsStored() {
         MasterStore::Remove(MasterKind::Meka, QStringLiteral("002"));
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
+        for (int save = 0; save < 2; ++save) {
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            harness.msgs.expect(OpeInf_001);
+        }
         QVERIFY(OpenRegister(harness, 1, [this](FrmKokyaku& s) {
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {
                 UriageBlock& middle = *history.FraUriage[1];
@@ -140,18 +150,131 @@ private slots:
                 middle.txtUriDate->setDate(QDate(2025, 6, 2));
                 middle.txtKinga->setValue(21000);
                 QTest::keyClick(middle.cboFm_Meka, Qt::Key_Delete);
-                middle.prescription(0, Cyl)->setText(QStringLiteral("-0.50"));
+                middle.prescription(0, Cyl)->setText(QStringLiteral("-0.5"));
                 middle.prescription(1, B1)->setText(QStringLiteral("IN"));
                 QTest::keyClick(&history, Qt::Key_F4);
+                QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_Lz_MekaNo,"
+                                   "Uri_KingaKei,Uri_R_Sph,Uri_R_Cyl,Uri_L_B1,Uri_Syohou"),
+                         QStringLiteral("20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"));
+                // The page is read again: the stored block, read-only under its own caption.
+                QCOMPARE(middle.title(), QStringLiteral("中段"));
+                QVERIFY(!middle.isEnabled() && !history.ChkEditData());
+                QCOMPARE(middle.prescription(0, Cyl)->text(), QStringLiteral("-0.50"));
+                // A second correction is stored as well.
+                QTest::keyClick(&history, Qt::Key_F6);
+                middle.txtFm_Name->setText(QStringLiteral("二度目"));
+                QTest::keyClick(&history, Qt::Key_F4);
+                QCOMPARE(middle.txtFm_Name->text(), QStringLiteral("二度目"));
                 QTest::keyClick(&history, Qt::Key_F1);
             });
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), QStringLiteral("F-1 O'Brien "));
+            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), QStringLiteral("二度目"));
         }));
-        QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_Lz_MekaNo,Uri_KingaKei,"
-                           "Uri_R_Sph,Uri_R_Cyl,Uri_L_B1,Uri_Syohou"),
-                 QStringLiteral("20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"));
+        QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_R_Cyl,Uri_L_B1"),
+                 QStringLiteral("20250602|二度目||-0.5|IN"));
         QCOMPARE(stored(4, "Uri_Fm_Name"), QStringLiteral("F-1"));
+    }
+
+    // Full-width digits, signs and points, committed by an input method or pasted, are digits
+    // in every number field: shown and stored as such, never a failure box or an error line.
+    void fullWidthDigitsAreReadAsDigits() {
+        for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
+                                "(60, 42, '北海道', '札幌市中央区', '大通西')"})
+            gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
+        // Corrects the upper purchase (number 1) with what type does; gives the field's text
+        // after the save and the stored column.
+        const auto corrected = [this](const char* column,
+                                      const std::function<QLineEdit*(UriageBlock&)>& type) {
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            harness.msgs.expect(OpeInf_001);
+            QString shown;
+            harness.screens.expect<FrmRireki>([&](FrmRireki& s) {
+                QTest::keyClick(&s, Qt::Key_F5);
+                QLineEdit* field = type(*s.FraUriage[0]);
+                QTest::keyClick(&s, Qt::Key_F4);
+                shown = field->text();
+                QTest::keyClick(&s, Qt::Key_F1);
+            });
+            FrmRireki screen;
+            screen.setKokNo(1);
+            ShowModal(screen);
+            return shown + QLatin1Char('|') + stored(1, column);
+        };
+        const std::tuple<const char*, QString, std::function<QString(const QString&)>, QString>
+            roads[] = {
+                {"postal search", QStringLiteral("０６０"),
+                 [this](const QString& typed) {
+                     QString found;
+                     harness.screens.expect<FrmZipList>([&](FrmZipList& s) {
+                         Commit(s.txtZip1, typed);
+                         QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
+                         found =
+                             s.txtZip1->text() + QLatin1Char('|') + ColumnTexts(*s.spdZipList, 1);
+                         QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
+                     });
+                     FrmZipList screen;
+                     ShowModal(screen);
+                     return found;
+                 },
+                 QStringLiteral("060|060-0001|060-0042")},
+                {"master number", QStringLiteral("１２"),
+                 [this](const QString& typed) {
+                     harness.msgs.expect(OpeInf_001);
+                     QString shown;
+                     harness.screens.expect<FrmMstMeka>([&](FrmMstMeka& s) {
+                         Commit(s.txtTNo, typed);
+                         Commit(s.txtName, QStringLiteral("眼鏡"));
+                         shown = s.txtTNo->text();
+                         QTest::keyClick(&s, Qt::Key_F5);
+                         QTest::keyClick(&s, Qt::Key_F1);
+                     });
+                     FrmMstMeka screen;
+                     ShowModal(screen);
+                     return shown + QLatin1Char('|') +
+                            QueryValue(QStringLiteral("select Meka_Name from San_Meka where "
+                                                      "Meka_No = '%1'")
+                                           .arg(shown))
+                                .toString();
+                 },
+                 QStringLiteral("012|眼鏡")},
+                {"amount", QStringLiteral("２１，０００"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_KingaKei", [&](UriageBlock& b) {
+                         Paste(b.txtKinga, typed);
+                         return b.txtKinga;
+                     });
+                 },
+                 QStringLiteral("21,000|21000")},
+                {"signed prescription value", QStringLiteral("－０．５"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_R_Cyl", [&](UriageBlock& b) {
+                         Commit(b.prescription(0, Cyl), typed);
+                         return b.prescription(0, Cyl);
+                     });
+                 },
+                 QStringLiteral("-0.50|-0.5")},
+                {"whole prescription value", QStringLiteral("１２"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_L_Ax", [&](UriageBlock& b) {
+                         Commit(b.prescription(1, Ax), typed);
+                         return b.prescription(1, Ax);
+                     });
+                 },
+                 QStringLiteral("12|12")},
+                {"date", QStringLiteral("２０２５０６０２"),
+                 [&](const QString& typed) {
+                     return corrected("Uri_Date", [&](UriageBlock& b) {
+                         Paste(b.txtUriDate, typed);
+                         return b.txtUriDate;
+                     });
+                 },
+                 QStringLiteral("2025/06/02|20250602")},
+            };
+        for (const auto& [field, typed, road, expected] : roads)
+            QCOMPARE(QString::fromLatin1(field) + QStringLiteral(": ") + road(typed),
+                     QString::fromLatin1(field) + QStringLiteral(": ") + expected);
+        static const QRegularExpression errorLine(QStringLiteral("ｴﾗ-No\\.\\([^)]"));
+        QVERIFY(!QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine));
     }
 };
 

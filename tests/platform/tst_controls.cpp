@@ -1,5 +1,6 @@
 // The input controls: kana capture from the input method, number and date fields, the postal
-// code mask, numeric input settings, notifications and the function-key row.
+// code mask, numeric input settings, full-width digits, notifications and the function-key row.
+#include "platform/NumberText.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
@@ -7,6 +8,7 @@
 #include "platform/controls/xKana.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
+#include "support/Roads.h"
 
 #include <QDialog>
 #include <QtTest>
@@ -112,6 +114,45 @@ private slots:
         QCOMPARE(date.date(), xDate::EmptyDate); // no 13th month
         date.clear();
         QTest::keyClicks(&date, QStringLiteral("20261122"));
+        QCOMPARE(date.date(), QDate(2026, 11, 22));
+    }
+
+    void fullWidthDigitsSignsAndPointsAreReadAsAscii() {
+        const std::pair<const char*, const char*> texts[] = {{"０１２３４５６７８９", "0123456789"},
+                                                             {" －１，２３４．５ ", " -1,234.5 "},
+                                                             {"＋０．２５", "+0.25"},
+                                                             {"１ａ　ー−", "1ａ　ー−"},
+                                                             {"", ""}};
+        for (const auto& [typed, ascii] : texts)
+            QCOMPARE(HalfWidthNumber(QString::fromUtf8(typed)), QString::fromUtf8(ascii));
+        const std::tuple<const char*, double, bool> numbers[] = {{" －０．５ ", -0.5, true},
+                                                                 {"１２", 12, true},
+                                                                 {"ー１", 0, false},
+                                                                 {"１２ａ", 0, false}};
+        for (const auto& [typed, value, isNumber] : numbers) {
+            bool ok = !isNumber;
+            QCOMPARE(NumberFromText(QString::fromUtf8(typed), &ok), value);
+            QCOMPARE(ok, isNumber);
+        }
+
+        // Committed by an input method or pasted, into each kind of number field.
+        xField signedValue;
+        signedValue.setNumericInput(QStringLiteral("+0.00"), -9.99, 9.99);
+        type(&signedValue, {}, "－１．２５");
+        QCOMPARE(signedValue.text(), QStringLiteral("-1.25"));
+        xField whole; // no sign where the pattern shows none and no negative is allowed
+        whole.setNumericInput(QStringLiteral("000"), 0, 999);
+        QTest::keyClicks(&whole, QStringLiteral("+"));
+        type(&whole, {}, "０６０");
+        QCOMPARE(whole.text(), QStringLiteral("060"));
+        xNum amount;
+        Paste(&amount, QStringLiteral("１２，３４５"));
+        QCOMPARE(amount.Value(), 12345.0);
+        xZip zip;
+        Paste(&zip, QStringLiteral("０６０００４２"));
+        QCOMPARE(zip.text(), QStringLiteral("060-0042"));
+        xDate date;
+        Paste(&date, QStringLiteral("２０２６１１２２"));
         QCOMPARE(date.date(), QDate(2026, 11, 22));
     }
 

@@ -10,10 +10,27 @@
 #include "platform/ui/ShowModal.h"
 #include "support/ShopData.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+
+void Commit(QWidget* field, const QString& text) {
+    field->setFocus();
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QCoreApplication::sendEvent(field, &event);
+}
+
+void Paste(QWidget* field, const QString& text) {
+    field->setFocus();
+    QGuiApplication::clipboard()->setText(text);
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+}
 
 bool OpenRegister(Harness& harness, qint64 customerNo,
                   const std::function<void(FrmKokyaku&)>& drive, const QString& tel) {

@@ -9,9 +9,16 @@
 
 class FrmKokyaku;
 class GridView;
+class QWidget;
 class UriageEntry;
 
 // Roads through the screens that many tests walk.
+
+// Text as an input method commits it into the field that has the focus (full-width digits,
+// kana, kanji: what QTest::keyClicks cannot type).
+void Commit(QWidget* field, const QString& text);
+// Text pasted over a field's whole text from the clipboard (Ctrl+A, Ctrl+V).
+void Paste(QWidget* field, const QString& text);
 
 // Opens the register as its callers do (0: a new customer, starting with the telephone) and
 // drives it; gives back Koushin.

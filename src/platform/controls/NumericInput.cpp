@@ -1,5 +1,7 @@
 #include "platform/controls/NumericInput.h"
 
+#include "platform/NumberText.h"
+
 #include <QRegularExpression>
 
 NumericInput::NumericInput(const QString& pattern, double lowest, double highest, QObject* parent)
@@ -10,12 +12,18 @@ NumericInput::NumericInput(const QString& pattern, double lowest, double highest
 }
 
 QValidator::State NumericInput::validate(QString& input, int&) const {
+    // Full-width digits and signs are taken as typed and shown in ASCII from then on.
+    input = HalfWidthNumber(input);
     QString text = input.trimmed();
     if (grouping_)
         text.remove(QLatin1Char(','));
     if (text.isEmpty())
         return Intermediate;
-    const QString sign = lowest_ < 0 ? QStringLiteral("[+-]?") : QStringLiteral("[+]?");
+    // A field that never holds a negative number takes a plus sign only when its pattern
+    // shows one: a lone "+" in a whole-number field would not read as a number.
+    const QString sign = lowest_ < 0                             ? QStringLiteral("[+-]?")
+                         : pattern_.startsWith(QLatin1Char('+')) ? QStringLiteral("[+]?")
+                                                                 : QString();
     const QString fraction =
         decimals_ > 0 ? QStringLiteral("(\\.\\d{0,%1})?").arg(decimals_) : QString();
     const QRegularExpression shape(QStringLiteral("^") + sign + QStringLiteral("\\d*") + fraction +
@@ -28,5 +36,10 @@ QValidator::State NumericInput::validate(QString& input, int&) const {
         return Intermediate; // a lone sign or point, on its way to a number
     if (value > highest_ || value < lowest_)
         return Invalid;
+    return Acceptable;
+}
+
+QValidator::State HalfWidthDigits::validate(QString& input, int&) const {
+    input = HalfWidthNumber(input);
     return Acceptable;
 }

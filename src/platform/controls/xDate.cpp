@@ -1,14 +1,19 @@
 #include "platform/controls/xDate.h"
 
+#include "platform/NumberText.h"
+#include "platform/controls/NumericInput.h"
+
 const QDate xDate::EmptyDate(1899, 12, 30);
 
 xDate::xDate(QWidget* parent) : xInput(parent) {
     setInputMask(QStringLiteral("9999/99/99;_"));
     setAttribute(Qt::WA_InputMethodEnabled, false);
+    setValidator(new HalfWidthDigits(this));
 }
 
 QDate xDate::date() const {
-    const QDate typed = QDate::fromString(QLineEdit::text(), QStringLiteral("yyyy/MM/dd"));
+    const QDate typed =
+        QDate::fromString(HalfWidthNumber(QLineEdit::text()), QStringLiteral("yyyy/MM/dd"));
     return typed.isValid() ? typed : EmptyDate;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/controls/xNum.h"
 
 #include "platform/Format.h"
+#include "platform/NumberText.h"
 #include "platform/controls/NumericInput.h"
 
 xNum::xNum(QWidget* parent) : xInput(parent) {
@@ -55,7 +56,7 @@ void xNum::applySettings(double lowest, double highest) {
 }
 
 QString xNum::plainText() const {
-    return text().trimmed().remove(QLatin1Char(','));
+    return HalfWidthNumber(text()).trimmed().remove(QLatin1Char(','));
 }
 
 void xNum::focusInEvent(QFocusEvent* event) {
