@@ -13,6 +13,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace {
@@ -51,8 +52,16 @@ FrmPrint::FrmPrint(std::vector<ListRow> rows, bool allCustomers, QWidget* parent
     cmdEnd->setAutoDefault(false);
     cmdEnd->setMinimumSize(240, 44);
     connect(cmdEnd, &QPushButton::clicked, this, [this] { done(QDialog::Accepted); });
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, cmdEnd, &QPushButton::click);
     page->addSpacing(10);
     page->addWidget(cmdEnd);
+}
+
+void FrmPrint::showEvent(QShowEvent* event) {
+    // The screen is worked with the keys: the focused button shows its focus from the start,
+    // not only after a first Tab.
+    setAttribute(Qt::WA_KeyboardFocusChange);
+    Screen::showEvent(event);
 }
 
 void FrmPrint::cmdPrint_Click(int index) {

@@ -28,6 +28,9 @@ public:
     std::array<QPushButton*, 3> cmdPrint;
     QPushButton* cmdEnd;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     // Opens a job, starts the document, runs the page routine and ends or aborts it.
     void runJob(const QString& procedure, const QString& settings, const QString& documentName,

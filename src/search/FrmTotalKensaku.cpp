@@ -38,7 +38,6 @@ template <class List> QList<QWidget*> widgets(const List& controls) {
 FrmTotalKensaku::FrmTotalKensaku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmTotalKensaku"));
     setWindowTitle(QStringLiteral("検索条件指定"));
-    setEnterMovesFocus(true);
     buildForm();
     for (int i = 0; i < 15; ++i)
         connect(chkJoken[i], &QCheckBox::clicked, this, [this, i] { chkJoken_Click(i); });
@@ -192,6 +191,22 @@ void FrmTotalKensaku::cmdKensaku_Click() {
 void FrmTotalKensaku::cmdCancel_Click() {
     result_ = 0;
     done(QDialog::Rejected);
+}
+
+void FrmTotalKensaku::reject() {
+    cmdCancel_Click();
+}
+
+bool FrmTotalKensaku::enterPressed(QWidget* from) {
+    if (auto* button = qobject_cast<QPushButton*>(from)) {
+        button->click();
+        return true;
+    }
+    // The search button takes the focus first, as a click does: the field being left runs its
+    // leave rule (the to-age follows the from-age) before the conditions are read.
+    cmdKensaku->setFocus(Qt::OtherFocusReason);
+    cmdKensaku->click();
+    return true;
 }
 
 void FrmTotalKensaku::cmdCalender_Click(int index) {

@@ -56,6 +56,12 @@ public:
     QGroupBox* FraAll_K;
     QPushButton *cmdKensaku, *cmdClear, *cmdCancel;
 
+protected:
+    // Enter in a condition starts the search; on a button it presses that button.
+    bool enterPressed(QWidget* from) override;
+    // The window's close box is キャンセル.
+    void reject() override;
+
 private:
     void buildForm();
     QList<QWidget*> group(int index) const;

@@ -100,8 +100,7 @@ void ListGrid::removeRow(int row) {
 void ListGrid::toggleMarks(int top, int bottom) {
     top = std::max(top, 1);
     bottom = std::min(bottom, maxRows());
-    for (int row = top; row <= bottom; ++row)
-        model_->update(row - 1, [](ListRow& r) { r.marked = !r.marked; });
+    model_->updateRange(top - 1, bottom - 1, [](ListRow& r) { r.marked = !r.marked; });
     emit marksChanged(markedCount());
 }
 

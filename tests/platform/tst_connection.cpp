@@ -65,7 +65,8 @@ private slots:
         QVERIFY(QueryValue(QStringLiteral("select max(User_No) from San_User where User_No > 5"))
                     .isNull());
 
-        const QString typed = QStringLiteral("  O'Neil 'の' ''眼鏡店  ");
+        // Quotes, a backslash and the word like in a text are text on both engines.
+        const QString typed = QStringLiteral("  O'Neil 'の' ''眼鏡店 like \\ ");
         gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name) values (7, ") +
                      SqlStr(typed) + QLatin1Char(')'));
         QCOMPARE(QueryValue(QStringLiteral("select User_Name from San_User where User_No = 7"))

@@ -143,6 +143,26 @@ private slots:
         QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, cellCentre(grid, 5, 2));
         QCOMPARE(block.count(), 1);
         QCOMPARE(block.last(), (QList<QVariant>{4, 1, 5, 2}));
+
+        // A drag over the cells or the row headings is a block, told once; a click inside the
+        // block shown and a click on a row heading are none.
+        QWidget* headings = grid.view()->verticalHeader()->viewport();
+        const auto heading = [&](int row) {
+            return QPoint(5, grid.view()->verticalHeader()->sectionViewportPosition(row - 1) + 5);
+        };
+        QTest::mousePress(cells, Qt::LeftButton, {}, cellCentre(grid, 1, 1));
+        QTest::mouseMove(cells, cellCentre(grid, 3, 2));
+        QTest::mouseRelease(cells, Qt::LeftButton, {}, cellCentre(grid, 3, 2));
+        QCOMPARE(block.count(), 2);
+        QCOMPARE(block.last(), (QList<QVariant>{1, 1, 3, 2}));
+        QTest::mouseClick(cells, Qt::LeftButton, {}, cellCentre(grid, 2, 1));
+        QTest::mouseClick(headings, Qt::LeftButton, {}, heading(4));
+        QCOMPARE(block.count(), 2);
+        QTest::mousePress(headings, Qt::LeftButton, {}, heading(2));
+        QTest::mouseMove(headings, heading(3));
+        QTest::mouseRelease(headings, Qt::LeftButton, {}, heading(3));
+        QCOMPARE(block.count(), 3);
+        QCOMPARE(block.last(), (QList<QVariant>{2, 1, 3, 2}));
     }
 };
 

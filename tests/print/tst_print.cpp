@@ -1,6 +1,7 @@
 // Printing from the customer list: the pages and fields each job produced, and the PDF itself.
 #include "frame/MessageCatalogue.h"
 #include "platform/report/Report.h"
+#include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
 #include "support/Harness.h"
 
@@ -75,6 +76,22 @@ private slots:
         QCOMPARE(field(vertical, 1, "Name"), QStringLiteral("鈴木 花子  様"));
         QCOMPARE(field(horizontal, 0, "Name"), QStringLiteral("山田 太郎  様"));
         QVERIFY(!horizontal.pages[0].contains(QStringLiteral("Sama")));
+    }
+
+    // The screen is worked with the keys: the focused button shows its focus from the start,
+    // and Esc closes the screen as "閉じる" does, printing nothing.
+    void theFocusShowsAndEscCloses() {
+        FrmPrint print({row(QStringLiteral("山田"), QString(), 0, true)}, true);
+        harness.screens.expect<FrmPrint>([](FrmPrint& s) {
+            QCOMPARE(s.focusWidget(), s.cmdPrint[0]);
+            const QImage focused = s.cmdPrint[0]->grab().toImage();
+            s.cmdPrint[1]->setFocus(Qt::OtherFocusReason);
+            QVERIFY(s.cmdPrint[0]->grab().toImage() != focused);
+            QTest::keyClick(&s, Qt::Key_Escape);
+            QVERIFY(!s.isVisible());
+        });
+        QCOMPARE(ShowModal(print), int(QDialog::Accepted));
+        QVERIFY(ReportJobs().isEmpty());
     }
 
     // The ledger lists every customer, marked or not, 36 lines a page. Without its template the

@@ -32,6 +32,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QTableView>
 #include <QtTest>
@@ -67,6 +68,11 @@ QString cells(const GridView& grid, int column) {
     return texts.join(QLatin1Char('|'));
 }
 
+// The middle of a cell (counted from 1), where the mouse is put on it.
+QPoint at(const GridView& grid, int row, int column) {
+    return grid.view()->visualRect(grid.gridModel()->index(row - 1, column - 1)).center();
+}
+
 void edit(ListGrid& grid, int row, int column, const QString& value) {
     grid.gridModel()->setData(grid.gridModel()->index(row - 1, column - 1), value, Qt::EditRole);
 }
@@ -95,12 +101,14 @@ class TestSearch : public QObject {
             harness.msgs.expect(code, code.startsWith(u"OpeQes") ? Answer::Yes : Answer::OK);
     }
 
-    // Searches with the conditions the driver enters on the list's conditions screen.
+    // Searches with the conditions the driver enters on the list's conditions screen; unless
+    // the driver started the search itself, "検索開始" starts it.
     void search(FrmIchiran& list, const std::function<void(FrmTotalKensaku&)>& enter = {}) {
         harness.screens.expect<FrmTotalKensaku>([enter](FrmTotalKensaku& s) {
             if (enter)
                 enter(s);
-            QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
+            if (s.isVisible())
+                QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
         });
         QTest::keyClick(&list, Qt::Key_F6);
     }
@@ -127,8 +135,8 @@ private slots:
                         u"1-2-3"_s, 0, 0, 1, 30, 5, 3});
         InsertCustomer({2, u"伊藤"_s, u"いとう"_s, u"011-222"_s, u"040-0001"_s, u"  函館市  "_s,
                         u"札幌通"_s, 1, 1, 2, 1, 8, 3});
-        InsertCustomer({3, u"上田"_s, none, u"0166-33"_s, u"070-0001"_s, u"札幌市中央区"_s, none, 0,
-                        3, 3, 1960, 5, 4});
+        InsertCustomer({3, u"上田"_s, none, u"0166-33 Ext_1\\2%"_s, u"070-0001"_s,
+                        u"札幌市中央区"_s, u"A\\B_1%"_s, 0, 3, 3, 1960, 5, 4});
         InsertCustomer(
             {4, u"江藤"_s, u"えとう"_s, u"0138-44"_s, none, none, none, 1, 2, 1, 0, 0, 0});
         // customer, number, date, item, purpose, frame maker, lens maker, frame, lens, total
@@ -137,7 +145,7 @@ private slots:
         InsertPurchase({.user = 1, .seq = 3, .ymd = 20230505, .total = 12000});
         InsertPurchase({2, 1, 20240301, u"001"_s, u"003"_s, u"004"_s, u"004"_s, 0, 0, 50000});
         InsertPurchase({3, 1, 20220101, u"003"_s, u"001"_s, u"002"_s, none, 0, 0, 50000});
-        gCon.execute(u"update San_Uriage set Uri_Fm_Name = 'Ray' where Uri_UserNo = 1 and "
+        gCon.execute(u"update San_Uriage set Uri_Fm_Name = 'Ray-Ban' where Uri_UserNo = 1 and "
                      u"Uri_Seq = 2"_s);
         gCon.execute(u"update San_Uriage set Uri_Lz_Name = 'Wood' where Uri_UserNo = 2"_s);
     }
@@ -184,6 +192,19 @@ private slots:
             << when({C::HinName}, {.hinName = {u"Ray"_s, none, none, none, none, u"nothing"_s}})
             << Numbers{1};
         // 1 has 47000 in all, 35000 in 2024: the bound counts, and only the visits counted.
+        // Texts are found ignoring ASCII case; a backslash, % and _ stand for themselves.
+        QTest::newRow("name in other case")
+            << when({C::HinName}, {.hinName = {u"ray"_s}}) << Numbers{1};
+        QTest::newRow("name in capitals")
+            << when({C::HinName}, {.hinName = {none, u"RAY-BAN"_s}}) << Numbers{1};
+        QTest::newRow("a backslash") << when({C::Jusyo}, {.jusyo1 = u"a\\b"_s}) << Numbers{3};
+        QTest::newRow("percent and underscore")
+            << when({C::Jusyo}, {.jusyo1 = u"b_1%"_s}) << Numbers{3};
+        QTest::newRow("no wildcard underscore")
+            << when({C::Jusyo}, {.jusyo1 = u"A_B"_s}) << Numbers{};
+        QTest::newRow("no wildcard percent") << when({C::Jusyo}, {.jusyo1 = u"1%"_s}) << Numbers{3};
+        QTest::newRow("telephone in other case")
+            << when({C::Tel}, {.tel = u"eXT_1\\2%"_s}) << Numbers{3};
         QTest::newRow("amount") << when({C::Amount}, {.amountFrom = 20000, .amountTo = 47000})
                                 << Numbers{1};
         const C inYear{
@@ -197,6 +218,27 @@ private slots:
         QFETCH(Numbers, expected);
         Numbers found;
         SearchCustomers(conditions, 2024, [&](const ListedCustomer& c) { found << c.no; });
+        QCOMPARE(found, expected);
+    }
+
+    // The quick search takes the typed text as it is, ignoring ASCII case only.
+    void theQuickSearchFindsTextAsTyped_data() {
+        QTest::addColumn<QString>("kana");
+        QTest::addColumn<QString>("tel");
+        QTest::addColumn<Numbers>("expected");
+        QTest::newRow("other case") << none << u"ext"_s << Numbers{3};
+        QTest::newRow("an underscore") << none << u"EXT_1"_s << Numbers{3};
+        QTest::newRow("no wildcard underscore") << none << u"Ex_"_s << Numbers{};
+        QTest::newRow("a backslash") << none << u"1\\2"_s << Numbers{3};
+        QTest::newRow("no wildcard percent") << none << u"0%"_s << Numbers{};
+    }
+    void theQuickSearchFindsTextAsTyped() {
+        QFETCH(QString, kana);
+        QFETCH(QString, tel);
+        QFETCH(Numbers, expected);
+        Numbers found;
+        for (const Customer& c : CustomerStore::QuickSearch(kana, tel))
+            found << c.no;
         QCOMPARE(found, expected);
     }
 
@@ -255,8 +297,11 @@ private slots:
             ListGrid& grid = *s.spdData;
             search(s, [](FrmTotalKensaku& c) {
                 tick(c, C::Tel);
-                c.txtTel->setText(u"011"_s);
                 tick(c, 14); // the family mode
+                c.txtTel->setFocus();
+                QTest::keyClicks(c.txtTel, u"011"_s);
+                QTest::keyClick(c.txtTel, Qt::Key_Return); // Enter starts the search
+                QVERIFY(!c.isVisible());
             });
             QCOMPARE(s.shownSearch().result, 1);
             QCOMPARE(cells(grid, ListGrid::Mark), u"●|●"_s);
@@ -289,15 +334,28 @@ private slots:
                 QTest::keyClick(&s, key);
                 QCOMPARE(cells(grid, ListGrid::No), order);
             }
-            grid.clicked(4, ListGrid::Mark);
-            grid.blockSelected(1, ListGrid::Mark, 2, ListGrid::Mark);
+            // A click on a mark toggles it; a block dragged toggles its rows once, repainted and
+            // counted once; a click inside it is a click, a click on a row heading nothing.
+            QWidget* area = grid.view()->viewport();
+            QTest::mouseClick(area, Qt::LeftButton, {}, at(grid, 4, ListGrid::Mark));
+            QSignalSpy repaints(grid.gridModel(), &QAbstractItemModel::dataChanged);
+            QTest::mousePress(area, Qt::LeftButton, {}, at(grid, 1, ListGrid::Mark));
+            QTest::mouseMove(area, at(grid, 2, ListGrid::Name));
+            QTest::mouseRelease(area, Qt::LeftButton, {}, at(grid, 2, ListGrid::Name));
+            QCOMPARE(repaints.count(), 1);
             QCOMPARE(cells(grid, ListGrid::Mark), u"●|||●"_s);
             QCOMPARE(s.lblPrintCnt->text(), u"2"_s);
+            QTest::mouseClick(area, Qt::LeftButton, {}, at(grid, 1, ListGrid::Mark));
+            QHeaderView* headings = grid.view()->verticalHeader();
+            QTest::mouseClick(headings->viewport(), Qt::LeftButton, {},
+                              QPoint(5, headings->sectionViewportPosition(2) + 5));
+            QCOMPARE(cells(grid, ListGrid::Mark), u"|||●"_s);
+            QCOMPARE(s.lblPrintCnt->text(), u"1"_s);
             // Row 2 corrected in place; as an individual now it is marked again.
             edit(grid, 2, ListGrid::Name, u"青木 改"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::Yellow);
             edit(grid, 2, ListGrid::Kazok, u"2"_s);
-            QCOMPARE(s.lblPrintCnt->text(), u"3"_s);
+            QCOMPARE(s.lblPrintCnt->text(), u"2"_s);
             QTest::keyClick(&s, Qt::Key_F9); // sorting waits until the edit is saved
             for (int row : {3, 4}) {
                 grid.setActiveCell(row, 1);
@@ -324,10 +382,19 @@ private slots:
         expectBoxes({OpeInf_008, OpeErr_001, OpeErr_003, OpeQes_009});
         openList([this](FrmIchiran& s) {
             search(s); // everyone
+            // The close box is キャンセル: the conditions left there are neither checked nor run.
             harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
+                tick(c, C::Amount);
+                c.txtKinga[0]->setValue(9);
+                c.close();
+            });
+            QTest::keyClick(&s, Qt::Key_F6);
+            QCOMPARE(s.spdData->maxRows(), 4);
+            harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
+                tick(c, C::Amount);
                 tick(c, C::Youto);
                 QVERIFY(!c.FraAll->isVisible());
-                QTest::mouseClick(c.cmdKensaku, Qt::LeftButton); // no purpose chosen
+                QTest::keyClick(c.chkJoken[C::Youto], Qt::Key_Return); // no purpose chosen
                 QCOMPARE(c.focusWidget(), c.cboYoto[0]);
                 tick(c, C::Youto);
                 tick(c, C::Age);
@@ -336,7 +403,7 @@ private slots:
                 c.txtToshi[1]->setFocus(); // the to-age takes the from-age
                 QCOMPARE(c.txtToshi[1]->Value(), 30.0);
                 c.txtToshi[1]->setValue(20);
-                QTest::mouseClick(c.cmdKensaku, Qt::LeftButton);
+                QTest::keyClick(c.txtToshi[1], Qt::Key_Enter);
                 QCOMPARE(c.focusWidget(), c.txtToshi[0]);
                 // Switching a condition off and on again resets it: dates to today.
                 tick(c, C::Visit);

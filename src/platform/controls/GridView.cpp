@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -151,10 +152,45 @@ QString GridView::cellText(int row, int column) const {
     return view_->model()->index(row - 1, column - 1).data(Qt::DisplayRole).toString();
 }
 
+QPoint GridView::placeAt(QObject* area, const QPoint& position) const {
+    if (area == view_->viewport()) {
+        const QModelIndex index = view_->indexAt(position);
+        return {index.row(), index.column()};
+    }
+    return {view_->verticalHeader()->logicalIndexAt(position), -1};
+}
+
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease &&
-        (watched == view_->viewport() || watched == view_->verticalHeader()->viewport()))
-        reportBlock();
+    if (watched != view_->viewport() && watched != view_->verticalHeader()->viewport())
+        return QWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() == Qt::LeftButton)
+            gesture_ = {true, placeAt(watched, mouse->position().toPoint()),
+                        mouse->modifiers().testFlag(Qt::ShiftModifier)};
+        break;
+    }
+    case QEvent::MouseMove: {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (gesture_.active && mouse->buttons().testFlag(Qt::LeftButton) &&
+            placeAt(watched, mouse->position().toPoint()) != gesture_.pressedAt)
+            gesture_.block = true;
+        break;
+    }
+    case QEvent::MouseButtonRelease:
+        // The view has not handled the release yet: a drag or a Shift-click has made its
+        // selection by now, while a plain click inside a block still shows the old block.
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+            if (gesture_.active && gesture_.block)
+                reportBlock();
+            gesture_ = {};
+        }
+        break;
+    default:
+        break;
+    }
     return QWidget::eventFilter(watched, event);
 }
 

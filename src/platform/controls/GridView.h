@@ -42,7 +42,9 @@ public:
 signals:
     void clicked(int row, int column);
     void doubleClicked(int row, int column);
-    // The user selected a block of more than one cell by dragging or with Shift.
+    // The user selected a block of more than one cell: by dragging the mouse over the cells
+    // or the row headings, or by a click with Shift. Told once, when the mouse button comes
+    // up; a plain click (also inside a block shown before, or on a row heading) is no block.
     void blockSelected(int row1, int column1, int row2, int column2);
     // The current row changed, by a click, a drag, the keys or the program; 0 for none.
     void currentRowChanged(int row);
@@ -51,8 +53,17 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // Where the mouse went down: a cell, or a row heading (column -1).
+    QPoint placeAt(QObject* area, const QPoint& position) const;
     void reportBlock();
     void followCurrent();
 
     QTableView* view_;
+    // The mouse gesture under way with the left button: where it went down, and whether it
+    // selects a block (Shift held, or dragged onto another place).
+    struct Gesture {
+        bool active = false;
+        QPoint pressedAt;
+        bool block = false;
+    } gesture_;
 };

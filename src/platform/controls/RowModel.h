@@ -135,12 +135,17 @@ public:
         change(rows_[row]);
         rowChanged(row);
     }
+    // Changes the rows first to last and repaints them once.
+    template <class Change> void updateRange(int first, int last, Change change) {
+        if (first > last)
+            return;
+        for (int row = first; row <= last; ++row)
+            change(rows_[row]);
+        emit dataChanged(index(first, 0), index(last, columnCount() - 1));
+    }
     // Changes every row and repaints them once.
     template <class Change> void updateAll(Change change) {
-        for (Row& row : rows_)
-            change(row);
-        if (!rows_.empty())
-            emit dataChanged(index(0, 0), index(int(rows_.size()) - 1, columnCount() - 1));
+        updateRange(0, int(rows_.size()) - 1, change);
     }
     // Sorts the rows, keeping equal rows in their order; the current row and the selection
     // follow their rows.

@@ -40,6 +40,35 @@ Failure cannotOpen(const QString& why) {
     return Failure(ErrorNumber::DatabaseFailed, why);
 }
 
+bool isWordCharacter(QChar c) {
+    return c.isLetterOrNumber() || c == QLatin1Char('_');
+}
+
+// A statement as the PostgreSQL server runs it. LIKE ignores ASCII case on SQLite but not on
+// PostgreSQL; there every LIKE outside quotes runs as ILIKE, so a search answers the same on
+// both engines.
+QString serverDialect(const QString& sql) {
+    static const QString like = QStringLiteral("like");
+    QString out;
+    out.reserve(sql.size() + 8);
+    QChar quote; // the quote of the literal or name being read, none outside
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql[i];
+        if (!quote.isNull()) {
+            if (c == quote)
+                quote = QChar(); // a doubled quote closes and opens again
+        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            quote = c;
+        } else if ((i == 0 || !isWordCharacter(sql[i - 1])) &&
+                   QStringView(sql).mid(i, 4).compare(like, Qt::CaseInsensitive) == 0 &&
+                   (i + 4 >= sql.size() || !isWordCharacter(sql[i + 4]))) {
+            out += QLatin1Char('I');
+        }
+        out += c;
+    }
+    return out;
+}
+
 } // namespace
 
 Connection::Connection()
@@ -132,6 +161,9 @@ void Connection::openServer(const QString& connectionString) {
     }
     open_ = true;
     server_ = true;
+    // Quoting doubles single quotes only and LIKE patterns escape with a backslash: a
+    // backslash inside quotes must be an ordinary character, as it is on SQLite.
+    execute(QStringLiteral("set standard_conforming_strings = on"));
 }
 
 void Connection::openFile(const QString& databaseFile) {
@@ -191,7 +223,7 @@ RecordSet Connection::execute(const QString& sql) {
     // the connection until it is read to the end; screens read one query while running
     // others, so a server query is fetched whole.
     query->setForwardOnly(!server_);
-    if (!query->exec(sql))
+    if (!query->exec(server_ ? serverDialect(sql) : sql))
         throw toFailure(query->lastError(), sql);
     if (!query->isSelect())
         return RecordSet();

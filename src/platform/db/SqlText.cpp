@@ -17,7 +17,15 @@ QString SqlQuote(const QString& value) {
 }
 
 QString SqlContains(const QString& value) {
-    return QStringLiteral("'%") + doubledQuotes(value) + QStringLiteral("%'");
+    QString pattern = value;
+    pattern.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
+        .replace(QLatin1Char('%'), QLatin1String("\\%"))
+        .replace(QLatin1Char('_'), QLatin1String("\\_"));
+    QString like = QStringLiteral("'%") + doubledQuotes(pattern) + QStringLiteral("%'");
+    // The escape is named only when the text needs it, so ordinary patterns read as written.
+    if (pattern != value)
+        like += QStringLiteral(" escape '\\'");
+    return like;
 }
 
 QString SqlNum(qint64 value) {

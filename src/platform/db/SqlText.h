@@ -11,7 +11,9 @@ QString SqlStr(const QString& value);
 // A text value exactly as typed (not trimmed), quoted, inner quotes doubled.
 QString SqlQuote(const QString& value);
 
-// A LIKE pattern that finds the text, as typed, anywhere: '%text%'.
+// A LIKE pattern that finds the text, as typed, anywhere: '%text%'. A backslash, % or _ in the
+// text stands for itself: it is escaped with a backslash and the pattern ends in
+// " escape '\'", the same on both engines.
 QString SqlContains(const QString& value);
 
 // A whole number in plain decimal.
