@@ -180,7 +180,7 @@ bool Connection::isOpen() const {
     return open_;
 }
 
-RecordSet Connection::execute(const QString& sql) {
+RecordSet Connection::execute(const QString& sql, long* recordsAffected) {
     if (!open_)
         throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
     if (sql.trimmed().isEmpty())
@@ -193,6 +193,8 @@ RecordSet Connection::execute(const QString& sql) {
     query->setForwardOnly(!server_);
     if (!query->exec(sql))
         throw toFailure(query->lastError(), sql);
+    if (recordsAffected)
+        *recordsAffected = query->isSelect() ? 0 : query->numRowsAffected();
     if (!query->isSelect())
         return RecordSet();
     return RecordSet(std::move(query));
