@@ -100,10 +100,14 @@ void FrmKokyaku::Form_Load() {
         EditMode = 1;
         WaitCursor wait;
         Disp_User(syori_);
-        if (spdData->lineCount() > 0)
-            spdData_Click(1, 1);
-        return;
+        if (shownNo_ == syori_) {
+            if (spdData->lineCount() > 0)
+                spdData_Click(1, 1);
+            return;
+        }
+        // Not there (deleted meanwhile or marked deleted): the register opens for a new one.
     }
+    currentNo_ = 0;
     EditMode = 0;
     showGrid(false);
     cmdFnuc[F8]->setEnabled(false);
@@ -114,13 +118,12 @@ void FrmKokyaku::Form_Load() {
 }
 
 void FrmKokyaku::Form_Activate() {
-    if (currentNo_ != 0) {
-        showGrid(spdData->lineCount() > 0);
+    // Lines that wait to be registered stay, for a new customer too.
+    showGrid(spdData->lineCount() > 0);
+    if (currentNo_ != 0)
         txtDate->setFocus();
-        return;
-    }
-    showGrid(false);
-    txtName->setFocus();
+    else
+        txtName->setFocus();
 }
 
 void FrmKokyaku::showGrid(bool shown) {
@@ -135,6 +138,7 @@ void FrmKokyaku::Disp_User(qint64 customerNo) {
         const std::optional<Customer> customer = CustomerStore::Find(customerNo);
         if (!customer) {
             CmnDspMsg(OpeErr_008);
+            forgetCustomer();
             return;
         }
         showCustomer(*customer);
@@ -143,6 +147,19 @@ void FrmKokyaku::Disp_User(qint64 customerNo) {
         cmdFnuc[F12]->setEnabled(true);
         Disp_SpdData(customerNo);
     });
+}
+
+void FrmKokyaku::forgetCustomer() {
+    // A customer who is not there cannot be changed: the next registration inserts what the
+    // fields and the waiting lines hold as a new customer.
+    EditMode = 0;
+    currentNo_ = 0;
+    shownNo_ = 0;
+    lblNo->clear();
+    cmdFnuc[F8]->setEnabled(false);
+    cmdFnuc[F12]->setEnabled(false);
+    spdData->keepUnstoredLines();
+    showGrid(spdData->lineCount() > 0);
 }
 
 void FrmKokyaku::showCustomer(const Customer& c) {
@@ -209,15 +226,23 @@ qint64 FrmKokyaku::Get_LastUNo() {
     return CustomerStore::NextNo();
 }
 
-void FrmKokyaku::Save_User() {
-    Procedure(ScreenName, QStringLiteral("Save_User"), QStringLiteral("顧客マスター保存処理"),
-              [&] { saveCustomer(); }, {.ownMessage = [this](const Failure& failure) {
-                  if (failure.number() != ErrorNumber::DatabaseFailed)
-                      return false;
-                  CmnDspMsg(OpeErr_010);
-                  txtName->setFocus();
-                  return true;
-              }});
+bool FrmKokyaku::Save_User() {
+    const auto ownMessage = [this](const Failure& failure) {
+        if (failure.number() == ErrorNumber::RowNotFound) {
+            // Deleted by another terminal meanwhile: nothing was stored.
+            CmnDspMsg(OpeErr_008);
+            forgetCustomer();
+        } else if (failure.number() == ErrorNumber::DatabaseFailed) {
+            CmnDspMsg(OpeErr_010);
+        } else {
+            return false;
+        }
+        txtName->setFocus();
+        return true;
+    };
+    return Procedure(ScreenName, QStringLiteral("Save_User"),
+                     QStringLiteral("顧客マスター保存処理"), [&] { saveCustomer(); },
+                     {.ownMessage = ownMessage});
 }
 
 Customer FrmKokyaku::customerFromFields() const {
@@ -267,8 +292,8 @@ void FrmKokyaku::saveCustomer() {
         currentNo_ = customer.no;
         CmnDspMsg(OpeInf_001);
         Clear_User();
-        Disp_User(currentNo_);
         EditMode = 1;
+        Disp_User(currentNo_);
     }
     FraUriage->Clear_UriData();
     txtName->setFocus();
@@ -289,7 +314,10 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
             txtName->setFocus();
             break;
         }
-        if (CmnDspMsg(spdData->hasMarkedLines() ? OpeQes_001 : OpeQes_011) == Answer::Yes) {
+        // A purchase typed but not put into the grid would be lost on Enter: No is the default.
+        if (CmnDspMsg(spdData->hasMarkedLines() ? OpeQes_001 : OpeQes_011,
+                      FraUriage->holdsTypedEntry() ? MsgDefault::Second : MsgDefault::First) ==
+            Answer::Yes) {
             Save_User();
             koushin_ = true;
         }
@@ -305,13 +333,17 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
         cmdFnuc[F3]->setEnabled(false);
         txtName->setFocus();
         break;
-    case F8:
+    case F8: {
         if (CmnDspMsg(OpeQes_002) != Answer::Yes)
             break;
+        // A deletion that fails leaves the mode as it was: the next F5 saves, it never deletes.
+        const int before = EditMode;
         EditMode = 2;
-        Save_User();
+        if (!Save_User())
+            EditMode = before;
         koushin_ = true;
         break;
+    }
     case F12:
         openHistory();
         break;
@@ -342,21 +374,30 @@ void FrmKokyaku::openFamily() {
     family.setTEL(txtTel->text());
     ShowModal(family);
     if (family.chosenCustomer() != 0) {
-        reopenFor(family.chosenCustomer());
+        // The register closes without a question; Open shows it again for the chosen member.
+        reopenFor_ = family.chosenCustomer();
+        done(QDialog::Accepted);
         return;
     }
     Form_Activate();
 }
 
-void FrmKokyaku::reopenFor(qint64 customerNo) {
-    // The register closes without a question and opens again for the chosen member; the
-    // screen that opened it gets control back when that one closes.
-    FrmKokyaku again(parentWidget());
-    again.setSyori(customerNo);
-    again.setGeometry(geometry());
-    ShowModal(again);
-    koushin_ = koushin_ || again.Koushin();
-    done(QDialog::Accepted);
+bool FrmKokyaku::Open(QWidget* parent, qint64 customerNo, const QString& tel) {
+    bool koushin = false;
+    std::optional<QRect> placed;
+    qint64 next = customerNo;
+    do {
+        FrmKokyaku reg(parent);
+        reg.setSyori(next);
+        reg.setTEL(tel);
+        if (placed)
+            reg.setGeometry(*placed); // the new register where the old one was
+        ShowModal(reg);
+        koushin = koushin || reg.Koushin();
+        next = reg.reopenFor();
+        placed = reg.geometry();
+    } while (next != 0);
+    return koushin;
 }
 
 void FrmKokyaku::cmdJusyo_Click() {

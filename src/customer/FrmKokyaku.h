@@ -26,6 +26,11 @@ class FrmKokyaku : public Screen {
 public:
     explicit FrmKokyaku(QWidget* parent = nullptr);
 
+    // Shows the register modally as its callers open it (0: a new customer, starting with the
+    // telephone). When the family list chose a member the register closes and opens again for
+    // him, until it closes for good. True when anything was registered or deleted meanwhile.
+    static bool Open(QWidget* parent, qint64 customerNo, const QString& tel = {});
+
     // The customer to show; 0 opens the register for a new customer.
     void setSyori(qint64 customerNo) { syori_ = customerNo; }
     qint64 Syori() const { return syori_; }
@@ -33,6 +38,8 @@ public:
     void setTEL(const QString& tel) { tel_ = tel; }
     // True when something was registered or deleted during this visit.
     bool Koushin() const { return koushin_; }
+    // The family member the register closed to be opened for; 0 when it closed for good.
+    qint64 reopenFor() const { return reopenFor_; }
 
     // 0 new customer, 1 existing customer, 2 while a deletion runs.
     int EditMode = 0;
@@ -46,7 +53,8 @@ public:
     void Save_UriData(qint64 customerNo);
     // The customer number the screen shows; 0 for none (a new customer, after a clear).
     qint64 shownNo() const { return shownNo_; }
-    void Save_User();
+    // False when the save failed; the screen is then as it was before.
+    bool Save_User();
     void Clear_User();
     qint64 Get_LastUNo();
     void Get_Age(int era, int year, int month, int day);
@@ -83,7 +91,7 @@ private:
     void fillAddressFromPostalCode();
     void openFamily();
     void openHistory();
-    void reopenFor(qint64 customerNo);
+    void forgetCustomer();
     void saveCustomer();
     Customer customerFromFields() const;
     void showCustomer(const Customer& customer);
@@ -91,6 +99,7 @@ private:
     qint64 syori_ = 0;
     QString tel_;
     bool koushin_ = false;
+    qint64 reopenFor_ = 0;
     qint64 currentNo_ = 0;
     qint64 shownNo_ = 0;
     int age_ = 0;

@@ -143,6 +143,17 @@ bool PurchaseGrid::writeEntry(int id, const Purchase& purchase) {
     return true;
 }
 
+void PurchaseGrid::keepUnstoredLines() {
+    std::vector<Line> kept;
+    for (const Line& line : lines())
+        if (line.state == LineState::New || line.state == LineState::Changed) {
+            Line typed{line.id, line.purchase, LineState::New};
+            typed.purchase.seq = 0;
+            kept.push_back(typed);
+        }
+    model_->setRows(std::move(kept));
+}
+
 void PurchaseGrid::toggleDeletion(int row) {
     if (row < 1 || row > lineCount())
         return;

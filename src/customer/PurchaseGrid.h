@@ -37,6 +37,9 @@ public:
     // A line marked for deletion is not changed (false). The lines are sorted newest first and
     // recoloured by their state; the current row stays on its line.
     bool writeEntry(int id, const Purchase& purchase);
+    // The customer is gone: only what was typed and not yet stored stays, as new lines (a
+    // changed purchase included); stored lines and those marked for deletion leave the grid.
+    void keepUnstoredLines();
     // "明細削除" on a row: a new line leaves the grid, another is marked or unmarked.
     void toggleDeletion(int row);
 

@@ -297,6 +297,7 @@ void UriageEntry::showLine(const PurchaseLine& line) {
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
             prescriptionField(eye, i)->setText(PrescriptionText(p.eyes[eye], i));
+    shownTexts_ = fieldTexts();
 }
 
 void UriageEntry::Clear_UriData() {
@@ -313,4 +314,21 @@ void UriageEntry::Clear_UriData() {
     for (xNum* amount : {txtFm_Kinga, txtLz_Kinga, txtKingaKci})
         amount->setValue(0);
     lineId_ = 0;
+    shownTexts_ = fieldTexts();
+}
+
+QStringList UriageEntry::fieldTexts() const {
+    QStringList texts{txtDatc->text()};
+    for (const QComboBox* list : {cboItem, cboYoto, cboMeka[0], cboMeka[1]})
+        texts << list->currentText();
+    for (const xField* field :
+         {txtFm_Name, txtFm_Size, txtFm_Color, txtLz_Name, txtSyohou, txtMemo})
+        texts << field->text();
+    // Amounts by value: a field being typed in shows its number without the thousands marks.
+    for (const xNum* amount : {txtFm_Kinga, txtLz_Kinga, txtKingaKci})
+        texts << QString::number(amount->Value());
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < 13; ++i)
+            texts << prescriptionField(eye, i)->text();
+    return texts;
 }

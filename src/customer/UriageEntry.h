@@ -3,6 +3,7 @@
 #include "domain/Purchase.h"
 
 #include <QGroupBox>
+#include <QStringList>
 #include <array>
 #include <optional>
 
@@ -44,6 +45,10 @@ public:
     // The prescription field of a value in table order (PrescriptionColumns) and eye.
     xField* prescriptionField(int eye, int index) const;
 
+    // Whether the fields hold something typed that is not in the grid: they differ from the
+    // line they show, or from the empty entry.
+    bool holdsTypedEntry() const { return fieldTexts() != shownTexts_; }
+
     // 0: the fields make a new line; 1: they edit the line they show.
     int LineMode() const { return lineId_ == 0 ? 0 : 1; }
 
@@ -74,7 +79,10 @@ private:
     // was told, and the focus is on that field).
     std::optional<Purchase> purchaseFromFields();
     void updateTotal();
+    // What the fields hold, one text per field, to tell typing from what was shown.
+    QStringList fieldTexts() const;
 
     PurchaseGrid* grid_ = nullptr;
     int lineId_ = 0;
+    QStringList shownTexts_;
 };

@@ -3,6 +3,7 @@
 #include "domain/Prescription.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
+#include "platform/Failure.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
 
@@ -136,7 +137,11 @@ void Insert(const Customer& customer, const QDate& today) {
 }
 
 void Update(const Customer& customer, const QDate& today) {
-    gCon.execute(UpdateSql(customer, today));
+    long changed = 0;
+    gCon.execute(UpdateSql(customer, today), &changed);
+    if (changed == 0)
+        throw Failure(ErrorNumber::RowNotFound,
+                      QStringLiteral("顧客番号 %1 の顧客は存在しません。").arg(customer.no));
 }
 
 void Remove(qint64 customerNo) {

@@ -30,6 +30,7 @@ QString UpdateSql(const Customer& customer, const QDate& today);
 QStringList DeleteSql(qint64 customerNo);
 
 void Insert(const Customer& customer, const QDate& today);
+// Fails with ErrorNumber::RowNotFound when the customer's row is gone.
 void Update(const Customer& customer, const QDate& today);
 void Remove(qint64 customerNo);
 

@@ -31,7 +31,7 @@ const Kind* findKind(const QString& name) {
 
 } // namespace
 
-int CmnDspMsg(const QString& msg) {
+int CmnDspMsg(const QString& msg, MsgDefault defaultButton) {
     int answer = 0;
     Procedure(QStringLiteral("BasCmnSubFun"), QStringLiteral("CmnDspMsg"), {},
               [&] {
@@ -49,7 +49,8 @@ int CmnDspMsg(const QString& msg) {
                   }
                   const QString number = msg.mid(7, 3);
                   const QString text = msg.mid(10).left(50).trimmed();
-                  answer = MsgBox(text, kind->icon, kind->buttons, kind->titlePrefix + number);
+                  answer = MsgBox(text, kind->icon, kind->buttons, kind->titlePrefix + number,
+                                  defaultButton);
               },
               {.trace = false});
     return answer;

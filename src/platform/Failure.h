@@ -30,6 +30,8 @@ inline constexpr long StatementFailed = -2147217900;
 inline constexpr long NoSuchField = -2146825023;
 // A record set read past its end.
 inline constexpr long NoCurrentRow = -2146825267;
+// An update meant for a row that is not there (another terminal deleted it).
+inline constexpr long RowNotFound = -2147217864;
 // A transaction call out of order (commit without begin, ...).
 inline constexpr long TransactionState = -2146825287;
 // A file that cannot be written or read.

@@ -182,10 +182,7 @@ void FrmIchiran::sortBy(int index) {
 
 void FrmIchiran::openRegister(int row) {
     const qint64 customerNo = spdData->row(row).now.no;
-    FrmKokyaku reg(this);
-    reg.setSyori(customerNo);
-    ShowModal(reg);
-    if (!reg.Koushin())
+    if (!FrmKokyaku::Open(this, customerNo))
         return;
     CmnDspMsg(OpeInf_007);
     readAgain(customerNo);

@@ -9,7 +9,6 @@
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
-#include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 
 #include <QGridLayout>
@@ -142,11 +141,7 @@ void FrmKensaku::cmdBtn_Click(int index) {
 }
 
 void FrmKensaku::openRegister(qint64 customerNo) {
-    FrmKokyaku reg(this);
-    reg.setSyori(customerNo);
-    if (customerNo == 0)
-        reg.setTEL(txtTel->text().trimmed());
-    ShowModal(reg);
+    FrmKokyaku::Open(this, customerNo, customerNo == 0 ? txtTel->text().trimmed() : QString());
 }
 
 void FrmKensaku::reset() {

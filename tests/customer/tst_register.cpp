@@ -26,6 +26,8 @@
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -71,6 +73,14 @@ std::future<bool> otherTerminal(const QString& folder, const QString& insert) {
         });
     rowIsIn.wait();
     return committed;
+}
+
+// The registers on the screen.
+int openRegisters() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return int(std::count_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return qobject_cast<const FrmKokyaku*>(window) && window->isVisible();
+    }));
 }
 
 } // namespace
@@ -265,6 +275,110 @@ private slots:
         QCOMPARE(StoredSeqs(9), QList<int>());
     }
 
+    // F8 answered Yes while the database refuses: the customer and the mode stay, so the next
+    // F5 saves him as changed and never deletes him.
+    void aFailedDeletionLeavesTheRegisterAsItWas() {
+        InsertCustomer({.no = 6});
+        InsertPurchase({.user = 6, .seq = 1});
+        harness.msgs.expect(OpeQes_002, Answer::Yes);
+        harness.msgs.expectBoxStartingWith(
+            QStringLiteral("障害発生！ サポート先までご連絡お願い致します。"),
+            QStringLiteral(" VB ERROR No.-2147217900"));
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        OpenRegister(harness, 6, [](FrmKokyaku& s) {
+            gCon.execute(QStringLiteral("alter table San_Uriage rename to Uriage_Away"));
+            QTest::keyClick(&s, Qt::Key_F8);
+            gCon.execute(QStringLiteral("alter table Uriage_Away rename to San_Uriage"));
+            QVERIFY(s.EditMode == 1 && s.cmdFnuc[7]->isEnabled());
+            s.txtName->setText(QStringLiteral("直した名前"));
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(6, QStringLiteral("User_Name")), QStringLiteral("直した名前"));
+        QCOMPARE(StoredSeqs(6), QList<int>{1});
+    }
+
+    // Enter on F5's question registers, unless a purchase is typed but not yet in the grid:
+    // then Enter answers No and the typed purchase stays to be added.
+    void enterOnTheQuestionNeverDropsATypedPurchase() {
+        InsertCustomer({.no = 5});
+        InsertPurchase({.user = 5, .seq = 1});
+        for (const QString& box : {OpeQes_011, OpeInf_001, OpeQes_011, OpeQes_001, OpeInf_001})
+            harness.msgs.expect(box, MsgScript::Enter);
+        OpenRegister(harness, 5, [](FrmKokyaku& s) {
+            UriageEntry& e = *s.FraUriage;
+            QTest::keyClick(&s, Qt::Key_F5); // the entry shows the stored line: Yes
+            e.cboItem->setCurrentIndex(1);
+            e.cboYoto->setCurrentIndex(0);
+            e.txtFm_Name->setFocus();
+            QTest::keyClicks(e.txtFm_Name, QStringLiteral("RAYBAN"));
+            QTest::keyClick(&s, Qt::Key_F5); // No: nothing stored, nothing cleared
+            QCOMPARE(StoredSeqs(5), QList<int>{1});
+            QCOMPARE(e.txtFm_Name->text() + e.cboItem->currentText().left(3),
+                     QStringLiteral("RAYBAN002"));
+            QTest::mouseClick(e.cmdOk, Qt::LeftButton);
+            QTest::keyClick(&s, Qt::Key_F5); // the line is in the grid: Yes
+        });
+        QCOMPARE(PurchaseTexts(5, 2, QStringLiteral("Uri_ItemNo Uri_Fm_Name")),
+                 QStringLiteral("002|RAYBAN"));
+    }
+
+    // The postal search cancelled on a new customer: the line typed for him stays, and F1
+    // still asks about it.
+    void aPostalSearchKeepsTheLinesOfANewCustomer() {
+        harness.msgs.expect(OpeQes_007, Answer::No);
+        OpenRegister(harness, 0, [this](FrmKokyaku& s) {
+            EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0, 1000);
+            harness.screens.expect<FrmZipList>(
+                [](FrmZipList& zip) { QTest::keyClick(&zip, Qt::Key_Escape); });
+            QTest::mouseClick(s.cmdJusyo, Qt::LeftButton);
+            QVERIFY(s.spdData->lineCount() == 1 && s.spdData->isVisible());
+            QTest::keyClick(&s, Qt::Key_F1);
+            QVERIFY(s.isVisible());
+        });
+    }
+
+    // A customer who is not there (marked deleted, or deleted by another terminal while shown)
+    // is never changed: OpeErr_008, nothing stored, and the next F5 registers what is typed,
+    // the waiting lines included, as a new customer.
+    void aCustomerWhoIsGoneIsRegisteredAnew() {
+        insertHousehold();
+        InsertPurchase({.user = 1, .seq = 1});
+        harness.msgs.expect(OpeErr_008);
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        OpenRegister(harness, 2, [](FrmKokyaku& s) {
+            QVERIFY(s.EditMode == 0 && !s.cmdFnuc[7]->isEnabled());
+            s.txtName->setText(QStringLiteral("新しく来た客"));
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(5, QStringLiteral("User_Name User_Kazok_F")),
+                 QStringLiteral("新しく来た客|2"));
+        QCOMPARE(CustomerTexts(2, QStringLiteral("User_Name")), QStringLiteral("山田 太郎"));
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        harness.msgs.expect(OpeErr_008);
+        ExpectSaved(harness);
+        OpenRegister(harness, 1, [](FrmKokyaku& s) {
+            EnterPurchase(*s.FraUriage, QDate(2026, 11, 1), 0, 0, 1000); // over the stored line
+            QTest::mouseClick(s.FraUriage->cmdClear, Qt::LeftButton);
+            EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0, 2000);
+            gCon.execute(QStringLiteral("delete from San_User where User_No = 1"));
+            gCon.execute(QStringLiteral("delete from San_Uriage where Uri_UserNo = 1"));
+            s.txtName->setText(QStringLiteral("消された客"));
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(QueryCount(QStringLiteral("select * from San_User where User_No = 1")) +
+                         QueryCount(QStringLiteral("select * from San_Uriage")),
+                     0);
+            QVERIFY(s.EditMode == 0 && s.lblNo->text().isEmpty());
+            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), QStringLiteral("新規|新規"));
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.lblNo->text(), QStringLiteral("6"));
+        });
+        QCOMPARE(PurchaseTexts(6, 1, QStringLiteral("Uri_Date Uri_KingaKei")) +
+                     PurchaseTexts(6, 2, QStringLiteral("Uri_Date Uri_KingaKei")),
+                 QStringLiteral("20261122|200020261101|1000"));
+    }
+
     void twoNewCustomersAtTheSameMoment() {
         InsertCustomer({.no = 7});
         harness.msgs.expect(OpeQes_011, Answer::Yes);
@@ -338,8 +452,8 @@ private slots:
     }
 
     // F3 on the register: cancelled, the register stays; a member chosen, it closes without a
-    // question (what was typed is dropped) and opens again for him. A customer marked as
-    // deleted is not found; one marked "0" is.
+    // question (what was typed is dropped) and opens again for him, twice over with only one
+    // register open. A customer marked as deleted is not found; one marked "0" is.
     void choosingAMemberReopensTheRegisterForHim() {
         insertHousehold();
         harness.msgs.expect(OpeErr_008);
@@ -354,11 +468,21 @@ private slots:
                 family.spdData->setActiveCell(1, 2);
                 QTest::keyClick(&family, Qt::Key_F5);
             });
-            harness.screens.expect<FrmKokyaku>([](FrmKokyaku& again) {
+            harness.screens.expect<FrmKokyaku>([this](FrmKokyaku& again) {
                 QCOMPARE(again.lblNo->text(), QStringLiteral("3"));
                 QCOMPARE(again.txtTanjo_Nen->text() + again.lblAge->text(), QString());
-                again.close(); // no line waits: closed without a question
-                QVERIFY(!again.isVisible());
+                QCOMPARE(openRegisters(), 1);
+                harness.screens.expect<FrmKazoku>([](FrmKazoku& family) {
+                    family.spdData->setActiveCell(2, 2);
+                    QTest::keyClick(&family, Qt::Key_F5);
+                });
+                harness.screens.expect<FrmKokyaku>([](FrmKokyaku& third) {
+                    QCOMPARE(third.lblNo->text() + QString::number(openRegisters()),
+                             QStringLiteral("11"));
+                    third.close(); // no line waits: closed without a question
+                    QVERIFY(!third.isVisible());
+                });
+                QTest::keyClick(&again, Qt::Key_F3);
             });
             QTest::keyClick(&s, Qt::Key_F3);
             QVERIFY(!s.isVisible());

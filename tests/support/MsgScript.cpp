@@ -41,7 +41,10 @@ int MsgScript::answer(const MsgRequest& request) {
     for (const auto& [text, title] : next.boxes)
         if (title == request.title &&
             (next.prefix ? request.text.startsWith(text) : text == request.text))
-            return next.answer;
+            return next.answer != Enter                          ? next.answer
+                   : request.buttons == MsgButtons::OK           ? Answer::OK
+                   : request.defaultButton == MsgDefault::Second ? Answer::No
+                                                                 : Answer::Yes;
     failures_ << QStringLiteral("expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\"")
                      .arg(next.boxes[0].first, next.boxes[0].second, request.text, request.title);
     return fallback;

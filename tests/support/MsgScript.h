@@ -9,6 +9,9 @@
 // is recorded as a failure and answered OK (or No for a question), so no test ever hangs.
 class MsgScript {
 public:
+    // The answer of one who presses Enter: the box's default button.
+    static constexpr int Enter = -1;
+
     // A catalogue message ("OpeErr_005..."), matched by its text and title.
     void expect(const QString& msgCode, int answer = Answer::OK);
     // Any other box, matched by text and title.

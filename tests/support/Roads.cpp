@@ -7,7 +7,6 @@
 #include "platform/controls/GridView.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xNum.h"
-#include "platform/ui/ShowModal.h"
 #include "support/ShopData.h"
 
 #include <QClipboard>
@@ -34,12 +33,8 @@ void Paste(QWidget* field, const QString& text) {
 
 bool OpenRegister(Harness& harness, qint64 customerNo,
                   const std::function<void(FrmKokyaku&)>& drive, const QString& tel) {
-    FrmKokyaku screen;
-    screen.setSyori(customerNo);
-    screen.setTEL(tel);
     harness.screens.expect<FrmKokyaku>(drive);
-    ShowModal(screen);
-    return screen.Koushin();
+    return FrmKokyaku::Open(nullptr, customerNo, tel);
 }
 
 void EnterPurchase(UriageEntry& e, const QDate& date, int item, int youto, int frame, int lens) {

@@ -212,7 +212,7 @@ bool Connection::isOpen() const {
     return open_;
 }
 
-RecordSet Connection::execute(const QString& sql) {
+RecordSet Connection::execute(const QString& sql, long* recordsAffected) {
     if (!open_)
         throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
     if (sql.trimmed().isEmpty())
@@ -225,6 +225,8 @@ RecordSet Connection::execute(const QString& sql) {
     query->setForwardOnly(!server_);
     if (!query->exec(server_ ? serverDialect(sql) : sql))
         throw toFailure(query->lastError(), sql);
+    if (recordsAffected)
+        *recordsAffected = query->isSelect() ? 0 : query->numRowsAffected();
     if (!query->isSelect())
         return RecordSet();
     return RecordSet(std::move(query));

@@ -26,8 +26,9 @@ public:
     void close();
     bool isOpen() const;
 
-    // Runs one SQL text. A query gives its rows; any other statement an empty record set.
-    RecordSet execute(const QString& sql);
+    // Runs one SQL text. A query gives its rows; any other statement an empty record set, and
+    // the number of rows it changed through recordsAffected when that is given.
+    RecordSet execute(const QString& sql, long* recordsAffected = nullptr);
 
     void beginTrans();
     void commitTrans();

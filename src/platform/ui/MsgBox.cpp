@@ -35,8 +35,8 @@ int showRealBox(const MsgRequest& request) {
     box.setTextFormat(Qt::PlainText);
     if (request.buttons == MsgButtons::YesNo) {
         QPushButton* yes = box.addButton(QStringLiteral("はい(&Y)"), QMessageBox::YesRole);
-        box.addButton(QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
-        box.setDefaultButton(yes);
+        QPushButton* no = box.addButton(QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
+        box.setDefaultButton(request.defaultButton == MsgDefault::Second ? no : yes);
         box.exec();
         return box.clickedButton() == yes ? Answer::Yes : Answer::No;
     }
@@ -47,8 +47,9 @@ int showRealBox(const MsgRequest& request) {
 
 } // namespace
 
-int MsgBox(const QString& text, MsgIcon icon, MsgButtons buttons, const QString& title) {
-    const MsgRequest request{text, icon, buttons, title};
+int MsgBox(const QString& text, MsgIcon icon, MsgButtons buttons, const QString& title,
+           MsgDefault defaultButton) {
+    const MsgRequest request{text, icon, buttons, title, defaultButton};
     if (handler())
         return handler()(request);
     return showRealBox(request);

@@ -5,6 +5,9 @@
 
 enum class MsgIcon { None, Critical, Question, Exclamation, Information };
 enum class MsgButtons { OK, YesNo };
+// The button Enter presses: the first (OK, Yes) unless the second (No) is asked for, when
+// pressing on without reading would throw away what was typed.
+enum class MsgDefault { First, Second };
 
 // The button a box was answered with, numbered as the screens test for it.
 namespace Answer {
@@ -18,10 +21,12 @@ struct MsgRequest {
     MsgIcon icon;
     MsgButtons buttons;
     QString title;
+    MsgDefault defaultButton = MsgDefault::First;
 };
 
 // Shows a modal message box and gives the button pressed. Every box of the program goes here.
-int MsgBox(const QString& text, MsgIcon icon, MsgButtons buttons, const QString& title);
+int MsgBox(const QString& text, MsgIcon icon, MsgButtons buttons, const QString& title,
+           MsgDefault defaultButton = MsgDefault::First);
 
 // Replaces the real box, for tests: the handler answers each box. An empty handler restores it.
 using MsgBoxHandler = std::function<int(const MsgRequest&)>;
