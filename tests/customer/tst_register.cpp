@@ -26,6 +26,7 @@
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
+#include <QClipboard>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -220,6 +221,26 @@ private slots:
         QCOMPARE(CustomerTexts(7, QStringLiteral("User_No")), QString());
         QCOMPARE(StoredSeqs(7), QList<int>());
         QCOMPARE(StoredSeqs(4), QList<int>{1});
+    }
+
+    // A name or kana at its limit with 𠮷 or an emoji past it keeps whole characters, and the
+    // customer is stored as shown.
+    void textAtItsLimitKeepsWholeCharacters() {
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        const QString name = QString(29, QChar(u'あ')) + QStringLiteral("😀");
+        const QString kana = QString(39, QChar(u'か')) + QStringLiteral("𠮷");
+        OpenRegister(harness, 0, [&](FrmKokyaku& s) {
+            QApplication::clipboard()->setText(name + QStringLiteral("𠮷"));
+            QTest::keyClick(s.txtName, Qt::Key_V, Qt::ControlModifier);
+            s.txtKana->setFocus();
+            QInputMethodEvent commit;
+            commit.setCommitString(kana + QStringLiteral("😀"));
+            QApplication::sendEvent(s.txtKana, &commit);
+            QCOMPARE(s.txtName->text() + s.txtKana->text(), name + kana);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(1, QStringLiteral("User_Name User_Kana")), name + u'|' + kana);
     }
 
     void aDuplicateKeyRollsEverythingBack() {
