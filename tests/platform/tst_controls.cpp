@@ -136,6 +136,7 @@ private slots:
             {QStringLiteral("x") + smile + QStringLiteral("yz"), 3, 3, QStringLiteral("xyz"), 1},
             {QStringLiteral("ab") + half + QStringLiteral("c"), 4, 9, QStringLiteral("abc"), 3},
             {QStringLiteral("abcd"), 0, 2, QStringLiteral("ab"), 0},
+            {QStringLiteral("a") + smile + QStringLiteral("b"), 2, 2, QStringLiteral("ab"), 1},
         };
         for (const auto& c : cases) {
             QString text = c.text;

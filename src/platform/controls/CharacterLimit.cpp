@@ -37,6 +37,8 @@ void FitToCharacters(QString& text, int& cursor, int limit) {
             ++i;
         }
     }
+    if (cursor > 0 && cursor < text.size() && text[cursor].isLowSurrogate())
+        ++cursor; // never between the halves of a pair
     for (int excess = CharacterCount(text) - limit; excess > 0; --excess) {
         if (cursor > 0) {
             const int units = unitsBefore(text, cursor);
