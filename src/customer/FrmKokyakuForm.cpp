@@ -2,6 +2,7 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
+#include "platform/controls/FocusOrder.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 
 namespace {
 
@@ -41,6 +43,7 @@ QHBoxLayout* optionGroup(std::array<QRadioButton*, N>& buttons, QButtonGroup*& g
         group->addButton(buttons[i], int(i));
         row->addWidget(buttons[i]);
     }
+    TabToCheckedOption(group);
     row->addStretch();
     return row;
 }
@@ -152,6 +155,17 @@ void FrmKokyaku::buildForm() {
                         QStringLiteral("顧客削除"), QString(), QString(), QString(),
                         QStringLiteral("履歴照会")});
     cmdFnuc = keys_->buttons();
+
+    // Tab follows the screen: the record row by row, the purchases, then the entry. In the grid
+    // Tab goes on to the entry instead of from cell to cell.
+    spdData->view()->setTabKeyNavigation(false);
+    QList<QWidget*> order{txtDate,   txtName,   txtKana,  txtYubin,    cmdJusyo,  txtTel,
+                          txtJusyo1, txtJusyo2, txtKinmu, txtKinmuTel, txtSyokai, txtSyokaiTel};
+    order << QList<QWidget*>(optSex.begin(), optSex.end())
+          << QList<QWidget*>(optKazok_F.begin(), optKazok_F.end())
+          << QList<QWidget*>(optTanjo_Go.begin(), optTanjo_Go.end());
+    order << txtTanjo_Nen << txtTanjo_Mon << txtTanjo_Day << spdData->view();
+    SetTabChain(order << FraUriage->tabOrder());
 
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(12, 10, 12, 10);

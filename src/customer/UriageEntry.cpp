@@ -9,6 +9,7 @@
 #include "platform/Format.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
+#include "platform/controls/FocusOrder.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -72,45 +73,49 @@ UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
                                  QStringLiteral("(%1)").arg(eye);
             (*fields[i])[eye] = named(new xField(this, 10), name, 58);
         }
-    cmdOk = named(new QPushButton(QStringLiteral("明細登録"), this), QStringLiteral("cmdOk"), 96);
+    // Alt+M registers the line from any field of the entry.
+    cmdOk =
+        named(new QPushButton(QStringLiteral("明細登録(&M)"), this), QStringLiteral("cmdOk"), 96);
     cmdCancel =
         named(new QPushButton(QStringLiteral("明細削除"), this), QStringLiteral("cmdCancel"), 96);
     cmdClear =
         named(new QPushButton(QStringLiteral("クリア"), this), QStringLiteral("cmdClear"), 96);
     for (QPushButton* button : {cmdOk, cmdCancel, cmdClear})
         button->setAutoDefault(false);
+    PressOnMnemonic(cmdOk);
     layOut();
-    setTabOrder();
+    SetTabChain(tabOrder());
     connectEvents();
 }
 
-void UriageEntry::setTabOrder() {
-    QList<QWidget*> order{txtDatc,    cboItem,     cboYoto,    txtKingaKci, txtFm_Name,
-                          cboMeka[0], txtFm_Kinga, txtFm_Size, txtFm_Color, txtLz_Name,
-                          cboMeka[1], txtLz_Kinga, txtSyohou,  txtMemo};
-    for (int eye = 0; eye < 2; ++eye)
-        for (int index : PrescriptionWiring::ScreenOrder)
-            order << prescriptionField(eye, index);
-    order << cmdOk << cmdCancel << cmdClear;
-    for (int i = 1; i < order.size(); ++i)
-        QWidget::setTabOrder(order[i - 1], order[i]);
+QList<QWidget*> UriageEntry::tabOrder() const {
+    QList<QWidget*> order{txtDatc,     cboItem,     cboYoto,     txtFm_Name, cboMeka[0],
+                          txtFm_Kinga, txtFm_Size,  txtFm_Color, txtLz_Name, cboMeka[1],
+                          txtLz_Kinga, txtKingaKci, txtSyohou,   txtMemo};
+    order << PrescriptionTabOrder(eyeFields(0), eyeFields(1));
+    return order << cmdOk << cmdCancel << cmdClear;
 }
 
 void UriageEntry::connectEvents() {
-    EyeFields right, left;
-    for (int i = 0; i < 13; ++i) {
-        right[i] = prescriptionField(0, i);
-        left[i] = prescriptionField(1, i);
-    }
-    new PrescriptionWiring(PrescriptionScreen::Register, right, left, this);
+    new PrescriptionWiring(PrescriptionScreen::Register, eyeFields(0), eyeFields(1), this);
     connect(cmdOk, &QPushButton::clicked, this, &UriageEntry::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &UriageEntry::cmdCancel_Click);
     connect(cmdClear, &QPushButton::clicked, this, &UriageEntry::cmdClear_Click);
-    connect(txtFm_Kinga, &xInput::leave, this, &UriageEntry::updateTotal);
-    connect(txtLz_Kinga, &xInput::leave, this, [this] {
-        updateTotal();
-        txtKingaKci->setFocus();
-    });
+    for (xNum* amount : {txtFm_Kinga, txtLz_Kinga})
+        connect(amount, &xInput::leave, this, &UriageEntry::updateTotal);
+    // Enter or Tab from the lens amount goes on to the total, ready to be typed over; a click
+    // elsewhere goes where it was aimed.
+    connect(txtLz_Kinga, &xInput::keyDown, this,
+            [this](int key, Qt::KeyboardModifiers modifiers, bool* handled) {
+                const bool onward =
+                    key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab;
+                if (!onward || (modifiers != Qt::NoModifier && modifiers != Qt::KeypadModifier))
+                    return;
+                updateTotal();
+                txtKingaKci->setFocus(Qt::TabFocusReason);
+                txtKingaKci->selectAll();
+                *handled = true;
+            });
     MoveOnEnter(cboItem, cboYoto);
     MoveOnEnter(cboYoto, txtFm_Name);
     MoveOnEnter(cboMeka[0], txtFm_Size);
@@ -219,8 +224,6 @@ void UriageEntry::layOut() {
     sale->addWidget(cboItem, 0, 3);
     sale->addWidget(caption(QStringLiteral("用途"), this), 0, 4);
     sale->addWidget(cboYoto, 0, 5);
-    sale->addWidget(caption(QStringLiteral("売上合計"), this), 0, 6);
-    sale->addWidget(txtKingaKci, 0, 7);
     sale->addWidget(caption(QStringLiteral("ﾌﾚｰﾑ 品名"), this), 1, 0);
     sale->addWidget(txtFm_Name, 1, 1);
     sale->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), this), 1, 2);
@@ -239,17 +242,14 @@ void UriageEntry::layOut() {
     sale->addWidget(cboMeka[1], 2, 3);
     sale->addWidget(caption(QStringLiteral("金額"), this), 2, 4);
     sale->addWidget(txtLz_Kinga, 2, 5);
+    sale->addWidget(caption(QStringLiteral("売上合計"), this), 2, 6);
+    sale->addWidget(txtKingaKci, 2, 7);
     sale->addWidget(caption(QStringLiteral("眼処方"), this), 3, 0);
     sale->addWidget(txtSyohou, 3, 1, 1, 3);
     sale->addWidget(caption(QStringLiteral("メ モ"), this), 3, 4);
     sale->addWidget(txtMemo, 3, 5, 1, 3);
 
-    EyeFields rightEye, leftEye;
-    for (int i = 0; i < 13; ++i) {
-        rightEye[i] = prescriptionField(0, i);
-        leftEye[i] = prescriptionField(1, i);
-    }
-    auto* eyes = PrescriptionGrid(this, rightEye, leftEye,
+    auto* eyes = PrescriptionGrid(this, eyeFields(0), eyeFields(1),
                                   {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")});
 
     auto* buttons = new QVBoxLayout;
@@ -268,6 +268,13 @@ void UriageEntry::layOut() {
 
 xField* UriageEntry::prescriptionField(int eye, int index) const {
     return (*tableOrder(*this)[index])[eye];
+}
+
+EyeFields UriageEntry::eyeFields(int eye) const {
+    EyeFields fields;
+    for (int i = 0; i < 13; ++i)
+        fields[i] = prescriptionField(eye, i);
+    return fields;
 }
 
 void UriageEntry::fillMasterLists() {

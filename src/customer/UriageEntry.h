@@ -1,6 +1,7 @@
 #pragma once
 
 #include "domain/Purchase.h"
+#include "prescription/PrescriptionWiring.h"
 
 #include <QGroupBox>
 #include <QStringList>
@@ -42,6 +43,9 @@ public:
     // Enter in one of the entry's notes moves on; true when it did.
     bool enterPressed(QWidget* from);
 
+    // The entry's controls in the order Tab runs through them: row by row as shown, then the
+    // prescription and the buttons.
+    QList<QWidget*> tabOrder() const;
     // The prescription field of a value in table order (PrescriptionColumns) and eye.
     xField* prescriptionField(int eye, int index) const;
 
@@ -73,7 +77,7 @@ public:
 
 private:
     void layOut();
-    void setTabOrder();
+    EyeFields eyeFields(int eye) const;
     void connectEvents();
     // The purchase the fields hold; none when a prescription field holds no number (the user
     // was told, and the focus is on that field).

@@ -3,6 +3,7 @@
 #include "data/Lookups.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
+#include "platform/controls/FocusOrder.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -53,6 +54,11 @@ UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     ClearOnDelete(cboFm_Meka);
     ClearOnDelete(cboLz_Meka);
     layOut();
+    // Tab follows the block as shown: the sale, the frame, the lens, then the prescription.
+    SetTabChain(QList<QWidget*>{txtUriDate, cboItem, cboYouto, txtKinga, cboFm_Meka, txtFm_Name,
+                                txtFm_Size, txtFm_Color, txtFm_Kinga, cboLz_Meka, txtLz_Name,
+                                txtLz_Kinga}
+                << PrescriptionTabOrder(eyes_[0], eyes_[1]));
     // A block is read-only (disabled) most of the time; its values must stay easy to read.
     QPalette colors = palette();
     for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})

@@ -141,3 +141,11 @@ QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const Eye
     }
     return grid;
 }
+
+QList<QWidget*> PrescriptionTabOrder(const EyeFields& right, const EyeFields& left) {
+    QList<QWidget*> order;
+    for (const EyeFields* eye : {&right, &left})
+        for (int index : PrescriptionWiring::ScreenOrder)
+            order << (*eye)[index];
+    return order;
+}

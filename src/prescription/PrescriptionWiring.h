@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <array>
 
@@ -38,3 +39,7 @@ private:
 // the values in screen order with the Pd field last behind its caption (pdCaptions: right, left).
 QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const EyeFields& left,
                               const QString (&pdCaptions)[2]);
+
+// The prescription's fields in the order Tab runs through them: the right eye's row as shown,
+// then the left eye's.
+QList<QWidget*> PrescriptionTabOrder(const EyeFields& right, const EyeFields& left);

@@ -76,7 +76,6 @@ private slots:
             QTest::keyClicks(e.txtLz_Kinga, QStringLiteral("18000"));
             e.txtSyohou->setFocus();
             QCOMPARE(e.txtKingaKci->Value(), 38000.0);
-            QCOMPARE(s.focusWidget(), e.txtKingaKci);
             e.cboYoto->setCurrentIndex(0);
             e.txtDatc->setDate(QDate(2026, 10, 1));
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
@@ -99,6 +98,40 @@ private slots:
                                QStringLiteral("Uri_Date Uri_ItemNo Uri_YoutoNo Uri_Lz_MekaNo "
                                               "Uri_Fm_Kinga Uri_Lz_Kinga Uri_KingaKei")),
                  QStringLiteral("20261001|001|001||20000|18000|38000"));
+    }
+
+    // The lens amount left by Enter or Tab goes on to the total, selected so that what is typed
+    // replaces it; a click elsewhere goes where it was aimed and the total keeps the sum.
+    void theLensAmountGoesOnToTheTotalByTheKeysOnly_data() {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("click into S度数") << 0 << QStringLiteral("15000|1.25");
+        QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("125|0");
+        QTest::newRow("Tab") << int(Qt::Key_Tab) << QStringLiteral("125|0");
+    }
+    void theLensAmountGoesOnToTheTotalByTheKeysOnly() {
+        QFETCH(int, key);
+        QFETCH(QString, stored);
+        InsertCustomer({.no = 2});
+        ExpectSaved(harness);
+        OpenRegister(harness, 2, [key](FrmKokyaku& s) {
+            UriageEntry& e = *s.FraUriage;
+            QTest::mouseClick(e.txtLz_Kinga, Qt::LeftButton);
+            QTest::keyClicks(e.txtLz_Kinga, QStringLiteral("15000"));
+            QWidget* next = key == 0 ? static_cast<QWidget*>(e.txtSph[0]) : e.txtKingaKci;
+            if (key == 0)
+                QTest::mouseClick(e.txtSph[0], Qt::LeftButton);
+            else
+                QTest::keyClick(e.txtLz_Kinga, Qt::Key(key));
+            QCOMPARE(s.focusWidget(), next);
+            QCOMPARE(e.txtKingaKci->Value(), 15000.0);
+            QTest::keyClicks(next, QStringLiteral("125"));
+            e.cboItem->setCurrentIndex(0);
+            e.cboYoto->setCurrentIndex(0);
+            QTest::mouseClick(e.cmdOk, Qt::LeftButton);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(PurchaseTexts(2, 1, QStringLiteral("Uri_KingaKei Uri_R_Sph")), stored);
     }
 
     // "明細削除" marks a stored line and takes the mark back, a marked line refuses a change, a

@@ -27,6 +27,7 @@
 #include "support/ShopData.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -230,6 +231,78 @@ private slots:
         QCOMPARE(CustomerTexts(7, QStringLiteral("User_No")), QString());
         QCOMPARE(StoredSeqs(7), QList<int>());
         QCOMPARE(StoredSeqs(4), QList<int>{1});
+    }
+
+    // Tab alone walks the register as it is laid out: the record row by row, each option group
+    // on its checked option, the purchases, the entry row by row (the lens amount on to the
+    // total), the notes, the prescription (its empty values skipping what depends on them) and
+    // "明細登録", whose key Alt+M adds the line from wherever the focus is.
+    void tabWalksTheScreenAndAltMAddsTheLine() {
+        InsertCustomer({.no = 5, .sex = 1, .kazok = 3, .tanjoGo = 2});
+        InsertPurchase({.user = 5});
+        ExpectSaved(harness);
+        OpenRegister(harness, 5, [](FrmKokyaku& s) {
+            const auto nameOf = [&s](QWidget* w) {
+                return w == s.spdData->view() ? QStringLiteral("spdData") : w->objectName();
+            };
+            QStringList walked;
+            for (int i = 0; i < 80 && s.focusWidget() != s.FraUriage->cmdOk; ++i) {
+                QTest::keyClick(s.focusWidget(), Qt::Key_Tab);
+                walked << nameOf(s.focusWidget());
+            }
+            QString eyes;
+            for (const char* eye : {"(0)", "(1)"})
+                for (const char* value :
+                     {"Sph", "Cyl", "S", "P1", "P2", "Gai", "Tama", "Ragan", "Kyosei", "Pd"})
+                    eyes +=
+                        QStringLiteral(" txt%1%2").arg(QLatin1String(value), QLatin1String(eye));
+            QCOMPARE(walked.join(QLatin1Char(' ')),
+                     QStringLiteral("txtName txtKana txtYubin cmdJusyo txtTel txtJusyo1 txtJusyo2 "
+                                    "txtKinmu txtKinmuTel txtSyokai txtSyokaiTel optSex(1) "
+                                    "optKazok_F(3) optTanjo_Go(2) txtTanjo_Nen txtTanjo_Mon "
+                                    "txtTanjo_Day spdData txtDatc cboItem cboYoto txtFm_Name "
+                                    "cboMeka(0) txtFm_Kinga txtFm_Size txtFm_Color txtLz_Name "
+                                    "cboMeka(1) txtLz_Kinga txtKingaKci txtSyohou txtMemo") +
+                         eyes + QStringLiteral(" cmdOk"));
+            // The arrow keys choose within a group; Tab then comes back to the new choice.
+            s.txtSyokaiTel->setFocus();
+            QTest::keyClick(s.txtSyokaiTel, Qt::Key_Tab);
+            QTest::keyClick(s.optSex[1], Qt::Key_Left);
+            QVERIFY(s.optSex[0]->isChecked());
+            QTest::keyClick(s.optSex[0], Qt::Key_Tab);
+            QCOMPARE(s.focusWidget(), s.optKazok_F[3]);
+            QTest::keyClick(s.optKazok_F[3], Qt::Key_Backtab, Qt::ShiftModifier);
+            QCOMPARE(s.focusWidget(), s.optSex[0]);
+            // Alt+M from the memo: the line shown is registered, and the entry emptied.
+            s.FraUriage->txtMemo->setFocus();
+            s.FraUriage->txtMemo->setText(QStringLiteral("キーで登録"));
+            QTest::keyClick(s.FraUriage->txtMemo, Qt::Key_M, Qt::AltModifier);
+            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), QStringLiteral("変更"));
+            QCOMPARE(s.FraUriage->txtMemo->text(), QString());
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(5, QStringLiteral("User_Sex")), QStringLiteral("0"));
+        QCOMPARE(PurchaseTexts(5, 1, QStringLiteral("Uri_Memo")), QStringLiteral("キーで登録"));
+    }
+
+    // A name or kana at its limit with 𠮷 or an emoji past it keeps whole characters, and the
+    // customer is stored as shown.
+    void textAtItsLimitKeepsWholeCharacters() {
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        const QString name = QString(29, QChar(u'あ')) + QStringLiteral("😀");
+        const QString kana = QString(39, QChar(u'か')) + QStringLiteral("𠮷");
+        OpenRegister(harness, 0, [&](FrmKokyaku& s) {
+            QApplication::clipboard()->setText(name + QStringLiteral("𠮷"));
+            QTest::keyClick(s.txtName, Qt::Key_V, Qt::ControlModifier);
+            s.txtKana->setFocus();
+            QInputMethodEvent commit;
+            commit.setCommitString(kana + QStringLiteral("😀"));
+            QApplication::sendEvent(s.txtKana, &commit);
+            QCOMPARE(s.txtName->text() + s.txtKana->text(), name + kana);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(1, QStringLiteral("User_Name User_Kana")), name + u'|' + kana);
     }
 
     void aDuplicateKeyRollsEverythingBack() {

@@ -146,6 +146,15 @@ private slots:
                 UriageBlock& middle = *history.FraUriage[1];
                 QTest::keyClick(&history, Qt::Key_F6);
                 QCOMPARE(history.focusWidget(), middle.txtFm_Name);
+                // Tab runs along the block as shown: the frame, the lens, the prescription.
+                middle.txtFm_Color->setFocus();
+                for (QWidget* next : std::initializer_list<QWidget*>{
+                         middle.txtFm_Kinga, middle.cboLz_Meka, middle.txtLz_Name,
+                         middle.txtLz_Kinga, middle.prescription(0, Sph)}) {
+                    QTest::keyClick(history.focusWidget(), Qt::Key_Tab);
+                    QCOMPARE(history.focusWidget(), next);
+                }
+                middle.txtFm_Name->setFocus();
                 QTest::keyClicks(middle.txtFm_Name, QStringLiteral(" O'Brien "));
                 middle.txtUriDate->setDate(QDate(2025, 6, 2));
                 middle.txtKinga->setValue(21000);

@@ -1,6 +1,8 @@
 // The input controls: kana capture from the input method, number and date fields, the postal
-// code mask, numeric input settings, full-width digits, notifications and the function-key row.
+// code mask, numeric input settings, full-width digits, notifications, length limits in
+// whole characters and the function-key row.
 #include "platform/NumberText.h"
+#include "platform/controls/CharacterLimit.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
@@ -10,6 +12,7 @@
 #include "platform/controls/xZip.h"
 #include "support/Roads.h"
 
+#include <QClipboard>
 #include <QDialog>
 #include <QtTest>
 
@@ -154,6 +157,64 @@ private slots:
         xDate date;
         Paste(&date, QStringLiteral("２０２６１１２２"));
         QCOMPARE(date.date(), QDate(2026, 11, 22));
+    }
+
+    // A limit counts characters: 𠮷 and an emoji are two UTF-16 units each and stay whole. What
+    // goes past the limit is what came last, before the cursor; a lone half never stays.
+    void limitsKeepWholeCharacters() {
+        const QString yoshi = QStringLiteral("𠮷"), smile = QStringLiteral("😀");
+        const QString half = smile.left(1);
+        const struct {
+            QString text;
+            int cursor, limit;
+            QString fitted;
+            int fittedCursor;
+        } cases[] = {
+            {QStringLiteral("ab") + yoshi, 4, 3, QStringLiteral("ab") + yoshi, 4},
+            {QStringLiteral("ab") + yoshi + QStringLiteral("c"), 5, 3, QStringLiteral("ab") + yoshi,
+             4},
+            {QStringLiteral("ab") + smile + yoshi, 6, 3, QStringLiteral("ab") + smile, 4},
+            {QStringLiteral("x") + smile + QStringLiteral("yz"), 3, 3, QStringLiteral("xyz"), 1},
+            {QStringLiteral("ab") + half + QStringLiteral("c"), 4, 9, QStringLiteral("abc"), 3},
+            {QStringLiteral("abcd"), 0, 2, QStringLiteral("ab"), 0},
+            {QStringLiteral("a") + smile + QStringLiteral("b"), 2, 2, QStringLiteral("ab"), 1},
+        };
+        for (const auto& c : cases) {
+            QString text = c.text;
+            int cursor = c.cursor;
+            FitToCharacters(text, cursor, c.limit);
+            QCOMPARE(text, c.fitted);
+            QCOMPARE(cursor, c.fittedCursor);
+        }
+        QCOMPARE(CharacterCount(QStringLiteral("あ") + yoshi + smile), 3);
+
+        // The same on a field: typed, pasted, committed by an input method, set by the program.
+        QDialog screen;
+        auto* field = new xField(&screen, 5);
+        auto* number = new xField(&screen, 4);
+        number->setNumericInput(QStringLiteral("0000"), 0, 9999);
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        field->setFocus();
+        type(field, {}, "あいう");
+        QApplication::clipboard()->setText(yoshi + smile + QStringLiteral("x"));
+        QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(field->text(), QStringLiteral("あいう") + yoshi + smile);
+        QTest::keyClicks(field, QStringLiteral("z"));
+        QCOMPARE(field->text(), QStringLiteral("あいう") + yoshi + smile);
+        field->setText(QStringLiteral("ab") + yoshi + yoshi + yoshi + smile);
+        QCOMPARE(field->text(), QStringLiteral("ab") + yoshi + yoshi + yoshi);
+        QCOMPARE(field->maxLength(), 5);
+        type(field, {}, "𠮷");
+        QCOMPARE(field->text(), QStringLiteral("ab") + yoshi + yoshi + yoshi);
+        xKana kana;
+        kana.setText(QStringLiteral("かなかな") + yoshi);
+        kana.setMaxLength(4);
+        QCOMPARE(kana.text(), QStringLiteral("かなかな"));
+        // A number field keeps its own rule under the limit.
+        number->setFocus();
+        QTest::keyClicks(number, QStringLiteral("12a345"));
+        QCOMPARE(number->text(), QStringLiteral("1234"));
     }
 
     void keysReachTheFieldFirstAndFunctionKeysNeedACaption() {

@@ -9,5 +9,5 @@ xField::xField(QWidget* parent, int maxLength) : xInput(parent) {
 void xField::setNumericInput(const QString& pattern, double lowest, double highest) {
     delete numeric_;
     numeric_ = new NumericInput(pattern, lowest, highest, this);
-    setValidator(numeric_);
+    setInputRule(numeric_);
 }

@@ -1,5 +1,7 @@
 #include "platform/controls/xInput.h"
 
+#include "platform/controls/CharacterLimit.h"
+
 #include <QKeyEvent>
 
 xInput::xInput(QWidget* parent) : QLineEdit(parent) {
@@ -15,6 +17,34 @@ void xInput::setInputAreaColor(const QColor& color) {
     for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
         colors.setColor(group, QPalette::Base, color);
     setPalette(colors);
+}
+
+void xInput::setMaxLength(int characters) {
+    limit()->setLimit(characters);
+    QString fitted = text();
+    int cursor = cursorPosition();
+    FitToCharacters(fitted, cursor, characters);
+    if (fitted != text()) {
+        setText(fitted);
+        setCursorPosition(cursor);
+    }
+}
+
+int xInput::maxLength() const {
+    return limit_ ? limit_->limit() : QLineEdit::maxLength();
+}
+
+void xInput::setInputRule(QValidator* rule) {
+    limit()->setRule(rule);
+}
+
+CharacterLimit* xInput::limit() {
+    // Installed on first use: a field with a mask and no limit keeps the line edit's own rules.
+    if (!limit_) {
+        limit_ = new CharacterLimit(this);
+        setValidator(limit_);
+    }
+    return limit_;
 }
 
 bool xInput::event(QEvent* event) {

@@ -51,7 +51,7 @@ void xNum::applySettings(double lowest, double highest) {
     // While typing, the grouping commas are not needed; the validator accepts them anyway.
     auto* replaced = numeric_;
     numeric_ = new NumericInput(format_, lowest, highest, this);
-    setValidator(numeric_);
+    setInputRule(numeric_);
     delete replaced;
 }
 
