@@ -247,6 +247,53 @@ private slots:
             }
     }
 
+    // Lines break at a blank before the building, then where a number starts or ends, never
+    // inside a number with its unit; what cannot break gets smaller, below the floor if it must.
+    // Vertical numbers are full-width or kanji numerals (十 for 10 to 19).
+    void linesBreakAtNaturalPlaces() {
+        const QString address = QStringLiteral(
+            "北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室");
+        const struct {
+            QString text;
+            double ems; // the field's width in ems of 12 points
+            QString lines;
+            bool shrunk;
+        } cases[] = {
+            {address, 30,
+             QStringLiteral(
+                 "北海道札幌市中央区北一条西二十丁目１２－３４|サンハイツ札幌駅前１０２号室"),
+             false},
+            {address, 20,
+             QStringLiteral(
+                 "北海道札幌市中央区北一条西二十丁目|１２－３４ サンハイツ札幌駅前１０２号室"),
+             false},
+            {QStringLiteral("札幌市１２３４５６７８９０号"), 8,
+             QStringLiteral("札幌市|１２３４５６７８９０号"), true},
+            {QStringLiteral("ガーデンコート"), 3, QStringLiteral("ガーデ|ンコー|ト"), false},
+        };
+        for (const auto& c : cases) {
+            FormItem item;
+            item.w = c.ems * EmMm(12) + 0.01, item.h = 60, item.points = item.minPoints = 12;
+            const SetText set = SetFieldText(item, c.text, VerticalDigits::FullWidth);
+            QMap<double, QString> lines;
+            for (const SetGlyph& glyph : set.glyphs)
+                lines[glyph.box.y()] += glyph.text;
+            QCOMPARE(lines.values().join(u'|'), c.lines);
+            QCOMPARE(set.points < 12, c.shrunk);
+        }
+        const char* const numbers[][3] = {{"12", "十二", "１２"},
+                                          {"10", "十", "１０"},
+                                          {"102", "一〇二", "１０２"},
+                                          {"２０", "二〇", "２０"},
+                                          {"7", "七", "７"}};
+        for (const auto& n : numbers) {
+            QCOMPARE(VerticalNumber(QString::fromUtf8(n[0]), VerticalDigits::Kanji),
+                     QString::fromUtf8(n[1]));
+            QCOMPARE(VerticalNumber(QString::fromUtf8(n[0]), VerticalDigits::FullWidth),
+                     QString::fromUtf8(n[2]));
+        }
+    }
+
     // Household cards: one per household, its members as the family list groups them, the
     // representative first (on the right of a vertical card), the family name once, each with
     // his own 様; more than four members are written to all at once.

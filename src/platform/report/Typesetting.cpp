@@ -168,7 +168,8 @@ Level breakBefore(const QList<Piece>& pieces, qsizetype i) {
         return AtBlank;
     if (after.noBreakBefore || before.noBreakAfter)
         return Never;
-    if (before.number != after.number)
+    // Where a number starts or ends: after the town, between 丁目 and the house number.
+    if (before.number || after.number)
         return AtNumber;
     return Anywhere;
 }
