@@ -251,7 +251,7 @@ void FrmPrint::setCardAddressee(long job, const Card& card) {
 }
 
 void FrmPrint::buildPrintOptions(QVBoxLayout* page) {
-    auto* group = new QGroupBox(QStringLiteral("ハガキの印刷"), this);
+    auto* group = new QGroupBox(QStringLiteral("印刷の設定"), this);
     auto* form = new QFormLayout(group);
     const auto check = [&](QCheckBox*& box, const char* name, const QString& caption) {
         box = new QCheckBox(caption, group);
