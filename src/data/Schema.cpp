@@ -116,7 +116,18 @@ QStringList SchemaStatements() {
         // its matches faster than it could walk such an index row by row.
         QStringLiteral("CREATE INDEX IX_San_User_Tel ON San_User (User_Tel)"),
         QStringLiteral("CREATE INDEX IX_ZipList_Zip ON ZipList (ZIP1, ZIP2)"),
+        SettingsTableStatement(),
     };
+}
+
+QString SettingsTableStatement() {
+    // The shop's settings, one value per key; added to older databases when they are opened.
+    return QStringLiteral("CREATE TABLE IF NOT EXISTS San_Setting (Set_Key TEXT NOT NULL PRIMARY "
+                          "KEY, Set_Value TEXT)");
+}
+
+void UpgradeSchema(Connection& connection) {
+    connection.execute(SettingsTableStatement());
 }
 
 QStringList StartingMasterStatements() {

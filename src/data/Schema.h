@@ -7,6 +7,11 @@ class Connection;
 // The statements that create the tables, the view and the indexes of an empty database.
 QStringList SchemaStatements();
 
+// The settings table: created with the schema, and added to a database made before it.
+QString SettingsTableStatement();
+// Brings an opened database made by an older program up to the schema, keeping its data.
+void UpgradeSchema(Connection& connection);
+
 // The starting masters of a new shop: typical items, purposes and makers, numbered
 // 001, 002, ... without gaps.
 QStringList StartingMasterStatements();

@@ -1,5 +1,6 @@
 #include "data/ShopDatabase.h"
 
+#include "data/Schema.h"
 #include "frame/Globals.h"
 #include "platform/Failure.h"
 #include "platform/db/Connection.h"
@@ -23,4 +24,5 @@ QString OpenDatabaseIn(Connection& connection, const QString& folder) {
 
 void OpenDatabase() {
     gDbPath = OpenDatabaseIn(gCon, AppFolder());
+    UpgradeSchema(gCon);
 }

@@ -1,5 +1,7 @@
 #include "print/FrmPrint.h"
 
+#include "data/SettingStore.h"
+#include "domain/Household.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
@@ -11,10 +13,15 @@
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
 
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <cmath>
 
 namespace {
 
@@ -55,6 +62,7 @@ FrmPrint::FrmPrint(std::vector<ListRow> rows, bool allCustomers, QWidget* parent
     new QShortcut(QKeySequence(Qt::Key_Escape), this, cmdEnd, &QPushButton::click);
     page->addSpacing(10);
     page->addWidget(cmdEnd);
+    buildPrintOptions(page);
 }
 
 void FrmPrint::showEvent(QShowEvent* event) {
@@ -110,6 +118,7 @@ void FrmPrint::runJob(const QString& procedure, const QString& settings,
                       return;
                   }
                   CmnSetGlbData(job);
+                  setPrintOptions(job);
                   if (pages(job) != 0) {
                       jvAbortDoc(job);
                       jvClose(job);
@@ -118,6 +127,8 @@ void FrmPrint::runJob(const QString& procedure, const QString& settings,
                   result = jvEndDoc(job);
                   if (result != 0)
                       libraryError(QStringLiteral("jvEndDoc"), result);
+                  else
+                      reportPdf(job);
                   jvClose(job);
               },
               {.titlePrefix = VbErrorTitleWide});
@@ -159,16 +170,14 @@ void FrmPrint::setAddressee(long job, const ListedCustomer& c) {
 long FrmPrint::PrintSetData(long job) {
     if (const long result = setForm(job, QStringLiteral("PrnSan001.jfm")))
         return result;
-    for (const ListRow& row : rows_) {
-        if (!row.marked)
-            continue;
-        const QString code = row.now.yubin.trimmed();
+    for (const Card& card : cards()) {
+        const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty()) {
             const QString digits = code.left(3) + code.mid(4, 4);
             for (int i = 0; i < 7; ++i)
                 jvSetFieldText(job, QStringLiteral("Yubin_%1").arg(i + 1), digits.mid(i, 1));
         }
-        setAddressee(job, row.now);
+        setCardAddressee(job, card);
         if (const long result = finishPage(job))
             return result;
     }
@@ -178,13 +187,11 @@ long FrmPrint::PrintSetData(long job) {
 long FrmPrint::PrintSetData3(long job) {
     if (const long result = setForm(job, QStringLiteral("PrnSan004.jfm")))
         return result;
-    for (const ListRow& row : rows_) {
-        if (!row.marked)
-            continue;
-        const QString code = row.now.yubin.trimmed();
+    for (const Card& card : cards()) {
+        const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty())
             jvSetFieldText(job, QStringLiteral("Yubin"), QStringLiteral("〒 ") + code);
-        setAddressee(job, row.now);
+        setCardAddressee(job, card);
         if (const long result = finishPage(job))
             return result;
     }
@@ -218,4 +225,94 @@ long FrmPrint::PrintSetData2(long job) {
             return result;
     }
     return 0;
+}
+
+// The cards of the marked customers: one each, or one per household.
+std::vector<FrmPrint::Card> FrmPrint::cards() const {
+    std::vector<Card> cards;
+    if (!chkRenmei->isChecked()) {
+        for (const ListRow& row : rows_)
+            if (row.marked)
+                cards.push_back({&row.now, {}, {}});
+        return cards;
+    }
+    for (const Household& household : MarkedHouseholds(rows_)) {
+        if (household.size() == 1) {
+            cards.push_back({household.front(), {}, {}});
+            continue;
+        }
+        const Addressee addressee = HouseholdAddressee(household);
+        cards.push_back({household.front(), addressee.name, addressee.sama});
+    }
+    return cards;
+}
+
+void FrmPrint::setCardAddressee(long job, const Card& card) {
+    if (card.name.isEmpty()) {
+        setAddressee(job, *card.customer);
+        return;
+    }
+    jvSetFieldText(job, QStringLiteral("Jusyo1"), card.customer->jusyo1.trimmed());
+    jvSetFieldText(job, QStringLiteral("Jusyo2"), card.customer->jusyo2.trimmed());
+    jvSetFieldText(job, QStringLiteral("Name"), card.name);
+    if (!card.sama.isEmpty())
+        jvSetFieldText(job, QStringLiteral("Sama"), card.sama);
+}
+
+void FrmPrint::buildPrintOptions(QVBoxLayout* page) {
+    auto* group = new QGroupBox(QStringLiteral("印刷の設定"), this);
+    auto* form = new QFormLayout(group);
+    const auto check = [&](QCheckBox*& box, const char* name, const QString& caption) {
+        box = new QCheckBox(caption, group);
+        box->setObjectName(QString::fromLatin1(name));
+        form->addRow(box);
+    };
+    check(chkRenmei, "chkRenmei", QStringLiteral("連名 (同じ電話番号と住所の家族に一枚)"));
+    check(chkKansuji, "chkKansuji", QStringLiteral("縦書きの番地を漢数字で印刷"));
+    check(chkYubinWaku, "chkYubinWaku",
+          QStringLiteral("郵便番号の枠も印刷 (無地の用紙; 官製はがきは数字のみ)"));
+    const auto offset = [&](QDoubleSpinBox*& box, const char* name, const QString& caption) {
+        box = new QDoubleSpinBox(group);
+        box->setObjectName(QString::fromLatin1(name));
+        box->setRange(-20, 20);
+        box->setDecimals(1);
+        box->setSingleStep(0.5);
+        box->setSuffix(QStringLiteral(" mm"));
+        box->setKeyboardTracking(false);
+        form->addRow(caption, box);
+    };
+    offset(txtOffsetX, "txtOffsetX", QStringLiteral("印刷位置の補正 右へ"));
+    offset(txtOffsetY, "txtOffsetY", QStringLiteral("印刷位置の補正 下へ"));
+    page->insertWidget(0, group);
+    page->insertSpacing(1, 10);
+    Procedure(ScreenName, QStringLiteral("Disp_Offset"), QStringLiteral("印刷位置の取得処理"), [&] {
+        const SettingStore::PrintOffset saved = SettingStore::ReadPrintOffset();
+        txtOffsetX->setValue(saved.x);
+        txtOffsetY->setValue(saved.y);
+    });
+    for (QDoubleSpinBox* box : {txtOffsetX, txtOffsetY})
+        connect(box, &QDoubleSpinBox::valueChanged, this, [this] { saveOffset(); });
+}
+
+void FrmPrint::saveOffset() {
+    Procedure(ScreenName, QStringLiteral("Save_Offset"), QStringLiteral("印刷位置の保存処理"), [&] {
+        SettingStore::WritePrintOffset({txtOffsetX->value(), txtOffsetY->value()});
+    });
+}
+
+void FrmPrint::setPrintOptions(long job) {
+    jvSetLong(job, ReportOption::KanjiNumerals, chkKansuji->isChecked() ? 1 : 0);
+    jvSetLong(job, ReportOption::PlainPaper, chkYubinWaku->isChecked() ? 1 : 0);
+    jvSetLong(job, ReportOption::OffsetX, std::lround(txtOffsetX->value() * 10));
+    jvSetLong(job, ReportOption::OffsetY, std::lround(txtOffsetY->value() * 10));
+}
+
+// A document written to a PDF says where it is, and opens in the desktop's viewer.
+void FrmPrint::reportPdf(long job) {
+    const QString path = ReportPdfPath(job);
+    if (path.isEmpty())
+        return;
+    MsgBox(QStringLiteral("ＰＤＦファイルに出力しました。") + QChar(13) + path,
+           MsgIcon::Information, MsgButtons::OK, windowTitle());
+    ShowPdf(path);
 }

@@ -7,7 +7,10 @@
 #include <functional>
 #include <vector>
 
+class QCheckBox;
+class QDoubleSpinBox;
 class QPushButton;
+class QVBoxLayout;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
@@ -28,6 +31,15 @@ public:
     std::array<QPushButton*, 3> cmdPrint;
     QPushButton* cmdEnd;
 
+    // How the cards are printed: one per household (連名), numbers in vertical addresses as
+    // kanji numerals, the postal-code boxes on plain paper; and the printer's feed offset,
+    // kept in the database.
+    QCheckBox* chkRenmei;
+    QCheckBox* chkKansuji;
+    QCheckBox* chkYubinWaku;
+    QDoubleSpinBox* txtOffsetX;
+    QDoubleSpinBox* txtOffsetY;
+
 protected:
     void showEvent(QShowEvent* event) override;
 
@@ -38,6 +50,18 @@ private:
     long setForm(long job, const QString& form);
     long finishPage(long job);
     void setAddressee(long job, const ListedCustomer& customer);
+
+    // One card: its customer, and the household's addressee when it is a household card.
+    struct Card {
+        const ListedCustomer* customer;
+        QString name, sama; // empty name: the customer's own addressee
+    };
+    std::vector<Card> cards() const;
+    void buildPrintOptions(QVBoxLayout* page);
+    void setPrintOptions(long job);
+    void saveOffset();
+    void reportPdf(long job);
+    void setCardAddressee(long job, const Card& card);
 
     std::vector<ListRow> rows_;
     bool allCustomers_;

@@ -4,6 +4,7 @@
 // and a failed import that leaves the old content whole.
 #include "data/Lookups.h"
 #include "data/Schema.h"
+#include "data/SettingStore.h"
 #include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
 #include "frame/Globals.h"
@@ -155,6 +156,23 @@ private slots:
         // A code listed twice gives one of its addresses.
         QVERIFY(CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区千代田") ||
                 CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区別の町"));
+    }
+
+    // A database made before the settings table gains it when the program opens it, keeping its
+    // rows; a setting written twice keeps its last value.
+    void anOlderDatabaseGainsTheSettingsTable() {
+        gCon.execute(QStringLiteral("drop table San_Setting"));
+        gCon.execute(QStringLiteral("insert into San_User (User_No) values (7)"));
+        gCon.close();
+        OpenDatabase();
+        SettingStore::WritePrintOffset({-2.5, 1});
+        SettingStore::WritePrintOffset({1.5, 0.25});
+        gCon.close();
+        OpenDatabase();
+        QCOMPARE(QueryCount(QStringLiteral("select * from San_User where User_No = 7")), 1);
+        QCOMPARE(QueryCount(QStringLiteral("select * from San_Setting")), 2);
+        QCOMPARE(SettingStore::ReadPrintOffset().x, 1.5);
+        QCOMPARE(SettingStore::ReadPrintOffset().y, 0.25);
     }
 
     void aDatabaseFileIsMadeOnceAndNeverOverwritten() {

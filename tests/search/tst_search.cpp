@@ -381,6 +381,7 @@ private slots:
     // the search the list shows.
     void cancelledConditionsLeaveTheShownSearch() {
         expectBoxes({OpeInf_008, OpeErr_001, OpeErr_003, OpeQes_009});
+        harness.msgs.expectBoxStartingWith(u"ＰＤＦファイルに出力しました。"_s, u"印刷選択"_s);
         openList([this](FrmIchiran& s) {
             search(s); // everyone
             // The close box is キャンセル: the conditions left there are neither checked nor run.

@@ -5,52 +5,35 @@
 
 namespace {
 
-constexpr double MmPerPoint = 25.4 / 72.0;
+// Noto CJK's ideographic em box: the baseline lies this far down from the top of the em.
+constexpr double Baseline = 0.88;
 
 QFont formFont(double points) {
     QFont font(QStringLiteral("Noto Sans CJK JP"));
     font.setPointSizeF(points);
+    font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }
 
-QRectF scaled(double k, double x, double y, double w, double h) {
-    return QRectF(x * k, y * k, w * k, h * k);
+QRectF scaled(double k, const QRectF& mm) {
+    return QRectF(mm.x() * k, mm.y() * k, mm.width() * k, mm.height() * k);
 }
 
-void drawHorizontal(QPainter& painter, double k, const FormItem& item, const QString& text) {
-    painter.setFont(formFont(item.points));
-    painter.drawText(scaled(k, item.x, item.y, item.w, item.h),
-                     int(item.align | Qt::AlignVCenter) | Qt::TextSingleLine, text);
-}
-
-// Top to bottom, one character under the other; a full column goes on to the left.
-void drawVertical(QPainter& painter, double k, const FormItem& item, const QString& text) {
-    const double size = item.points * MmPerPoint;
-    const double step = size * 1.08;
-    painter.setFont(formFont(item.points));
-    const int perColumn = std::max(1, int(item.h / step));
-    const int columns = int(text.size() + perColumn - 1) / perColumn;
-    // A single column stands at the field's alignment; more columns start at the right edge.
-    double firstColumnX = item.x + item.w - size;
-    if (columns <= 1 && (item.align & Qt::AlignHCenter))
-        firstColumnX = item.x + (item.w - size) / 2;
-    else if (columns <= 1 && (item.align & Qt::AlignLeft))
-        firstColumnX = item.x;
-    for (int i = 0; i < text.size(); ++i) {
-        const QRectF cell = scaled(k, firstColumnX - (i / perColumn) * step,
-                                   item.y + (i % perColumn) * step, size, size);
-        const QChar c = text[i];
-        if (!TurnedInVerticalText(c)) {
-            painter.drawText(cell, Qt::AlignCenter, QString(c));
-            continue;
-        }
-        painter.save();
-        painter.translate(cell.center());
+// One cell: upright glyphs stand on the em's baseline, centred across; turned ones are drawn
+// the same way a quarter round about the cell's centre; small kana and commas move up and right.
+void drawGlyph(QPainter& painter, double k, double points, const SetGlyph& glyph, bool vertical) {
+    const double em = EmMm(points) * k;
+    const QRectF cell = scaled(k, glyph.box);
+    const double width = painter.fontMetrics().horizontalAdvance(glyph.text);
+    painter.save();
+    painter.translate(cell.center());
+    if (glyph.turned)
         painter.rotate(90);
-        painter.drawText(QRectF(-cell.width() / 2, -cell.height() / 2, cell.width(), cell.height()),
-                         Qt::AlignCenter, QString(c));
-        painter.restore();
-    }
+    if (glyph.raised && vertical)
+        painter.translate(glyph.stop ? QPointF(0.55 * em, -0.55 * em)
+                                     : QPointF(0.1 * em, -0.18 * em));
+    painter.drawText(QPointF(-width / 2, -em / 2 + Baseline * em), glyph.text);
+    painter.restore();
 }
 
 } // namespace
@@ -61,31 +44,47 @@ bool TurnedInVerticalText(QChar c) {
     return turned.contains(c);
 }
 
-void DrawForm(QPainter& painter, double k, const FormTemplate& form,
-              const QHash<QString, QString>& values) {
+QString FieldText(const FormItem& item, const QHash<QString, QString>& values) {
+    if (item.kind == FormItem::Kind::Text)
+        return item.name;
+    QString text = values.value(item.name);
+    const QString joined = item.join.isEmpty() ? QString() : values.value(item.join);
+    if (!joined.isEmpty())
+        text += (text.isEmpty() ? QString() : QStringLiteral("  ")) + joined;
+    return text;
+}
+
+QList<DrawnText> DrawForm(QPainter& painter, double k, const FormTemplate& form,
+                          const QHash<QString, QString>& values, const FormOptions& options) {
+    QList<DrawnText> drawn;
     for (const FormItem& item : form.items) {
         switch (item.kind) {
         case FormItem::Kind::Line:
-            painter.setPen(QPen(Qt::black, item.pen * k));
+            painter.setPen(QPen(QColor(item.colour), item.pen * k));
             painter.drawLine(QPointF(item.x * k, item.y * k), QPointF(item.w * k, item.h * k));
             break;
         case FormItem::Kind::Box:
-            painter.setPen(QPen(Qt::black, item.pen * k));
-            painter.drawRect(scaled(k, item.x, item.y, item.w, item.h));
+            if (item.plainPaperOnly && !options.plainPaper)
+                break;
+            painter.setPen(QPen(QColor(item.colour), item.pen * k));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRect(scaled(k, QRectF(item.x, item.y, item.w, item.h)));
             break;
         case FormItem::Kind::Text:
         case FormItem::Kind::Field: {
-            const QString text =
-                item.kind == FormItem::Kind::Text ? item.name : values.value(item.name);
-            if (text.isEmpty())
+            const SetText set = SetFieldText(item, FieldText(item, values), options.digits);
+            if (set.glyphs.isEmpty())
                 break;
             painter.setPen(Qt::black);
-            if (item.vertical)
-                drawVertical(painter, k, item, text);
-            else
-                drawHorizontal(painter, k, item, text);
+            painter.setFont(formFont(set.points));
+            const QString field = item.kind == FormItem::Kind::Field ? item.name : QString();
+            for (const SetGlyph& glyph : set.glyphs) {
+                drawGlyph(painter, k, set.points, glyph, item.vertical);
+                drawn << DrawnText{field, glyph.text, glyph.box, set.points, glyph.turned};
+            }
             break;
         }
         }
     }
+    return drawn;
 }

@@ -40,6 +40,32 @@ bool readTextItem(const QStringList& words, int from, FormItem& item) {
     return alignOk && (item.vertical || direction == QLatin1String("h"));
 }
 
+// The words after a field's or a box's fixed ones: key=value options and flags.
+bool readOptions(const QStringList& words, int from, FormItem& item) {
+    for (int i = from; i < words.size(); ++i) {
+        const QString& word = words[i];
+        const QString value = word.section(QLatin1Char('='), 1);
+        bool ok = true;
+        if (word.startsWith(QLatin1String("min=")))
+            item.minPoints = value.toDouble(&ok);
+        else if (word.startsWith(QLatin1String("join=")))
+            item.join = value;
+        else if (word.startsWith(QLatin1String("colour=")))
+            item.colour = value;
+        else if (word == QLatin1String("nobreak"))
+            item.noBreak = true;
+        else if (word == QLatin1String("top"))
+            item.top = true;
+        else if (word == QLatin1String("plain"))
+            item.plainPaperOnly = true;
+        else
+            ok = false;
+        if (!ok)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 QStringList FormTemplate::fieldNames() const {
@@ -76,7 +102,8 @@ bool LoadFormTemplate(const QString& path, FormTemplate& form, QString* error) {
         } else if (kind == QLatin1String("field")) {
             item.kind = FormItem::Kind::Field;
             item.name = words.value(1);
-            ok = !item.name.isEmpty() && readTextItem(words, 2, item);
+            ok =
+                !item.name.isEmpty() && readTextItem(words, 2, item) && readOptions(words, 9, item);
         } else if (kind == QLatin1String("text")) {
             item.kind = FormItem::Kind::Text;
             ok = readTextItem(words, 1, item) && words.size() > 8;
@@ -86,8 +113,11 @@ bool LoadFormTemplate(const QString& path, FormTemplate& form, QString* error) {
             ok = readNumbers(words, 1, 4, n);
             if (ok) {
                 item.x = n[0], item.y = n[1], item.w = n[2], item.h = n[3];
-                if (words.size() > 5)
-                    item.pen = words[5].toDouble();
+                int options = 5;
+                if (words.size() > 5 && !words[5].contains(QLatin1Char('=')) &&
+                    words[5] != QLatin1String("plain"))
+                    item.pen = words[options++].toDouble(&ok);
+                ok = ok && readOptions(words, options, item);
             }
         }
         if (!ok) {

@@ -7,13 +7,17 @@
 // A form template (.jfm): named fields, fixed texts and lines at positions in millimetres.
 //
 //   page <width> <height>                               the paper, when the form sets it
-//   field <name> <x> <y> <w> <h> <pt> <align> <h|v>     a text the program fills
+//   field <name> <x> <y> <w> <h> <pt> <align> <h|v> [<option>...]   a text the program fills
 //   text <x> <y> <w> <h> <pt> <align> <h|v> <text>      a fixed text (the rest of the line)
 //   line <x1> <y1> <x2> <y2> [<pen width>]
-//   box <x> <y> <w> <h> [<pen width>]
+//   box <x> <y> <w> <h> [<pen width>] [colour=<colour>] [plain]
 //
 // align is left, center or right; h writes across, v top to bottom (columns right to left).
-// Lines starting with # are comments.
+// A field's text always prints whole inside its box: the size goes down from <pt> to the
+// floor before a line is broken. Field options: min=<pt> the floor (default 6), nobreak (only
+// explicit line breaks), top (lines written across start at the top of the box), join=<field>
+// (the other field's text follows this one's in the same box). A box marked plain is drawn
+// only on plain paper (a postcard brings its own). Lines starting with # are comments.
 struct FormItem {
     enum class Kind { Field, Text, Line, Box };
     Kind kind = Kind::Field;
@@ -23,6 +27,12 @@ struct FormItem {
     Qt::Alignment align = Qt::AlignLeft;
     bool vertical = false;
     double pen = 0.2;
+    double minPoints = 6;
+    bool noBreak = false;
+    bool top = false;
+    QString join;
+    QString colour = QStringLiteral("black");
+    bool plainPaperOnly = false;
 };
 
 struct FormTemplate {

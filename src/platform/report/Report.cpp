@@ -30,6 +30,8 @@ struct Job {
     QPainter painter;
     bool pageEnded = false;
     QString pdfPath;
+    FormOptions options;
+    QPointF offsetMm;
 
     QPagedPaintDevice* device() const {
         return pdf ? static_cast<QPagedPaintDevice*>(pdf.get()) : printer.get();
@@ -83,6 +85,9 @@ bool beginPage(Job& job) {
                                : QPageSize(job.form.pageMm, QPageSize::Millimeter);
     QPagedPaintDevice* device = job.device();
     if (!job.painter.isActive()) {
+        // The form's millimetres count from the paper's corner, whatever the printer's margins.
+        if (job.printer)
+            job.printer->setFullPage(true);
         device->setPageSize(size);
         device->setPageOrientation(job.orientation);
         device->setPageMargins(QMarginsF(0, 0, 0, 0));
@@ -168,6 +173,22 @@ long jvSetLong(long handle, int option, long value) {
     if (!job)
         return ReportError::NoSuchJob;
     recordOf(*job).longOptions.append({option, value});
+    switch (option) {
+    case ReportOption::KanjiNumerals:
+        job->options.digits = value == 1 ? VerticalDigits::Kanji : VerticalDigits::FullWidth;
+        break;
+    case ReportOption::PlainPaper:
+        job->options.plainPaper = value == 1;
+        break;
+    case ReportOption::OffsetX:
+        job->offsetMm.setX(value / 10.0);
+        break;
+    case ReportOption::OffsetY:
+        job->offsetMm.setY(value / 10.0);
+        break;
+    default:
+        break;
+    }
     return 0;
 }
 
@@ -190,6 +211,10 @@ long jvSetForm(long handle, const QString& path, int, const QString&, int, int, 
         return ReportError::BadTemplate;
     job->hasForm = true;
     recordOf(*job).forms << QFileInfo(path).fileName();
+    recordOf(*job).fieldBoxes.clear();
+    for (const FormItem& item : job->form.items)
+        if (item.kind == FormItem::Kind::Field)
+            recordOf(*job).fieldBoxes.insert(item.name, QRectF(item.x, item.y, item.w, item.h));
     return 0;
 }
 
@@ -211,8 +236,14 @@ long jvDrawForm(long handle, int) {
         return ReportError::NoForm;
     if (!beginPage(*job))
         return ReportError::OutputFailed;
-    DrawForm(job->painter, job->device()->logicalDpiX() / 25.4, job->form, job->values);
-    recordOf(*job).pages.append(job->values);
+    const double k = job->device()->logicalDpiX() / 25.4;
+    job->painter.save();
+    job->painter.translate(job->offsetMm * k);
+    ReportJobRecord& record = recordOf(*job);
+    record.drawn.append(DrawForm(job->painter, k, job->form, job->values, job->options));
+    job->painter.restore();
+    record.pages.append(job->values);
+    record.pageSizes.append(job->device()->pageLayout().fullRect(QPageLayout::Millimeter).size());
     return 0;
 }
 
@@ -236,9 +267,19 @@ long jvEndDoc(long handle) {
     if (drew && !job->painter.end())
         return ReportError::OutputFailed;
     recordOf(*job).ended = true;
-    if (drew && job->pdf && outputChoice() == ReportOutput::Automatic && desktopPresent())
-        QDesktopServices::openUrl(QUrl::fromLocalFile(job->pdfPath));
+    if (!drew)
+        job->pdfPath.clear();
     return 0;
+}
+
+QString ReportPdfPath(long handle) {
+    const Job* job = find(handle);
+    return job && job->pdf && recordOf(*job).ended ? job->pdfPath : QString();
+}
+
+void ShowPdf(const QString& path) {
+    if (!path.isEmpty() && outputChoice() == ReportOutput::Automatic && desktopPresent())
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 long jvAbortDoc(long handle) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/report/FormPainter.h"
+
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -33,6 +35,14 @@ inline constexpr long NoForm = -6;
 inline constexpr long NotStarted = -7;
 } // namespace ReportError
 
+// Options a job takes with jvSetLong besides the library's own.
+namespace ReportOption {
+inline constexpr int KanjiNumerals = 101; // 1: numbers in vertical text as kanji numerals
+inline constexpr int PlainPaper = 102;    // 1: also the boxes a postcard brings printed
+inline constexpr int OffsetX = 103;       // the printer's feed, tenths of a millimetre right
+inline constexpr int OffsetY = 104;       // and down
+} // namespace ReportOption
+
 // What a job did, kept for anyone who wants to check a print run afterwards.
 struct ReportJobRecord {
     QString documentName;
@@ -41,6 +51,9 @@ struct ReportJobRecord {
     QList<std::pair<int, long>> longOptions;
     QList<std::pair<int, QString>> textOptions;
     QList<QHash<QString, QString>> pages; // the field values of each page drawn
+    QList<QList<DrawnText>> drawn;        // what each page shows, on the form (without offset)
+    QList<QSizeF> pageSizes;              // millimetres
+    QHash<QString, QRectF> fieldBoxes;    // the last form's fields, millimetres
     bool ended = false;
     bool aborted = false;
     bool closed = false;
@@ -53,3 +66,8 @@ void ClearReportJobs();
 // program folder (Print/) opened in the desktop's viewer; or always a PDF, never opened.
 enum class ReportOutput { Automatic, PdfOnly };
 void SetReportOutput(ReportOutput output);
+
+// The PDF a job wrote its pages to; empty when it went to a printer or drew no page.
+QString ReportPdfPath(long job);
+// Opens a PDF in the desktop's viewer when the program runs on a desktop that has one.
+void ShowPdf(const QString& path);
