@@ -45,6 +45,9 @@ void insertCustomer(int number) {
         QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')").arg(number));
 }
 
+// The shop's zone, Japan's, set before Qt first reads it: log lines must not be written in UTC.
+const bool ShopTimeZone = qputenv("TZ", "Asia/Tokyo");
+
 const QString Where = QStringLiteral("顧客登録");
 const QString Name = QStringLiteral("Save_User");
 const QString Description = QStringLiteral("顧客マスター保存処理");
@@ -193,6 +196,17 @@ private slots:
         QVERIFY(gunzip.waitForFinished());
         QCOMPARE(gunzip.readAllStandardOutput(), december);
         QCOMPARE(gunzip.exitCode(), 0);
+
+        // With the clock running a line carries the local time, here Japan's (UTC + 9).
+        QVERIFY(ShopTimeZone && QDateTime::currentDateTime().offsetFromUtc() == 9 * 3600);
+        FixClock(std::nullopt);
+        const QDateTime before = QDateTime::currentDateTime();
+        writeTrace();
+        const QByteArray last = ReadFile(LogFilePath()).split('\n').at(0);
+        const QDateTime written =
+            QDateTime::fromString(QString::fromLatin1(last.mid(1, 10) + last.mid(16, 8)),
+                                  QStringLiteral("yyyy/MM/ddHH:mm:ss"));
+        QVERIFY2(qAbs(before.secsTo(written)) <= 2, last.constData());
     }
 
     void aLogThatCannotBeWrittenIsReportedOnceUntilItWorksAgain() {
