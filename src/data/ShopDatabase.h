@@ -14,5 +14,7 @@ inline const QString ServerConnectionFile = QStringLiteral("DB/Mirvane.server");
 // file is there, else the database file. Gives the path it opened from.
 QString OpenDatabaseIn(Connection& connection, const QString& folder);
 
-// Opens gCon for this program folder and sets gDbPath.
+// Opens gCon for this program folder and sets gDbPath. Only a database with the shop's tables
+// is opened (else ErrorNumber::DatabaseFailed); a database file marked read-only is refused
+// with ErrorNumber::ReadOnlyDatabase and the file's path as the description.
 void OpenDatabase();

@@ -1,5 +1,6 @@
 #include "frame/Log.h"
 
+#include "frame/LogArchive.h"
 #include "frame/Messages.h"
 #include "platform/Failure.h"
 #include "platform/ui/AppFolder.h"
@@ -7,30 +8,48 @@
 
 #include <QDir>
 #include <QFile>
+#include <limits>
 
 namespace {
 
-// The date, time and file of a log line, formatted once for each second.
+// The date, time and file of a log line, formatted once for each second. The clock is read as
+// UTC milliseconds; the local offset is looked up once a quarter of an hour (clocks change on a
+// quarter hour at the earliest), not for every line.
 struct Stamp {
-    qint64 second = -1; // seconds since the start of the Julian calendar, in local time
+    qint64 second = std::numeric_limits<qint64>::min(); // seconds since 1970, UTC
+    qint64 offsetFrom = 0, offsetUntil = 0;             // where offsetMs holds, in UTC msecs
+    qint64 offsetMs = 0;
     QString folder;
+    QDate day;
     QString date, time, path;
 };
 
+constexpr qint64 QuarterHourMs = 15 * 60 * 1000;
+
+qint64 floorDiv(qint64 value, qint64 divisor) {
+    return value / divisor - (value % divisor < 0 ? 1 : 0);
+}
+
 const Stamp& stampNow() {
     static Stamp stamp;
-    const QDateTime now = Now();
+    const qint64 msecs = NowMSecsSinceEpoch();
+    const qint64 second = floorDiv(msecs, 1000);
     const QString folder = AppFolder();
-    const qint64 second =
-        now.date().toJulianDay() * 86400 + now.time().msecsSinceStartOfDay() / 1000;
-    if (second != stamp.second || folder != stamp.folder) {
-        stamp.second = second;
-        stamp.folder = folder;
-        stamp.date = now.toString(QStringLiteral("yyyy/MM/dd "));
-        stamp.time = now.toString(QStringLiteral("HH:mm:ss "));
-        stamp.path = folder + QStringLiteral("/Log/") + now.date().toString(QStringLiteral("dd")) +
-                     QStringLiteral("day.log");
+    if (second == stamp.second && folder == stamp.folder)
+        return stamp;
+    if (msecs < stamp.offsetFrom || msecs >= stamp.offsetUntil) {
+        stamp.offsetMs = qint64(QDateTime::fromMSecsSinceEpoch(msecs).offsetFromUtc()) * 1000;
+        stamp.offsetFrom = floorDiv(msecs, QuarterHourMs) * QuarterHourMs;
+        stamp.offsetUntil = stamp.offsetFrom + QuarterHourMs;
     }
+    const QDateTime local = QDateTime::fromMSecsSinceEpoch(msecs + stamp.offsetMs, Qt::UTC);
+    stamp.second = second;
+    stamp.folder = folder;
+    stamp.day = local.date();
+    stamp.date = local.toString(QStringLiteral("yyyy/MM/dd "));
+    stamp.time = local.toString(QStringLiteral("HH:mm:ss "));
+    stamp.path = folder + QStringLiteral("/Log/") + local.date().toString(QStringLiteral("dd")) +
+                 QStringLiteral("day.log");
     return stamp;
 }
 
@@ -53,19 +72,38 @@ int batchDepth = 0;
 QList<std::pair<QString, QString>> heldLines;
 constexpr int HeldLinesLimit = 5000;
 
-void reportFailure(const QString& path) {
+void reportFailure(const QString& text) {
     if (failureReported)
         return;
     failureReported = true;
-    ShowFailureBox(ErrorNumber::FileAccess,
-                   QStringLiteral("ログファイルに書き込めません: ") + path);
+    ShowFailureBox(ErrorNumber::FileAccess, text);
+}
+
+void reportWriteFailure(const QString& path) {
+    reportFailure(QStringLiteral("ログファイルに書き込めません: ") + path);
+}
+
+void writeHeldLines();
+
+// The first line of a month into a day file moves the earlier month's lines aside; tried once
+// per file and month (a file that cannot be moved keeps its lines and takes the new ones).
+void startMonthOf(const QString& path, const QDate& day) {
+    static QString checked;
+    const QString key = path + day.toString(QStringLiteral("/yyyyMM"));
+    if (key == checked)
+        return;
+    if (!heldLines.isEmpty())
+        writeHeldLines();
+    checked = key;
+    if (!MoveAsideOlderMonth(path, day))
+        reportFailure(QStringLiteral("ログファイルを Log/old に移せません: ") + path);
 }
 
 void write(const QString& path, const QString& lines) {
     if (appendLine(path, lines))
         failureReported = false;
     else
-        reportFailure(path);
+        reportWriteFailure(path);
 }
 
 void writeHeldLines() {
@@ -121,6 +159,7 @@ void CmnWriteLog(const QString& where, const QString& procedure, const QString& 
     line += text;
     line += QLatin1String("\"\r\n");
     const QString& path = stamp.path;
+    startMonthOf(path, stamp.day);
     if (batchDepth == 0) {
         write(path, line);
         return;

@@ -2,6 +2,7 @@
 
 #include "frame/Globals.h"
 #include "frame/Log.h"
+#include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 
 namespace {
@@ -18,9 +19,14 @@ void handleFailure(const QString& where, const QString& name, const Failure& fai
                    bool begunHere, const ProcedureOptions& options) {
     if (begunHere && gCon.inTransaction())
         rollBackQuietly();
-    if (options.ownMessage && options.ownMessage(failure))
+    // Another terminal held its lock past the wait: nothing was written, and saving again is
+    // the remedy, whatever the screen would say of a broken key.
+    if (failure.number() == ErrorNumber::LockTimeout)
+        CmnDspMsg(SysErr_007);
+    else if (options.ownMessage && options.ownMessage(failure))
         return;
-    ShowFailureBox(failure.number(), failure.description(), options.titlePrefix);
+    else
+        ShowFailureBox(failure.number(), failure.description(), options.titlePrefix);
     if (options.logErrors)
         CmnWriteLog(where, name, failure.description(), QString::number(failure.number()));
 }

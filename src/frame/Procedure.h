@@ -18,8 +18,8 @@ struct ProcedureOptions {
 
 // Runs one procedure of a screen or shared routine: writes the trace line, runs the body, and
 // when the body fails rolls back the transaction it began, shows the failure (the screen's own
-// message or the standard box) and writes the error line. Returns true when the body ran
-// through. The screen stays usable either way.
+// message or the standard box; SysErr_007 for a lock held past the wait) and writes the error
+// line. Returns true when the body ran through. The screen stays usable either way.
 bool Procedure(const QString& where, const QString& name, const QString& description,
                const std::function<void()>& body, const ProcedureOptions& options = {});
 

@@ -24,6 +24,12 @@ private:
 namespace ErrorNumber {
 // A write that breaks a unique key, or a database that cannot be opened.
 inline constexpr long DatabaseFailed = -2147467259;
+// A lock another terminal held for longer than the wait (SQLite busy, PostgreSQL lock timeout).
+inline constexpr long LockTimeout = -2147217871;
+// The server's connection was lost and could not be opened again.
+inline constexpr long ConnectionLost = 3146;
+// A database file marked read-only.
+inline constexpr long ReadOnlyDatabase = 3051;
 // Any other failure of an SQL statement.
 inline constexpr long StatementFailed = -2147217900;
 // A field asked for by a name or position the row does not have.

@@ -12,6 +12,13 @@
 namespace {
 
 void reportStartFailure(const Failure& failure) {
+    if (failure.number() == ErrorNumber::ReadOnlyDatabase) {
+        MsgBox(
+            QStringLiteral("DBに接続できませんでした。\rデータベースファイルが読み取り専用です: ") +
+                failure.description() + QStringLiteral("\rシステム管理者に連絡してください。"),
+            MsgIcon::None, MsgButtons::OK, AppTitle);
+        return;
+    }
     if (failure.number() == ErrorNumber::DatabaseFailed) {
         MsgBox(QStringLiteral("DBに接続できませんでした。\rシステム管理者に連絡してください。"),
                MsgIcon::None, MsgButtons::OK, AppTitle);

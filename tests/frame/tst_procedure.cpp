@@ -1,8 +1,8 @@
 // The standard handling of a screen procedure (trace line, rollback of what it began, the
 // screen's own message or the standard box, and the error line), catalogue messages through
-// CmnDspMsg, the daily log (the line's exact form, the file per day of the month, appending, a
-// log that cannot be written) and the shared field helpers: null defaults, prescription number
-// texts, enabling with colours and the master drop-down lists.
+// CmnDspMsg, the daily log (the line's exact form, the file per day of the month, appending, an
+// earlier month moved aside, a log that cannot be written) and the shared field helpers: null
+// defaults, prescription number texts, enabling with colours and the master drop-down lists.
 #include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
@@ -20,6 +20,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QProcess>
 #include <QRadioButton>
 #include <QtTest>
 
@@ -43,6 +44,9 @@ void insertCustomer(int number) {
     gCon.execute(
         QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')").arg(number));
 }
+
+// The shop's zone, Japan's, set before Qt first reads it: log lines must not be written in UTC.
+const bool ShopTimeZone = qputenv("TZ", "Asia/Tokyo");
 
 const QString Where = QStringLiteral("顧客登録");
 const QString Name = QStringLiteral("Save_User");
@@ -156,10 +160,11 @@ private slots:
                      QByteArray("\"2026/11/22 \",\"10:15:30 \",\"BasCmnSubFun\",\"CmnGetMaster\","
                                 "\"ｴﾗ-No.(-2147217900)\",\"no such table: \"San_Meka\"\"\r\n"));
 
-        // Each day's file collects that day of every month; a missing folder is created.
+        // Each day's file collects that day of the month; a missing folder is created. The
+        // first line of a later month moves the earlier month's file aside, compressed.
         QVERIFY(QDir(harness.path(QStringLiteral("Log"))).removeRecursively());
         for (const QDateTime& at : {QDateTime(QDate(2026, 12, 1), QTime(8, 5, 9)),
-                                    QDateTime(QDate(2027, 1, 1), QTime(23, 59, 59)),
+                                    QDateTime(QDate(2026, 12, 1), QTime(23, 59, 59)),
                                     QDateTime(QDate(2027, 1, 2), QTime(0, 0, 0))}) {
             FixClock(at);
             writeTrace();
@@ -168,9 +173,40 @@ private slots:
             ReadFile(harness.path(QStringLiteral("Log/01day.log"))).split('\n');
         QCOMPARE(lines.size(), 3); // two lines and the empty rest after the last break
         QVERIFY(lines[0].startsWith("\"2026/12/01 \",\"08:05:09 \""));
-        QVERIFY(lines[1].startsWith("\"2027/01/01 \",\"23:59:59 \""));
+        QVERIFY(lines[1].startsWith("\"2026/12/01 \",\"23:59:59 \""));
         QVERIFY(ReadFile(harness.path(QStringLiteral("Log/02day.log")))
                     .startsWith("\"2027/01/02 \",\"00:00:00 \""));
+
+        // Of the months moved aside the last twelve are kept.
+        const QByteArray december = ReadFile(harness.path(QStringLiteral("Log/01day.log")));
+        for (const char* name : {"2025-12-05day.log.gz", "2026-01-05day.log.gz"}) {
+            QFile old(harness.path(QStringLiteral("Log/old/") + QLatin1String(name)));
+            QVERIFY(QDir().mkpath(QFileInfo(old).absolutePath()) && old.open(QIODevice::WriteOnly));
+        }
+        FixClock(QDateTime(QDate(2027, 1, 1), QTime(7, 0, 0)));
+        writeTrace();
+        QVERIFY(ReadFile(LogFilePath()).startsWith("\"2027/01/01 \",\"07:00:00 \""));
+        QCOMPARE(QDir(harness.path(QStringLiteral("Log/old"))).entryList(QDir::Files),
+                 (QStringList{QStringLiteral("2026-01-05day.log.gz"),
+                              QStringLiteral("2026-12-01day.log.gz")}));
+        QProcess gunzip;
+        gunzip.start(
+            QStringLiteral("gzip"),
+            {QStringLiteral("-dc"), harness.path(QStringLiteral("Log/old/2026-12-01day.log.gz"))});
+        QVERIFY(gunzip.waitForFinished());
+        QCOMPARE(gunzip.readAllStandardOutput(), december);
+        QCOMPARE(gunzip.exitCode(), 0);
+
+        // With the clock running a line carries the local time, here Japan's (UTC + 9).
+        QVERIFY(ShopTimeZone && QDateTime::currentDateTime().offsetFromUtc() == 9 * 3600);
+        FixClock(std::nullopt);
+        const QDateTime before = QDateTime::currentDateTime();
+        writeTrace();
+        const QByteArray last = ReadFile(LogFilePath()).split('\n').at(0);
+        const QDateTime written =
+            QDateTime::fromString(QString::fromLatin1(last.mid(1, 10) + last.mid(16, 8)),
+                                  QStringLiteral("yyyy/MM/ddHH:mm:ss"));
+        QVERIFY2(qAbs(before.secsTo(written)) <= 2, last.constData());
     }
 
     void aLogThatCannotBeWrittenIsReportedOnceUntilItWorksAgain() {

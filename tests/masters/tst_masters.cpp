@@ -1,11 +1,15 @@
 // The masters: each kept in its own table, rows added, renamed and deleted through the screens,
-// the number field's checks, and a number already there refused with the table unchanged.
+// the number field's checks, and a number already there refused with the table unchanged; a
+// lock another terminal holds past the wait is no broken key.
 #include "data/MasterStore.h"
+#include "frame/Globals.h"
+#include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "masters/FrmMaster.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
+#include "platform/ui/ShowModal.h"
 #include "shell/FrmMenu.h"
 #include "support/Harness.h"
 
@@ -105,6 +109,30 @@ private slots:
             QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(rowsOf(MasterKind::Meka).first(), QStringLiteral("002:ニコン・エシロール"));
         QCOMPARE(rowsOf(MasterKind::Meka).last(), QStringLiteral("012:O'Neil 光学"));
+    }
+
+    // Another terminal holds the row (on a file, the file's write lock) past the wait: the save
+    // asks to be made again, writes the error line, and the typed name waits for the next F5.
+    void aLockHeldPastTheWaitAsksToSaveAgain() {
+        gCon.setLockWait(300);
+        harness.msgs.expect(SysErr_007);
+        harness.msgs.expect(OpeInf_001);
+        harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
+            s.spdData->clicked(2, 2);
+            s.txtName->setText(QStringLiteral("ニコン眼鏡"));
+            std::unique_ptr<Connection> other = OtherTerminalHolding(
+                harness.folder(),
+                QStringLiteral("update San_Meka set Meka_Name = 'x' where Meka_No = '002'"));
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.txtTNo->text() + s.txtName->text(), QStringLiteral("002ニコン眼鏡"));
+            QVERIFY(ReadFile(LogFilePath()).contains("\"SaveMaster\",\"ｴﾗ-No.(-2147217871)\""));
+            other.reset();
+            QTest::keyClick(&s, Qt::Key_F5);
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        FrmMstMeka screen;
+        ShowModal(screen);
+        QCOMPARE(rowsOf(MasterKind::Meka).at(1), QStringLiteral("002:ニコン眼鏡"));
     }
 };
 

@@ -4,6 +4,7 @@
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
+#include "platform/db/Connection.h"
 #include "platform/ui/SingleInstance.h"
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
@@ -43,28 +44,76 @@ private slots:
         QVERIFY(!gCon.isOpen());
         running.unlock();
 
-        // On files an unreadable database, then a missing one; on the server one not answering.
-        QFile file(Harness::onServer() ? harness.path(ServerConnectionFile)
-                                       : harness.databaseFile());
-        const QList<QByteArray> contents =
+        // Only a database with the shop's tables is opened: on the server one without them
+        // and one not answering; on files a foreign database, an empty file, text, no file.
+        const QString file =
+            Harness::onServer() ? harness.path(ServerConnectionFile) : harness.databaseFile();
+        const auto replaceFile = [&](const QByteArray& content) {
+            QFile::remove(file);
+            QFile replaced(file);
+            QVERIFY(replaced.open(QIODevice::WriteOnly));
+            replaced.write(content);
+        };
+        const QList<std::pair<const char*, std::function<void()>>> cases =
             Harness::onServer()
-                ? QList<QByteArray>{"host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2"}
-                : QList<QByteArray>{"this is not a database, only some text that looks like one",
-                                    QByteArray()};
-        for (const QByteArray& content : contents) {
-            if (content.isEmpty()) {
-                QVERIFY(file.remove());
-            } else {
-                QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-                file.write(content);
-                file.close();
-            }
+                ? QList<std::pair<const char*,
+                                  std::function<void()>>>{{"no shop tables",
+                                                           [] {
+                                                               OpenDatabase();
+                                                               gCon.execute(QStringLiteral(
+                                                                   "drop view V_San_User"));
+                                                               gCon.close();
+                                                           }},
+                                                          {"no server",
+                                                           [&] {
+                                                               replaceFile("host=127.0.0.1 port=1 "
+                                                                           "dbname=none user=none "
+                                                                           "connect_timeout=2");
+                                                           }}}
+                : QList<std::pair<const char*, std::function<void()>>>{
+                      {"foreign database",
+                       [&] {
+                           QFile::remove(file);
+                           Connection foreign;
+                           foreign.create(file);
+                           foreign.execute(QStringLiteral("create table San_User (x int)"));
+                       }},
+                      {"empty file",
+                       [&] {
+                           replaceFile({});
+                       }},
+                      {"text",
+                       [&] {
+                           replaceFile("this is not a database, only some text");
+                       }},
+                      {"no file", [&] {
+                           QVERIFY(QFile::remove(file));
+                       }}};
+        for (const auto& [name, prepare] : cases) {
+            prepare();
+            const QByteArray before = ReadFile(file);
             harness.msgs.expectBox(ConnectionMessage, QStringLiteral("Mirvane"));
             QCOMPARE(Main(), 1);
             QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::None);
             QCOMPARE(harness.msgs.shown().last().buttons, MsgButtons::OK);
+            QVERIFY2(!gCon.isOpen() && ReadFile(file) == before, name); // nothing written
         }
-        QVERIFY(!QFile::exists(harness.databaseFile()));
+        QVERIFY(Harness::onServer() || !QFile::exists(file));
+    }
+
+    // A database file marked read-only is named before sign-on.
+    void aReadOnlyDatabaseFileIsNamed() {
+        if (Harness::onServer())
+            QSKIP("files only");
+        QFile file(harness.databaseFile());
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        harness.msgs.expectBox(
+            QStringLiteral("DBに接続できませんでした。\rデータベースファイルが読み取り専用です: ") +
+                file.fileName() + QStringLiteral("\rシステム管理者に連絡してください。"),
+            QStringLiteral("Mirvane"));
+        QCOMPARE(Main(), 1);
+        QVERIFY(!gCon.isOpen());
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
     }
 
     void signingOnOpensTheMenuAndEachWayOutEndsTheProgram() {

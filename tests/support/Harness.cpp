@@ -78,6 +78,7 @@ QString Harness::setUp(Options options) {
     } else if (options.createDatabase) {
         CreateDatabase(databaseFile());
     }
+    gCon.setLockWait(Connection::DefaultLockWaitMs);
     if (options.createDatabase && options.openDatabase)
         OpenDatabase();
     return {};
@@ -142,4 +143,21 @@ void CreateBeforeInsertTrigger(const QString& name, const QString& table,
     gCon.execute(
         QStringLiteral("create trigger %1 before insert on %2 for each row execute function %1()")
             .arg(name, table));
+}
+
+std::unique_ptr<Connection> OtherTerminalHolding(const QString& folder, const QString& statement) {
+    auto other = std::make_unique<Connection>();
+    OpenDatabaseIn(*other, folder);
+    other->beginTrans();
+    other->execute(statement);
+    return other;
+}
+
+std::unique_ptr<Connection> TerminateServerSession() {
+    const qint64 session = QueryValue(QStringLiteral("select pg_backend_pid()")).toLongLong();
+    auto other = std::make_unique<Connection>();
+    other->openServer(testServer());
+    // Waits up to 5 s for the session to be gone.
+    other->execute(QStringLiteral("select pg_terminate_backend(%1, 5000)").arg(session));
+    return other;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/Connection.h"
 #include "support/ModalScript.h"
 #include "support/MsgScript.h"
 
@@ -57,6 +58,13 @@ long FailureNumber(const std::function<void()>& action);
 // A trigger that, before each insert into the table, runs the statement (on PostgreSQL not
 // again for the statement's own inserts). Written in both engines' forms.
 void CreateBeforeInsertTrigger(const QString& name, const QString& table, const QString& statement);
+
+// Another terminal: its own connection to the folder's database, in a transaction that has run
+// the statement and holds its locks until the connection is destroyed (which rolls it back).
+std::unique_ptr<Connection> OtherTerminalHolding(const QString& folder, const QString& statement);
+// Ends gCon's server session from another connection, as a server restart does; gives that
+// connection (to the server's maintenance database) for what the test does next.
+std::unique_ptr<Connection> TerminateServerSession();
 
 // In a test's init(): sets the harness up, or skips the test saying why.
 #define HARNESS_INIT(harness, ...)                                                                 \

@@ -19,21 +19,41 @@ bool isUniqueViolation(const QString& code) {
 }
 
 bool isUnusableDatabase(const QString& code) {
-    // SQLite: busy, locked, cannot open, not a database.
-    return code == QLatin1String("5") || code == QLatin1String("6") ||
-           code == QLatin1String("14") || code == QLatin1String("26");
+    // SQLite: cannot open, not a database.
+    return code == QLatin1String("14") || code == QLatin1String("26");
 }
 
-Failure toFailure(const QSqlError& error, const QString& sql = {}) {
+bool isLockTimeout(const QString& code) {
+    // SQLite: busy, locked. PostgreSQL: lock not available (lock_timeout), deadlock, a
+    // serialization failure: another terminal's write stood in the way.
+    return code == QLatin1String("5") || code == QLatin1String("6") ||
+           code == QLatin1String("55P03") || code == QLatin1String("40P01") ||
+           code == QLatin1String("40001");
+}
+
+// The engine's own message: its first line, without the detail PostgreSQL adds after it (the
+// key values of the row) and without the statement.
+QString engineMessage(const QSqlError& error) {
+    QString text = error.databaseText().trimmed().isEmpty() ? error.text() : error.databaseText();
+    text = text.section(QLatin1Char('\n'), 0, 0).trimmed();
+    if (text.isEmpty())
+        text = QStringLiteral("データベースの処理に失敗しました。");
+    return text;
+}
+
+Failure toFailure(const QSqlError& error) {
     const QString code = error.nativeErrorCode();
-    QString description = error.databaseText().isEmpty() ? error.text() : error.databaseText();
-    if (description.trimmed().isEmpty())
-        description = QStringLiteral("データベースの処理に失敗しました。");
-    if (!sql.isEmpty())
-        description += QStringLiteral(" [") + sql + QLatin1Char(']');
+    const QString description = engineMessage(error);
     if (isUniqueViolation(code) || isUnusableDatabase(code))
         return Failure(ErrorNumber::DatabaseFailed, description);
+    if (isLockTimeout(code))
+        return Failure(ErrorNumber::LockTimeout, description);
     return Failure(ErrorNumber::StatementFailed, description);
+}
+
+Failure connectionLost(const QString& why) {
+    return Failure(ErrorNumber::ConnectionLost,
+                   QStringLiteral("データベースサーバーとの接続が切れました。") + why);
 }
 
 Failure cannotOpen(const QString& why) {
@@ -161,9 +181,54 @@ void Connection::openServer(const QString& connectionString) {
     }
     open_ = true;
     server_ = true;
+    try {
+        prepareServerSession();
+    } catch (const Failure& failure) {
+        close();
+        throw cannotOpen(failure.description());
+    }
+}
+
+void Connection::prepareServerSession() {
+    QSqlQuery query(QSqlDatabase::database(name_, false));
+    if (!query.exec(QStringLiteral("set lock_timeout = %1").arg(lockWaitMs_)))
+        throw toFailure(query.lastError());
     // Quoting doubles single quotes only and LIKE patterns escape with a backslash: a
     // backslash inside quotes must be an ordinary character, as it is on SQLite.
-    execute(QStringLiteral("set standard_conforming_strings = on"));
+    if (!query.exec(QStringLiteral("set standard_conforming_strings = on")))
+        throw toFailure(query.lastError());
+}
+
+void Connection::setLockWait(int milliseconds) {
+    lockWaitMs_ = milliseconds;
+    if (!open_)
+        return;
+    if (server_) {
+        prepareServerSession();
+        return;
+    }
+    QSqlQuery query(QSqlDatabase::database(name_, false));
+    if (!query.exec(QStringLiteral("pragma busy_timeout = %1").arg(milliseconds)))
+        throw toFailure(query.lastError());
+}
+
+bool Connection::reopenIfLost() {
+    if (!server_ || !open_)
+        return false;
+    QSqlDatabase db = QSqlDatabase::database(name_, false);
+    if (db.isOpen()) {
+        // A statement of a healthy connection fails for its own reasons; a lost one takes the
+        // connection with it.
+        QSqlQuery probe(db);
+        if (probe.exec(QStringLiteral("select 1")) || db.isOpen())
+            return false;
+    }
+    inTransaction_ = false;
+    db.close();
+    if (!db.open())
+        throw connectionLost(engineMessage(db.lastError()));
+    prepareServerSession();
+    return true;
 }
 
 void Connection::openFile(const QString& databaseFile) {
@@ -175,7 +240,7 @@ void Connection::openFile(const QString& databaseFile) {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
         db.setDatabaseName(databaseFile);
         // Another terminal's write holds the file for a moment; wait for it instead of failing.
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(lockWaitMs_));
         if (!db.open()) {
             const Failure failure = toFailure(db.lastError());
             db = QSqlDatabase();
@@ -223,8 +288,19 @@ RecordSet Connection::execute(const QString& sql, long* recordsAffected) {
     // the connection until it is read to the end; screens read one query while running
     // others, so a server query is fetched whole.
     query->setForwardOnly(!server_);
-    if (!query->exec(server_ ? serverDialect(sql) : sql))
-        throw toFailure(query->lastError(), sql);
+    const QString statement = server_ ? serverDialect(sql) : sql;
+    if (!query->exec(statement)) {
+        const bool transactionLost = inTransaction_;
+        const Failure failure = toFailure(query->lastError());
+        if (!reopenIfLost())
+            throw failure;
+        if (transactionLost)
+            throw connectionLost(failure.description());
+        query = std::make_unique<QSqlQuery>(QSqlDatabase::database(name_, false));
+        query->setForwardOnly(false);
+        if (!query->exec(statement))
+            throw toFailure(query->lastError());
+    }
     if (recordsAffected)
         *recordsAffected = query->isSelect() ? 0 : query->numRowsAffected();
     if (!query->isSelect())
@@ -237,7 +313,7 @@ void Connection::beginTrans() {
         throw Failure(ErrorNumber::TransactionState,
                       QStringLiteral("トランザクションは既に開始されています。"));
     QSqlDatabase db = QSqlDatabase::database(name_, false);
-    if (!open_ || !db.transaction())
+    if (!open_ || (!db.transaction() && !(reopenIfLost() && db.transaction())))
         throw toFailure(db.lastError());
     inTransaction_ = true;
 }

@@ -6,7 +6,10 @@
 
 // The one way the program talks to its database. Every failure becomes a Failure carrying
 // the program's error numbers: a broken unique key and a database that cannot be opened
-// are ErrorNumber::DatabaseFailed.
+// are ErrorNumber::DatabaseFailed, a lock held past the wait ErrorNumber::LockTimeout. A
+// failure's description is the engine's own message, never the statement (it holds the
+// customer's data). A lost server connection is opened again once by the statement that
+// finds it gone; the statement runs again unless a transaction was lost with the connection.
 class Connection {
 public:
     Connection();
@@ -35,11 +38,18 @@ public:
     void rollbackTrans();
     bool inTransaction() const;
 
+    // How long a statement waits for a lock another terminal holds before it fails.
+    static constexpr int DefaultLockWaitMs = 5000;
+    void setLockWait(int milliseconds);
+
 private:
     void openFile(const QString& databaseFile);
+    void prepareServerSession();
+    bool reopenIfLost();
 
     QString name_;
     bool server_ = false;
     bool open_ = false;
     bool inTransaction_ = false;
+    int lockWaitMs_ = DefaultLockWaitMs;
 };

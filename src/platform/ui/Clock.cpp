@@ -11,6 +11,10 @@ QDateTime Now() {
     return fixed() ? *fixed() : QDateTime::currentDateTime();
 }
 
+qint64 NowMSecsSinceEpoch() {
+    return fixed() ? fixed()->toMSecsSinceEpoch() : QDateTime::currentMSecsSinceEpoch();
+}
+
 QDate Today() {
     return Now().date();
 }
