@@ -352,9 +352,15 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
     }
 }
 
+bool FrmKokyaku::mayLeaveWaitingLines() const {
+    // Lines added, changed or marked but not saved go when the register is read again: asked
+    // first, with No as the default so a habitual Enter keeps them.
+    return !spdData->hasMarkedLines() || CmnDspMsg(OpeQes_007, MsgDefault::Second) == Answer::Yes;
+}
+
 void FrmKokyaku::openHistory() {
     // The history needs a customer number; after a clear or a deletion none is shown.
-    if (shownNo_ == 0)
+    if (shownNo_ == 0 || !mayLeaveWaitingLines())
         return;
     FrmRireki history(this);
     history.setKokNo(shownNo_);
@@ -373,7 +379,7 @@ void FrmKokyaku::openFamily() {
     FrmKazoku family(this);
     family.setTEL(txtTel->text());
     ShowModal(family);
-    if (family.chosenCustomer() != 0) {
+    if (family.chosenCustomer() != 0 && mayLeaveWaitingLines()) {
         // The register closes without a question; Open shows it again for the chosen member.
         reopenFor_ = family.chosenCustomer();
         done(QDialog::Accepted);

@@ -91,6 +91,7 @@ private:
     void fillAddressFromPostalCode();
     void openFamily();
     void openHistory();
+    bool mayLeaveWaitingLines() const;
     void forgetCustomer();
     void saveCustomer();
     Customer customerFromFields() const;

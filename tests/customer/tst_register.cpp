@@ -474,6 +474,8 @@ private slots:
 
     // The postal search cancelled on a new customer: the line typed for him stays, and F1
     // still asks about it.
+    // The history (F12) and a family member (F3) read the register again: with a line
+    // waiting they ask first, and Enter keeps the line.
     void aPostalSearchKeepsTheLinesOfANewCustomer() {
         harness.msgs.expect(OpeQes_007, Answer::No);
         OpenRegister(harness, 0, [this](FrmKokyaku& s) {
@@ -484,6 +486,20 @@ private slots:
             QVERIFY(s.spdData->lineCount() == 1 && s.spdData->isVisible());
             QTest::keyClick(&s, Qt::Key_F1);
             QVERIFY(s.isVisible());
+        });
+        insertHousehold();
+        harness.msgs.expect(OpeQes_007, MsgScript::Enter);
+        harness.msgs.expect(OpeQes_007, Answer::No);
+        OpenRegister(harness, 1, [this](FrmKokyaku& s) {
+            EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0, 1000);
+            QTest::keyClick(&s, Qt::Key_F12);
+            harness.screens.expect<FrmKazoku>([](FrmKazoku& family) {
+                family.spdData->setActiveCell(2, 2);
+                QTest::keyClick(&family, Qt::Key_F5);
+            });
+            QTest::keyClick(&s, Qt::Key_F3);
+            QVERIFY(s.isVisible() && s.spdData->lineCount() == 1);
+            QCOMPARE(s.lblNo->text(), QStringLiteral("1"));
         });
     }
 
