@@ -206,6 +206,9 @@ bool FrmTotalKensaku::enterPressed(QWidget* from) {
     // leave rule (the to-age follows the from-age) before the conditions are read.
     cmdKensaku->setFocus(Qt::OtherFocusReason);
     cmdKensaku->click();
+    // The next opening starts in the condition Enter was pressed in.
+    if (isHidden() && from->isEnabled())
+        from->setFocus(Qt::OtherFocusReason);
     return true;
 }
 

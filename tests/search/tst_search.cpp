@@ -306,7 +306,10 @@ private slots:
             });
             QCOMPARE(s.shownSearch().result, 1);
             QCOMPARE(cells(grid, ListGrid::Mark), u"●|●"_s);
-            search(s, [](FrmTotalKensaku& c) { c.txtTel->setText(u"099"_s); });
+            search(s, [](FrmTotalKensaku& c) {
+                QCOMPARE(c.focusWidget(), c.txtTel); // opened again where Enter was pressed
+                c.txtTel->setText(u"099"_s);
+            });
             QCOMPARE(grid.maxRows(), 0);
             QCOMPARE(s.lblTaisyouCnt->text(), u"0"_s);
             QVERIFY(!s.cmdFnuc[2]->isEnabled());
