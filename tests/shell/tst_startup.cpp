@@ -4,6 +4,7 @@
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
@@ -146,6 +147,7 @@ private slots:
         });
         QCOMPARE(Main(), 0); // an unexpected menu would fail the test
 
+        FixClock(Harness::FixedNow.addSecs(3600)); // later the same day
         harness.screens.expect<FrmPsw>(
             [](FrmPsw& psw) { typeAndPressOk(psw, QStringLiteral("tavinoru")); });
         harness.screens.expect<FrmMenu>([](FrmMenu& menu) {
