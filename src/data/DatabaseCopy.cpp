@@ -54,6 +54,11 @@ bool HasShopSchema(Connection& connection) {
     }
 }
 
+bool HoldsShopData(Connection& connection) {
+    return HasShopSchema(connection) && (countOf(connection, QStringLiteral("San_User")) > 0 ||
+                                         countOf(connection, QStringLiteral("San_Uriage")) > 0);
+}
+
 QList<CopiedTable>
 CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress) {
@@ -94,5 +99,7 @@ CopyDatabase(Connection& from, Connection& to,
         if (countOf(from, table.table) != countOf(to, table.table))
             throw Failure(ErrorNumber::StatementFailed,
                           QStringLiteral("件数が一致しません: ") + table.table);
+    if (to.isServer())
+        to.execute(QStringLiteral("analyze"));
     return copied;
 }

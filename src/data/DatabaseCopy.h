@@ -13,6 +13,9 @@ QStringList ShopTables();
 // own, so not inside another one.
 bool HasShopSchema(Connection& connection);
 
+// Whether the database holds any customer or purchase: what a copy onto it would wipe out.
+bool HoldsShopData(Connection& connection);
+
 struct CopiedTable {
     QString table;
     qint64 rows = 0;
@@ -20,7 +23,8 @@ struct CopiedTable {
 
 // Copies every row of every table from one database to another, in one transaction on the
 // target: what the target held before is replaced. Counts the rows of both sides afterwards and
-// fails when they differ. progress is told the table and how many of its rows are in.
+// fails when they differ; a server's planner statistics are brought up to date after the load.
+// progress is told the table and how many of its rows are in.
 QList<CopiedTable>
 CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress = {});

@@ -133,10 +133,11 @@ QList<ZipRow> ParseZipDirectory(const QByteArray& bytes, ZipFileForm* formOut) {
             continue;
         rows << row;
     }
-    if (!pendingTown.isEmpty()) {
-        pending.town = CleanTown(pendingTown);
-        rows << pending;
-    }
+    // A file that ends inside a split town was cut short.
+    if (!pendingTown.isEmpty())
+        throw notADirectory(QStringLiteral("最後の行 (%1 行目) の町域が閉じていません。"
+                                           "ファイルが途中で切れています")
+                                .arg(lineNo));
     if (rows.isEmpty())
         throw notADirectory(QStringLiteral("行がありません"));
     if (formOut)
@@ -167,7 +168,7 @@ void ReplaceZipList(Connection& connection, const QList<ZipRow>& rows,
     transaction.commit();
 }
 
-int ImportZipFile(Connection& connection, const QString& path,
+int ImportZipFile(Connection& connection, const QString& path, ZipSize size,
                   const std::function<void(int, int)>& progress) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -179,6 +180,15 @@ int ImportZipFile(Connection& connection, const QString& path,
             throw notADirectory(QStringLiteral("圧縮データが壊れています"));
     }
     const QList<ZipRow> rows = ParseZipDirectory(bytes);
+    const qint64 loaded =
+        connection.execute(QStringLiteral("select count(*) from ZipList")).field(0).toLongLong();
+    if (size == ZipSize::AtLeastNinetyPercent && rows.size() * 10 < loaded * 9)
+        throw Failure(ErrorNumber::FileAccess,
+                      QStringLiteral("郵便番号データが今の %1 件の 9 割に足りません (%2 件)。"
+                                     "途中で切れたファイルではありませんか。小さいデータで"
+                                     "置き換えるときは --allow-smaller を付けてください。")
+                          .arg(loaded)
+                          .arg(rows.size()));
     ReplaceZipList(connection, rows, progress);
     return int(rows.size());
 }

@@ -31,7 +31,13 @@ QString CleanTown(const QString& town);
 void ReplaceZipList(Connection& connection, const QList<ZipRow>& rows,
                     const std::function<void(int done, int total)>& progress = {});
 
+// Whether a directory may be smaller than the one it replaces. A national directory shrinks
+// little from one edition to the next: one with fewer than 90% of the rows now loaded is taken
+// for a file cut short, unless the administrator says otherwise.
+enum class ZipSize { AtLeastNinetyPercent, AnySize };
+
 // Reads a directory file (a ".qz" file is compressed the way qCompress writes) and replaces
 // ZipList with it. Gives the number of rows imported.
 int ImportZipFile(Connection& connection, const QString& path,
+                  ZipSize size = ZipSize::AtLeastNinetyPercent,
                   const std::function<void(int done, int total)>& progress = {});

@@ -1,9 +1,13 @@
 #include "shell/BasSubMain.h"
 
+#include "data/Backup.h"
 #include "data/ShopDatabase.h"
+#include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "platform/Failure.h"
+#include "platform/ui/AppFolder.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/SingleInstance.h"
@@ -27,6 +31,17 @@ void reportStartFailure(const Failure& failure) {
     ShowFailureBox(failure.number(), failure.description(), VbErrorTitleWide);
 }
 
+// The day's backup once the work is done; a failed one is written to the log and does not
+// keep the program from ending.
+void backUpTheDay() {
+    try {
+        MakeDailyBackup(AppFolder(), Now());
+    } catch (const Failure& failure) {
+        CmnWriteLog(QStringLiteral("BasSubMain"), QStringLiteral("Main"), failure.description(),
+                    QString::number(failure.number()));
+    }
+}
+
 } // namespace
 
 int Main() {
@@ -38,7 +53,9 @@ int Main() {
     try {
         OpenDatabase();
         FrmPsw signOn;
-        ShowModal(signOn);
+        // Signed on and closed the menu: the day's work ended normally.
+        if (ShowModal(signOn) == QDialog::Accepted)
+            backUpTheDay();
     } catch (const Failure& failure) {
         reportStartFailure(failure);
         return 1;

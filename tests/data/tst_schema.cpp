@@ -207,7 +207,12 @@ private slots:
         gCon.open(created);
         QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
 
-        QCOMPARE(runAdmin({QStringLiteral("destroy")}).exitCode, 2);
+        // An unknown command gets the usage, which names every command.
+        const AdminRun unknown = runAdmin({QStringLiteral("destroy")});
+        QCOMPARE(unknown.exitCode, 2);
+        for (const char* command : {"init [", "init --server", "import-zip [--allow-smaller]",
+                                    "copy [--replace]", "backup [", "restore FILE"})
+            QVERIFY2(unknown.err.contains(QLatin1String(command)), command);
     }
 
     void theDirectoryInBothFormsReplacesTheOldContentAndABrokenFileLeavesIt() {
@@ -227,7 +232,10 @@ private slots:
              {QByteArray("a,b,c\r\n"),
               kenAll("0600042", "北海道", "札幌市", "x").toUtf8() + QByteArray("1,2,3,4\r\n"),
               kenAll("06000AB", "北海道", "札幌市", "x").toUtf8(),
-              QByteArray("\xff\xfe\x00\x01", 4), QByteArray()}) {
+              QByteArray("\xff\xfe\x00\x01", 4), QByteArray(),
+              // cut inside a town split over rows
+              toShiftJis(kenAll("1000001", "東京都", "千代田区", "千代田") +
+                         kenAll("0600042", "北海道", "札幌市中央区", "大通西（１～"))}) {
             try {
                 ImportZipFile(gCon, writeFile(broken, bytes));
                 QFAIL("a broken file was imported");
@@ -243,7 +251,7 @@ private slots:
         QCOMPARE(ParseZipDirectory(utf8.toUtf8(), &form).size(), 2);
         QCOMPARE(form, ZipFileForm::Utf8);
         const QString utf8File = writeFile(harness.path(QStringLiteral("u.csv")), utf8.toUtf8());
-        QCOMPARE(ImportZipFile(gCon, utf8File), 2);
+        QCOMPARE(ImportZipFile(gCon, utf8File, ZipSize::AnySize), 2);
         const QStringList utf8Rows{QStringLiteral("100 1 東京都 千代田区 千代田"),
                                    QStringLiteral("100 5 東京都 千代田区 丸の内")};
         QCOMPARE(zipList(), utf8Rows);
@@ -267,8 +275,58 @@ private slots:
                       writeFile(harness.path(QStringLiteral("x.csv")), "1,2\n"), harness.folder()});
         QCOMPARE(refused.exitCode, 1);
         QVERIFY(refused.err.contains(QStringLiteral("元のまま")));
+        // Fewer than nine in ten of the codes loaded now: refused unless asked for.
+        const QString smaller = harness.path(QStringLiteral("smaller.csv"));
+        const QByteArray whole = ReadFile(kenAllFile()); // without its last line
+        writeFile(smaller, whole.left(whole.lastIndexOf("\r\n", whole.size() - 3) + 2));
+        const AdminRun cut = runAdmin({QStringLiteral("import-zip"), smaller, harness.folder()});
+        QCOMPARE(cut.exitCode, 1);
+        QVERIFY(cut.err.contains(QStringLiteral("--allow-smaller")));
         OpenDatabase();
         QCOMPARE(zipList().size(), 7);
+        gCon.close();
+        QCOMPARE(runAdmin({QStringLiteral("import-zip"), QStringLiteral("--allow-smaller"), smaller,
+                           harness.folder()})
+                     .exitCode,
+                 0);
+        OpenDatabase();
+        QCOMPARE(zipList().size(), 6);
+    }
+
+    void initFindsTheDirectoryWhereTheProgramIsInstalledOrSaysItCannot() {
+        if (Harness::onServer())
+            QSKIP("the run on files covers it");
+        const QByteArray directory =
+            qCompress(kenAll("1000001", "東京都", "千代田区", "千代田").toUtf8());
+        // The tool's folder, and where the directory is put beside it (none: nowhere).
+        const QList<std::pair<const char*, const char*>> installs{
+            {"alone", nullptr},
+            {"opt/mirvane/bin", "opt/mirvane/share/mirvane/postal"},
+            {"usr/lib/mirvane", "usr/share/mirvane/postal"}};
+        for (const auto& [programs, postal] : installs) {
+            const QString tool = harness.path(QString::fromLatin1(programs));
+            QDir().mkpath(tool);
+            QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), tool + QStringLiteral("/admin"));
+            if (postal) {
+                QDir().mkpath(harness.path(QString::fromLatin1(postal)));
+                writeFile(harness.path(QString::fromLatin1(postal)) +
+                              QStringLiteral("/utf_ken_all.csv.qz"),
+                          directory);
+            }
+            const QString shop = tool + QStringLiteral("/shop");
+            QProcess init;
+            init.start(tool + QStringLiteral("/admin"), {QStringLiteral("init"), shop});
+            init.waitForFinished(60000);
+            QCOMPARE(init.exitCode(), postal ? 0 : 1);
+            if (!postal) {
+                QVERIFY(QString::fromUtf8(init.readAllStandardError())
+                            .contains(QStringLiteral("見つかりません")));
+                QVERIFY(!QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
+                continue;
+            }
+            gCon.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
+            QCOMPARE(zipList(), QStringList{QStringLiteral("100 1 東京都 千代田区 千代田")});
+        }
     }
 };
 

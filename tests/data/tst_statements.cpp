@@ -1,5 +1,7 @@
 // The statements the stores write, built from typed values: the exact shapes the shop's tables
 // are written with, and typed text (a quote, a tab) that stays one value and never moves a column.
+// And which daily backups the program keeps as the days pass.
+#include "data/Backup.h"
 #include "data/CustomerStore.h"
 #include "data/PurchaseStore.h"
 
@@ -36,6 +38,14 @@ QStringList prescriptionValues() {
                            ? (eye == 1 && i == 5 ? QStringLiteral("'IN'") : QStringLiteral("''"))
                            : (eye == 0 && i == 0 ? QStringLiteral("-2.5") : QStringLiteral("0")));
     return values;
+}
+
+// Every day from the first to the last, newest first.
+QList<QDate> daysFrom(QDate first, QDate last) {
+    QList<QDate> days;
+    for (QDate day = last; day >= first; day = day.addDays(-1))
+        days << day;
+    return days;
 }
 
 } // namespace
@@ -89,6 +99,30 @@ private slots:
                                 "= 2,User_Tanjo_Nen = 10,User_Tanjo_Mon = 5,User_Tanjo_Day = 3,"
                                 "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
                                 "User_No = 12"));
+    }
+
+    void dailyBackupsKeepSevenDaysAndFourWeeks() {
+        const auto d = [](int month, int day) {
+            return QDate(2026, month, day);
+        };
+        struct Case {
+            QList<QDate> days, kept;
+        };
+        const QList<Case> cases{
+            {{d(11, 22), d(11, 20), d(11, 20), d(10, 1)}, {d(11, 22), d(11, 20), d(10, 1)}},
+            // Every day: the last seven (Monday 16 to Sunday 22), then each week's Sunday.
+            {daysFrom(d(9, 1), d(11, 22)),
+             daysFrom(d(11, 16), d(11, 22)) + QList{d(11, 15), d(11, 8), d(11, 1), d(10, 25)}},
+            // A shop closed for months: the last seven days it was open, then the newest day of
+            // each older week; the 5th of January goes, its week holds some of the seven.
+            {QList{d(11, 22)} + daysFrom(QDate(2025, 12, 29), d(1, 10)) + QList{d(1, 12)},
+             QList{d(11, 22), d(1, 12)} + daysFrom(d(1, 6), d(1, 10)) + QList{d(1, 4)}},
+        };
+        for (const Case& c : cases) {
+            QList<QDate> kept = DailyGenerationsToKeep(c.days);
+            std::sort(kept.begin(), kept.end(), std::greater<>());
+            QCOMPARE(kept, c.kept);
+        }
     }
 };
 

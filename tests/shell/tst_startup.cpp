@@ -5,6 +5,7 @@
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
 #include "platform/db/Connection.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
@@ -117,6 +118,16 @@ private slots:
     }
 
     void signingOnOpensTheMenuAndEachWayOutEndsTheProgram() {
+        // Backups of earlier days: the daily ones of the 10th to the 21st (two of the 20th) and
+        // one the administrator made.
+        QDir backups(harness.path(QStringLiteral("Backup")));
+        backups.mkpath(QStringLiteral("."));
+        QStringList seeded{QStringLiteral("Mirvane-20261120-080000-daily.mdb"),
+                           QStringLiteral("Mirvane-20260105-120000.mdb")};
+        for (int day = 10; day <= 21; ++day)
+            seeded << QStringLiteral("Mirvane-202611%1-190000-daily.mdb").arg(day);
+        for (const QString& name : seeded)
+            QFile(backups.filePath(name)).open(QIODevice::WriteOnly);
         harness.msgs.expect(OpeErr_001);
         harness.msgs.expect(OpeErr_005);
         harness.msgs.expect(OpeErr_005);
@@ -165,6 +176,18 @@ private slots:
             QVERIFY(!menu.isVisible());
         });
         QCOMPARE(Main(), 0);
+        // The day's work ended: its backup is made, the last seven days and the week before
+        // them are kept, and what the administrator made stays.
+        const QString today = Harness::onServer()
+                                  ? QStringLiteral("Mirvane-20261122-101530-daily.dump")
+                                  : QStringLiteral("Mirvane-20261122-101530-daily.mdb");
+        QStringList kept{QStringLiteral("Mirvane-20260105-120000.mdb")};
+        for (int day = 15; day <= 21; ++day)
+            kept << QStringLiteral("Mirvane-202611%1-190000-daily.mdb").arg(day);
+        kept << today;
+        QCOMPARE(backups.entryList(QDir::Files, QDir::Name), kept);
+        QVERIFY(ReadFile(backups.filePath(today))
+                    .startsWith(Harness::onServer() ? "PGDMP" : "SQLite format 3"));
 
         harness.screens.expect<FrmPsw>([](FrmPsw& psw) {
             psw.txtPSW->setText(QStringLiteral("tavinoru"));
@@ -173,6 +196,7 @@ private slots:
         });
         QCOMPARE(Main(), 0); // an unexpected menu would fail the test
 
+        FixClock(Harness::FixedNow.addSecs(3600)); // later the same day
         harness.screens.expect<FrmPsw>(
             [](FrmPsw& psw) { typeAndPressOk(psw, QStringLiteral("tavinoru")); });
         harness.screens.expect<FrmMenu>([](FrmMenu& menu) {
@@ -181,6 +205,8 @@ private slots:
             QVERIFY(menu.close());
         });
         QCOMPARE(Main(), 0);
+        // One backup a day, however often the program ends.
+        QCOMPARE(backups.entryList(QDir::Files, QDir::Name), kept);
     }
 };
 
