@@ -97,7 +97,6 @@ QString PurchaseGrid::masterName(MasterKind kind, const QString& code) const {
 }
 
 void PurchaseGrid::showPurchases(const std::vector<Purchase>& purchases) {
-    names_ = MasterNames();
     if (!purchases.empty())
         names_.load();
     std::vector<Line> lines;

@@ -23,6 +23,9 @@ public:
     // Shows a customer's stored purchases in the order given; an empty list empties the grid.
     void showPurchases(const std::vector<Purchase>& purchases);
     void clearLines() { showPurchases({}); }
+    // The masters of the register, read once while it is open: the grid names its codes by them
+    // and the entry's lists are filled from them.
+    MasterNames& masters() const { return names_; }
 
     int lineCount() const { return model_->size(); }
     const std::vector<PurchaseLine>& lines() const { return model_->rows(); }

@@ -278,10 +278,11 @@ EyeFields UriageEntry::eyeFields(int eye) const {
 }
 
 void UriageEntry::fillMasterLists() {
-    CmnSetMstCombo(cboYoto, QStringLiteral("youto"));
-    CmnSetMstCombo(cboItem, QStringLiteral("Item"));
-    CmnSetMstCombo(cboMeka[0], QStringLiteral("meka"));
-    CmnSetMstCombo(cboMeka[1], QStringLiteral("meka"));
+    MasterNames& masters = grid_->masters();
+    masters.fillList(cboYoto, MasterKind::Youto);
+    masters.fillList(cboItem, MasterKind::Item);
+    masters.fillList(cboMeka[0], MasterKind::Meka);
+    masters.fillList(cboMeka[1], MasterKind::Meka);
 }
 
 void UriageEntry::showLine(const PurchaseLine& line) {

@@ -26,7 +26,7 @@ public:
     // The grid the entry writes its lines into.
     void attachGrid(PurchaseGrid* grid) { grid_ = grid; }
 
-    // Fills the four master lists.
+    // Fills the four master lists from the attached grid's masters.
     void fillMasterLists();
     // Empties the entry: today's date, no master chosen, amounts 0, every other field empty.
     void Clear_UriData();

@@ -60,12 +60,20 @@ void MasterNames::load() {
         find(kind, QString());
 }
 
+const std::vector<MasterEntry>& MasterNames::entries(MasterKind kind) {
+    std::optional<std::vector<MasterEntry>>& entries = entries_[int(kind)];
+    if (!entries)
+        entries = MasterStore::Entries(kind);
+    return *entries;
+}
+
 std::optional<QString> MasterNames::find(MasterKind kind, const QString& code) {
     std::optional<QHash<QString, QString>>& names = names_[int(kind)];
     if (!names) {
-        names.emplace();
-        for (const MasterEntry& entry : MasterStore::Entries(kind))
-            names->insert(entry.code, entry.name);
+        QHash<QString, QString> read;
+        for (const MasterEntry& entry : entries(kind))
+            read.insert(entry.code, entry.name);
+        names = std::move(read);
     }
     const auto known = names->constFind(code);
     return known == names->cend() ? std::nullopt : std::optional<QString>(*known);
@@ -86,6 +94,42 @@ QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2) {
               },
               {.trace = false});
     return address;
+}
+
+namespace {
+
+bool holdsEntries(const QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
+    if (list->count() < entries.size())
+        return false;
+    int at = 0;
+    for (int i = 0; i < list->count(); ++i) {
+        if (at < entries.size() &&
+            list->itemText(i) == entries[at].first + QLatin1Char(':') + entries[at].second &&
+            list->itemData(i).toString() == entries[at].first)
+            ++at;
+        else if (!IsLostCode(list, i))
+            return false;
+    }
+    return at == entries.size();
+}
+
+} // namespace
+
+void MasterNames::fillList(QComboBox* list, MasterKind kind) {
+    const bool filled =
+        Procedure(Module, QStringLiteral("CmnSetMstCombo"), {},
+                  [&] {
+                      QList<std::pair<QString, QString>> shown;
+                      for (const MasterEntry& entry : entries(kind))
+                          shown.append({threeDigits(entry.code), entry.name});
+                      if (holdsEntries(list, shown))
+                          SelectCode(list, QString());
+                      else
+                          FillCodeList(list, shown);
+                  },
+                  {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
+    if (!filled)
+        list->clear();
 }
 
 void CmnSetMstCombo(QComboBox* list, const QString& name) {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <array>
 #include <optional>
+#include <vector>
 
 class QComboBox;
 
@@ -13,7 +14,8 @@ class QComboBox;
 // Empty text when no master has the code.
 QString CmnGetMaster(int kind, const QString& no);
 
-// The master names of one screen or listing: each master is read once, on first use.
+// The masters of one screen or listing: each master is read once, on first use; its names and
+// its drop-down lists come from what was read.
 class MasterNames {
 public:
     // The name of the code; none when no master row has it (it was deleted, say).
@@ -29,7 +31,14 @@ public:
         return code + QLatin1Char(':') + name(kind, code);
     }
 
+    // Refills a master drop-down list as CmnSetMstCombo does, from the master as read for this
+    // screen. A list that holds those entries already keeps them and only loses its choice.
+    void fillList(QComboBox* list, MasterKind kind);
+
 private:
+    const std::vector<MasterEntry>& entries(MasterKind kind);
+
+    std::array<std::optional<std::vector<MasterEntry>>, 3> entries_;
     std::array<std::optional<QHash<QString, QString>>, 3> names_;
 };
 

@@ -114,7 +114,7 @@ void FrmRireki::ClearUriage() {
     shownNo_ = 0;
     txtKingaKei->setValue(0);
     for (int i = 0; i < 3; ++i) {
-        FraUriage[i]->clear();
+        FraUriage[i]->clear(masters_);
         FraUriage[i]->setTitle(BlockTitles[i]);
     }
     for (int key : {F4, F5, F6, F7})

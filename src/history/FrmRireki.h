@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Lookups.h"
 #include "platform/ui/Screen.h"
 
 #include <array>
@@ -55,4 +56,6 @@ private:
     int page_ = 1;
     bool loaded_ = false;
     FunctionKeyRow* keys_;
+    // The masters as read when the screen opened: every page's lists are filled from them.
+    MasterNames masters_;
 };

@@ -114,11 +114,11 @@ void UriageBlock::layOut() {
     block->addLayout(eyes);
 }
 
-void UriageBlock::clear() {
-    CmnSetMstCombo(cboYouto, QStringLiteral("youto"));
-    CmnSetMstCombo(cboItem, QStringLiteral("Item"));
-    CmnSetMstCombo(cboFm_Meka, QStringLiteral("meka"));
-    CmnSetMstCombo(cboLz_Meka, QStringLiteral("meka"));
+void UriageBlock::clear(MasterNames& masters) {
+    masters.fillList(cboYouto, MasterKind::Youto);
+    masters.fillList(cboItem, MasterKind::Item);
+    masters.fillList(cboFm_Meka, MasterKind::Meka);
+    masters.fillList(cboLz_Meka, MasterKind::Meka);
     for (QComboBox* list : {cboItem, cboYouto, cboFm_Meka, cboLz_Meka})
         SelectCode(list, QString());
     setEnabled(false);

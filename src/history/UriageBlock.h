@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <array>
 
+class MasterNames;
 class QComboBox;
 class xDate;
 class xField;
@@ -16,8 +17,9 @@ class UriageBlock : public QGroupBox {
 public:
     UriageBlock(int index, QWidget* parent = nullptr);
 
-    // Empties the block and fills its lists afresh; the block is disabled.
-    void clear();
+    // Empties the block and fills its lists afresh from the screen's masters; the block is
+    // disabled.
+    void clear(MasterNames& masters);
     // Shows one purchase of the history.
     void show(const Purchase& purchase);
     // Whether the block shows a purchase.

@@ -117,10 +117,12 @@ void FrmTotalKensaku::JyokenClear() {
         FraAll_K->setVisible(true);
         chkJoken[14]->setEnabled(true);
         chkJoken[14]->setChecked(false);
+        // Each master is read once for its six lists.
+        MasterNames masters;
         for (int i = 0; i < 6; ++i) {
-            CmnSetMstCombo(cboYoto[i], QStringLiteral("youto"));
-            CmnSetMstCombo(cboItem[i], QStringLiteral("Item"));
-            CmnSetMstCombo(cboMeka[i], QStringLiteral("meka"));
+            masters.fillList(cboYoto[i], MasterKind::Youto);
+            masters.fillList(cboItem[i], MasterKind::Item);
+            masters.fillList(cboMeka[i], MasterKind::Meka);
             for (QComboBox* list : {cboYoto[i], cboItem[i], cboMeka[i]})
                 list->setCurrentIndex(-1);
         }

@@ -16,6 +16,7 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
+#include "platform/db/Connection.h"
 #include "platform/ui/ShowModal.h"
 #include "support/Roads.h"
 #include "support/ShopData.h"
@@ -182,6 +183,25 @@ private slots:
         QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_R_Cyl,Uri_L_B1"),
                  QStringLiteral("20250602|二度目||-0.5|IN"));
         QCOMPARE(stored(4, "Uri_Fm_Name"), QStringLiteral("F-1"));
+    }
+
+    // A screen reads each master once: the register opens in five statements (three masters,
+    // the customer, his purchases) and a page of the history reads its purchases alone.
+    void eachMasterIsReadOncePerScreen() {
+        const qint64 opened = Connection::statementsSent();
+        // Nothing is changed: the register tells so.
+        QVERIFY(!OpenRegister(harness, 1, [&](FrmKokyaku& s) {
+            QCOMPARE(Connection::statementsSent() - opened, 5);
+            harness.screens.expect<FrmRireki>([](FrmRireki& history) {
+                const qint64 before = Connection::statementsSent();
+                QTest::keyClick(&history, Qt::Key_F12);
+                QCOMPARE(shownSeqs(history), (QList<int>{3, 5, 0}));
+                QCOMPARE(history.FraUriage[1]->cboItem->count(), 7);
+                QCOMPARE(Connection::statementsSent() - before, 1);
+                QTest::keyClick(&history, Qt::Key_F1);
+            });
+            QTest::keyClick(&s, Qt::Key_F12);
+        }));
     }
 
     // Full-width digits, signs and points, committed by an input method or pasted, are digits

@@ -40,6 +40,10 @@ void SelectCode(QComboBox* list, const QString& code) {
     list->setCurrentIndex(found);
 }
 
+bool IsLostCode(const QComboBox* list, int position) {
+    return list->itemData(position, LostCodeRole).toBool();
+}
+
 QString SelectedCode(const QComboBox* list) {
     const int chosen = list->currentIndex();
     if (chosen < 0)

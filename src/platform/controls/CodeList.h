@@ -17,5 +17,8 @@ void FillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& ent
 // it is written back unchanged.
 void SelectCode(QComboBox* list, const QString& code);
 
+// Whether the entry at the position stands for a code that no master row has (see SelectCode).
+bool IsLostCode(const QComboBox* list, int position);
+
 // The code of the chosen entry; empty text when nothing is chosen.
 QString SelectedCode(const QComboBox* list);

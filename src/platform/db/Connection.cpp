@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <atomic>
 
 namespace {
 
@@ -277,7 +278,16 @@ bool Connection::isOpen() const {
     return open_;
 }
 
+namespace {
+std::atomic<qint64> sentStatements{0};
+}
+
+qint64 Connection::statementsSent() {
+    return sentStatements.load();
+}
+
 RecordSet Connection::execute(const QString& sql, long* recordsAffected) {
+    ++sentStatements;
     if (!open_)
         throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
     if (sql.trimmed().isEmpty())

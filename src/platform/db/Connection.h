@@ -32,6 +32,9 @@ public:
     // Runs one SQL text. A query gives its rows; any other statement an empty record set, and
     // the number of rows it changed through recordsAffected when that is given.
     RecordSet execute(const QString& sql, long* recordsAffected = nullptr);
+    // How many statements every connection of this process has sent so far: each one is a round
+    // trip to a server.
+    static qint64 statementsSent();
 
     void beginTrans();
     void commitTrans();
