@@ -9,7 +9,9 @@
 // own, on the database of the program folder.
 struct TaskTimes {
     double medianMs = 0;
-    double floorMs = -1; // negative when no single statement stands for the task
+    double floorMs = -1;   // negative when no single statement stands for the task
+    QString floorKind;     // which statement gave the floor: "join", "per-row" or "one"
+    double statements = 0; // statements sent per run of the timed action
 };
 
 QStringList TaskNames();

@@ -4,6 +4,7 @@
 //   mirvane-bench build FOLDER CUSTOMERS   only builds a shop there
 #include "ShopGenerator.h"
 #include "Tasks.h"
+#include "data/DatabaseCopy.h"
 #include "data/Schema.h"
 #include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
@@ -46,14 +47,15 @@ void answerEveryBox() {
     });
 }
 
-// In the child: one task, printed as "median floor peakKb".
+// In the child: one task, printed as "median floor peakKb statements floorKind".
 int runTask(const QString& folder, const QString& task, int runs, qint64 regular) {
     SetAppFolder(folder);
     OpenDatabase();
     answerEveryBox();
     const TaskTimes times = RunTask(task, runs, regular);
     gCon.close();
-    out() << times.medianMs << ' ' << times.floorMs << ' ' << peakKb() << '\n';
+    out() << times.medianMs << ' ' << times.floorMs << ' ' << peakKb() << ' ' << times.statements
+          << ' ' << (times.floorKind.isEmpty() ? QStringLiteral("-") : times.floorKind) << '\n';
     return 0;
 }
 
@@ -88,18 +90,25 @@ QString child(const QStringList& arguments, double* wallMs = nullptr) {
         .last();
 }
 
-void row(const QString& task, double median, double floor, long peakKb) {
+void row(const QString& task, double median, double floor, long peakKb,
+         const QString& floorKind = QStringLiteral("-"), double statements = -1) {
     const QString ratio = floor > 0 ? QString::number(median / floor, 'f', 1) : QStringLiteral("-");
     const QString floorText = floor > 0 ? QString::number(floor, 'f', 1) : QStringLiteral("-");
+    const QString statementsText =
+        statements >= 0 ? QString::number(statements, 'f', 0) : QStringLiteral("-");
     out() << "| " << task.leftJustified(30) << " | "
           << QString::number(median, 'f', 1).rightJustified(9) << " | "
-          << floorText.rightJustified(8) << " | " << ratio.rightJustified(5) << " | "
+          << floorText.rightJustified(8) << " | " << floorKind.leftJustified(7) << " | "
+          << ratio.rightJustified(5) << " | " << statementsText.rightJustified(5) << " | "
           << QString::number(peakKb / 1024.0, 'f', 0).rightJustified(8) << " |\n"
           << Qt::flush;
 }
 
+// Each task's process runs this often; the fastest run counts (others build on this machine).
+constexpr int Rounds = 3;
+
 // Builds a shop's program folder: forms, database, postal directory, customers and purchases.
-GeneratedShop buildShop(const QString& path, qint64 customers) {
+GeneratedShop buildShop(const QString& path, qint64 customers, const QString& server = {}) {
     QDir(path).mkpath(QStringLiteral("jfm"));
     const QDir forms(QCoreApplication::applicationDirPath() + QStringLiteral("/jfm"));
     for (const QString& form : forms.entryList({QStringLiteral("*.jfm")}))
@@ -110,20 +119,44 @@ GeneratedShop buildShop(const QString& path, qint64 customers) {
     ImportZipFile(connection, QCoreApplication::applicationDirPath() +
                                   QStringLiteral("/postal/utf_ken_all.csv.qz"));
     const GeneratedShop shop = GenerateShop(connection, customers);
+    if (!server.isEmpty()) {
+        // The same shop on the server: copied there, and the folder opens the server from now.
+        Connection target;
+        target.openServer(server);
+        if (!HasShopSchema(target))
+            CreateSchema(target);
+        CopyDatabase(connection, target);
+        target.close();
+        QFile file(path + QLatin1Char('/') + ServerConnectionFile);
+        file.open(QIODevice::WriteOnly);
+        file.write(server.toUtf8() + '\n');
+    }
     connection.close();
     return shop;
 }
 
-void benchmark(qint64 customers) {
+QString buildType() {
+#ifdef NDEBUG
+    return QStringLiteral("Release");
+#else
+    return QStringLiteral("Debug");
+#endif
+}
+
+void benchmark(qint64 customers, const QString& server) {
     QTemporaryDir folder;
     QElapsedTimer timer;
     timer.start();
-    const GeneratedShop shop = buildShop(folder.path(), customers);
+    const GeneratedShop shop = buildShop(folder.path(), customers, server);
     out() << "\n"
-          << shop.customers << " customers, " << shop.purchases << " purchases (built in "
-          << timer.elapsed() / 1000.0 << " s)\n\n"
-          << "| task                           | median ms | floor ms | ratio | peak MB |\n"
-          << "|--------------------------------|----------:|---------:|------:|--------:|\n";
+          << shop.customers << " customers, " << shop.purchases << " purchases on "
+          << (server.isEmpty() ? QStringLiteral("a SQLite file")
+                               : QStringLiteral("a PostgreSQL server"))
+          << ", " << buildType() << " build (built in " << timer.elapsed() / 1000.0 << " s)\n\n"
+          << "| task                           | median ms | floor ms | floor   | ratio | stmts | "
+             "peak MB |\n"
+          << "|--------------------------------|----------:|---------:|---------|------:|------:|"
+             "--------:|\n";
     double wall = 0;
     std::vector<double> startups;
     QStringList fields;
@@ -132,15 +165,22 @@ void benchmark(qint64 customers) {
         startups.push_back(wall);
     }
     std::sort(startups.begin(), startups.end());
-    row(QStringLiteral("start-up to sign-on (process)"), startups[2], -1, fields.value(2).toLong());
+    row(QStringLiteral("start-up to sign-on (process)"), startups[0], -1, fields.value(2).toLong());
     for (const QString& task : TaskNames()) {
-        const int runs =
-            task.startsWith(QLatin1String("list")) || task.startsWith(QLatin1String("ledger")) ? 3
-                                                                                               : 7;
-        fields = child({QStringLiteral("task"), folder.path(), task, QString::number(runs),
-                        QString::number(shop.regular)})
-                     .split(QLatin1Char(' '));
-        row(task, fields.value(0).toDouble(), fields.value(1).toDouble(), fields.value(2).toLong());
+        const bool long_ = task.startsWith(QLatin1String("list")) ||
+                           task.contains(QLatin1String("PDF")) ||
+                           task.startsWith(QLatin1String("log"));
+        const int runs = long_ ? 3 : 7;
+        QStringList best;
+        for (int round = 0; round < Rounds; ++round) {
+            fields = child({QStringLiteral("task"), folder.path(), task, QString::number(runs),
+                            QString::number(shop.regular)})
+                         .split(QLatin1Char(' '));
+            if (best.isEmpty() || fields.value(0).toDouble() < best.value(0).toDouble())
+                best = fields;
+        }
+        row(task, best.value(0).toDouble(), best.value(1).toDouble(), best.value(2).toLong(),
+            best.value(4), best.value(3).toDouble());
     }
 }
 
@@ -164,12 +204,20 @@ int main(int argc, char* argv[]) {
               << " purchases; regular customer " << shop.regular << '\n';
         return 0;
     }
+    // --server CONNINFO: the same tasks on a PostgreSQL server's database (what it held is
+    // replaced by each shop built).
+    QStringList rest = args;
+    QString server;
+    if (rest.value(0) == QLatin1String("--server")) {
+        server = rest.value(1);
+        rest = rest.mid(2);
+    }
     QList<qint64> sizes;
-    for (const QString& arg : args)
+    for (const QString& arg : rest)
         sizes << arg.toLongLong();
     if (sizes.isEmpty())
         sizes = {100000, 10000};
     for (qint64 customers : sizes)
-        benchmark(customers);
+        benchmark(customers, server);
     return 0;
 }
