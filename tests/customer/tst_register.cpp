@@ -240,7 +240,7 @@ private slots:
     // total), the notes, the prescription (its empty values skipping what depends on them) and
     // "明細登録", whose key Alt+M adds the line from wherever the focus is.
     void tabWalksTheScreenAndAltMAddsTheLine() {
-        InsertCustomer({.no = 5, .sex = 1, .kazok = 3, .tanjoGo = 2});
+        InsertCustomer({.no = 5, .sex = 1, .kazok = 3, .tanjoGo = 2, .nen = 10});
         InsertPurchase({.user = 5});
         ExpectSaved(harness);
         OpenRegister(harness, 5, [](FrmKokyaku& s) {

@@ -1,0 +1,29 @@
+#include "frame/DateFields.h"
+
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
+#include "platform/controls/xDate.h"
+
+#include <QApplication>
+
+bool CmnRefuseUnreadableDate(xDate* field) {
+    if (!field->isUnreadable())
+        return false;
+    CmnDspMsg(OpeErr_003);
+    field->setFocus();
+    field->selectAll();
+    return true;
+}
+
+void CmnRefuseUnreadableDateOnLeave(xDate* field) {
+    QObject::connect(field, &xInput::leave, field, [field] {
+        // The box itself takes the focus from whatever had it: that is not checked again.
+        static bool refusing = false;
+        const QWidget* next = QApplication::focusWidget();
+        if (refusing || !next || next->window() != field->window())
+            return;
+        refusing = true;
+        CmnRefuseUnreadableDate(field);
+        refusing = false;
+    });
+}
