@@ -5,6 +5,7 @@
 #include "platform/controls/xDate.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 bool CmnRefuseUnreadableDate(xDate* field) {
     if (!field->isUnreadable())
@@ -17,10 +18,12 @@ bool CmnRefuseUnreadableDate(xDate* field) {
 
 void CmnRefuseUnreadableDateOnLeave(xDate* field) {
     QObject::connect(field, &xInput::leave, field, [field] {
-        // The box itself takes the focus from whatever had it: that is not checked again.
+        // The box itself takes the focus from whatever had it: that is not checked again. A key
+        // or button takes the focus before it acts; what reads the date says so itself, once.
         static bool refusing = false;
         const QWidget* next = QApplication::focusWidget();
-        if (refusing || !next || next->window() != field->window())
+        if (refusing || !next || next->window() != field->window() ||
+            qobject_cast<const QPushButton*>(next))
             return;
         refusing = true;
         CmnRefuseUnreadableDate(field);

@@ -7,5 +7,6 @@ class xDate;
 bool CmnRefuseUnreadableDate(xDate* field);
 
 // The same refusal each time the focus moves on from the field to another control of its
-// screen. Leaving for another window (a box, a picker) is no move on and is not checked.
+// screen. Leaving for another window (a box, a picker) is no move on and is not checked, nor is
+// leaving for a button: the key or button that reads the date refuses it itself.
 void CmnRefuseUnreadableDateOnLeave(xDate* field);
