@@ -9,6 +9,7 @@
 #include "domain/Age.h"
 #include "domain/Prescription.h"
 #include "frame/BasCmnSubFun.h"
+#include "frame/DateFields.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
@@ -51,6 +52,10 @@ QString birthPart(const QString& text) {
     return isNumber ? FormatNumber(value, QStringLiteral("##")) : text;
 }
 
+int wholeNumber(const xField* field) {
+    return int(std::lround(ReadNumber(field->text())));
+}
+
 } // namespace
 
 FrmKokyaku::FrmKokyaku(QWidget* parent) : Screen(parent) {
@@ -73,6 +78,32 @@ void FrmKokyaku::connectEvents() {
     FraUriage->attachGrid(spdData);
     for (xField* part : {txtTanjo_Nen, txtTanjo_Mon, txtTanjo_Day})
         connect(part, &xInput::leave, part, [part] { part->setText(birthPart(part->text())); });
+    CmnRefuseUnreadableDateOnLeave(txtDate);
+    connect(txtTanjo_Nen, &xInput::leave, this, &FrmKokyaku::westernYearToEra);
+    for (xField* part : {txtTanjo_Mon, txtTanjo_Day})
+        connect(part, &xInput::leave, this, [this] {
+            if (typedWesternYear_ != 0)
+                showEraOf(typedWesternYear_);
+        });
+    // A year or an era chosen anew is no longer the Western year typed.
+    connect(txtTanjo_Nen, &QLineEdit::textEdited, this, [this] { typedWesternYear_ = 0; });
+    connect(tanjoGoGroup_, &QButtonGroup::idClicked, this, [this] { typedWesternYear_ = 0; });
+}
+
+void FrmKokyaku::westernYearToEra() {
+    const int year = wholeNumber(txtTanjo_Nen);
+    if (tanjoGoGroup_->checkedId() == NoEra || year < 1900)
+        return;
+    typedWesternYear_ = year;
+    showEraOf(year);
+}
+
+void FrmKokyaku::showEraOf(int westernYear) {
+    // Before 大正 there is no era to name it in: the year stays Western.
+    const EraYear named =
+        EraYearOf(westernYear, wholeNumber(txtTanjo_Mon), wholeNumber(txtTanjo_Day));
+    optTanjo_Go[named.era]->setChecked(true);
+    txtTanjo_Nen->setText(QString::number(named.year));
 }
 
 QList<xField*> FrmKokyaku::recordFields() const {
@@ -179,6 +210,7 @@ void FrmKokyaku::showCustomer(const Customer& c) {
                                        std::pair{c.birth.era, tanjoGoGroup_}})
         if (QAbstractButton* option = group->button(value))
             option->setChecked(true);
+    typedWesternYear_ = 0;
     txtTanjo_Nen->setText(birthPart(QString::number(c.birth.year)));
     txtTanjo_Mon->setText(birthPart(QString::number(c.birth.month)));
     txtTanjo_Day->setText(birthPart(QString::number(c.birth.day)));
@@ -214,7 +246,8 @@ void FrmKokyaku::Clear_User() {
                   }
                   optSex[0]->setChecked(true);
                   optKazok_F[2]->setChecked(true);
-                  optTanjo_Go[1]->setChecked(true);
+                  optTanjo_Go[Showa]->setChecked(true);
+                  typedWesternYear_ = 0;
                   lblAge->clear();
               });
 }
@@ -246,9 +279,6 @@ bool FrmKokyaku::Save_User() {
 }
 
 Customer FrmKokyaku::customerFromFields() const {
-    const auto whole = [](const xField* field) {
-        return int(std::lround(ReadNumber(field->text())));
-    };
     Customer c;
     c.no = currentNo_;
     c.name = txtName->text();
@@ -263,10 +293,22 @@ Customer FrmKokyaku::customerFromFields() const {
     c.syokaiTel = txtSyokaiTel->text();
     c.sex = sexGroup_->checkedId();
     c.kazok = kazokGroup_->checkedId();
-    c.birth = {tanjoGoGroup_->checkedId(), whole(txtTanjo_Nen), whole(txtTanjo_Mon),
-               whole(txtTanjo_Day)};
-    c.entry1 = txtDate->date();
+    c.birth = {tanjoGoGroup_->checkedId(), wholeNumber(txtTanjo_Nen), wholeNumber(txtTanjo_Mon),
+               wholeNumber(txtTanjo_Day)};
+    // An emptied registration date is stored as empty text, shown again as today.
+    c.entry1 = txtDate->isEmpty() ? QDate() : txtDate->date();
     return c;
+}
+
+bool FrmKokyaku::datesFit() {
+    if (CmnRefuseUnreadableDate(txtDate))
+        return false;
+    const BirthDate birth = customerFromFields().birth;
+    if (BirthDateTaken(birth.era, birth.year, birth.month, birth.day, Today()))
+        return true;
+    CmnDspMsg(OpeErr_003);
+    txtTanjo_Nen->setFocus();
+    return false;
 }
 
 void FrmKokyaku::saveCustomer() {
@@ -314,6 +356,8 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
             txtName->setFocus();
             break;
         }
+        if (!datesFit())
+            break;
         // A purchase typed but not put into the grid would be lost on Enter: No is the default.
         if (CmnDspMsg(spdData->hasMarkedLines() ? OpeQes_001 : OpeQes_011,
                       FraUriage->holdsTypedEntry() ? MsgDefault::Second : MsgDefault::First) ==

@@ -71,7 +71,8 @@ public:
     xField *txtJusyo1, *txtJusyo2, *txtTel, *txtKinmu, *txtKinmuTel, *txtSyokai, *txtSyokaiTel;
     std::array<QRadioButton*, 2> optSex;
     std::array<QRadioButton*, 4> optKazok_F;
-    std::array<QRadioButton*, 4> optTanjo_Go;
+    // By stored code: 0 大正, 1 昭和, 2 平成, 3 西暦 (no era), 4 令和.
+    std::array<QRadioButton*, 5> optTanjo_Go;
     xField *txtTanjo_Nen, *txtTanjo_Mon, *txtTanjo_Day;
     QLabel* lblAge;
     PurchaseGrid* spdData;
@@ -95,6 +96,10 @@ private:
     void forgetCustomer();
     void saveCustomer();
     Customer customerFromFields() const;
+    // The registration date and the birth date can be stored; else says so and focuses them.
+    bool datesFit();
+    void westernYearToEra();
+    void showEraOf(int westernYear);
     void showCustomer(const Customer& customer);
 
     qint64 syori_ = 0;
@@ -104,6 +109,8 @@ private:
     qint64 currentNo_ = 0;
     qint64 shownNo_ = 0;
     int age_ = 0;
+    // A Western year typed while an era was chosen: its era follows the month and day typed.
+    int typedWesternYear_ = 0;
     bool loaded_ = false;
     QButtonGroup* sexGroup_;
     QButtonGroup* kazokGroup_;

@@ -2,6 +2,7 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
+#include "domain/Age.h"
 #include "platform/controls/FocusOrder.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xDate.h"
@@ -127,11 +128,24 @@ void FrmKokyaku::buildForm() {
                                      this),
                       5, 3);
     record->addWidget(caption(QStringLiteral("誕生日"), this), 6, 0);
-    auto* birth = optionGroup<4>(
-        optTanjo_Go, tanjoGoGroup_, QStringLiteral("optTanjo_Go"),
-        {QStringLiteral("大正"), QStringLiteral("昭和"), QStringLiteral("平成"), QString()}, this);
-    optTanjo_Go[3]->setToolTip(QStringLiteral("年を西暦で入力します"));
-    birth->takeAt(birth->count() - 1); // the stretch goes after the date
+    // The eras in the order of time, the Western year last; each option's id is its stored code.
+    tanjoGoGroup_ = new QButtonGroup(this);
+    auto* birth = new QHBoxLayout;
+    const std::pair<int, QString> eras[] = {{Taisho, QStringLiteral("大正")},
+                                            {Showa, QStringLiteral("昭和")},
+                                            {Heisei, QStringLiteral("平成")},
+                                            {Reiwa, QStringLiteral("令和")},
+                                            {NoEra, QStringLiteral("西暦")}};
+    for (const auto& [code, name] : eras) {
+        optTanjo_Go[code] =
+            named(new QRadioButton(name, this), QStringLiteral("optTanjo_Go(%1)").arg(code));
+        tanjoGoGroup_->addButton(optTanjo_Go[code], code);
+        birth->addWidget(optTanjo_Go[code]);
+    }
+    TabToCheckedOption(tanjoGoGroup_);
+    optTanjo_Go[NoEra]->setToolTip(QStringLiteral("年を西暦で入力します"));
+    txtTanjo_Nen->setToolTip(QStringLiteral(
+        "西暦（4桁）で入力すると、元号と年に直します（西暦を選んだときは西暦のまま）"));
     birth->addSpacing(12);
     birth->addWidget(txtTanjo_Nen);
     birth->addWidget(new QLabel(QStringLiteral("年"), this));
@@ -162,8 +176,9 @@ void FrmKokyaku::buildForm() {
     QList<QWidget*> order{txtDate,   txtName,   txtKana,  txtYubin,    cmdJusyo,  txtTel,
                           txtJusyo1, txtJusyo2, txtKinmu, txtKinmuTel, txtSyokai, txtSyokaiTel};
     order << QList<QWidget*>(optSex.begin(), optSex.end())
-          << QList<QWidget*>(optKazok_F.begin(), optKazok_F.end())
-          << QList<QWidget*>(optTanjo_Go.begin(), optTanjo_Go.end());
+          << QList<QWidget*>(optKazok_F.begin(), optKazok_F.end());
+    for (QAbstractButton* era : tanjoGoGroup_->buttons()) // in the order shown
+        order << era;
     order << txtTanjo_Nen << txtTanjo_Mon << txtTanjo_Day << spdData->view();
     SetTabChain(order << FraUriage->tabOrder());
 

@@ -2,6 +2,7 @@
 
 #include "customer/PurchaseGrid.h"
 #include "data/Lookups.h"
+#include "frame/DateFields.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
@@ -52,6 +53,7 @@ UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("FraUriage"));
     setTitle(QStringLiteral("売上明細"));
     txtDatc = named(new xDate(this), QStringLiteral("txtDatc"), 110);
+    CmnRefuseUnreadableDateOnLeave(txtDatc);
     txtKingaKci = named(new xNum(this), QStringLiteral("txtKingaKci"), 110);
     cboItem = named(new QComboBox(this), QStringLiteral("cboItem"), 170);
     cboYoto = named(new QComboBox(this), QStringLiteral("cboYoto"), 170);
@@ -188,6 +190,8 @@ void UriageEntry::cmdOk_Click() {
         txtDatc->setFocus();
         return;
     }
+    if (CmnRefuseUnreadableDate(txtDatc))
+        return;
     const std::optional<Purchase> purchase = purchaseFromFields();
     if (!purchase)
         return;

@@ -85,6 +85,12 @@ bool BirthDateFits(int era, int year, int month, int day, const QDate& today) {
     return span.last >= EraFirstDay(era) && (!last.isValid() || span.first <= last);
 }
 
+bool BirthDateTaken(int era, int year, int month, int day, const QDate& today) {
+    if (year == 0 && era != NoEra && (month != 0 || day != 0))
+        return false;
+    return BirthDateFits(era, year, month, day, today);
+}
+
 int AgeOn(int era, int year, int month, int day, const QDate& today) {
     if (year == 0)
         return 0;

@@ -27,6 +27,10 @@ EraYear EraYearOf(int westernYear, int month, int day);
 // is not known and fits every value; a year of 0 fits with any real month and day.
 bool BirthDateFits(int era, int year, int month, int day, const QDate& today);
 
+// Whether the register takes a birth date: it fits (above), and a date named in an era has its
+// year: 昭和 with a month or a day but no year is refused. Nothing entered at all is taken.
+bool BirthDateTaken(int era, int year, int month, int day, const QDate& today);
+
 // Age in whole years on the given day. A year of 0 (not entered) gives 0; a month of 0
 // (unknown) counts as having had the birthday already this year.
 int AgeOn(int era, int year, int month, int day, const QDate& today);

@@ -2,6 +2,7 @@
 
 #include "data/PurchaseStore.h"
 #include "domain/Ymd.h"
+#include "frame/DateFields.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
@@ -48,6 +49,7 @@ FrmRireki::FrmRireki(QWidget* parent) : Screen(parent) {
     txtKingaKei->setReadOnly(true);
     txtKensakuDay = new xDate(this);
     txtKensakuDay->setObjectName(QStringLiteral("txtKensakuDay"));
+    CmnRefuseUnreadableDateOnLeave(txtKensakuDay);
     cmdKensaku = new QPushButton(QStringLiteral("以前の照会"), this);
     cmdKensaku->setObjectName(QStringLiteral("cmdKensaku"));
     cmdKensaku->setAutoDefault(false);
@@ -166,7 +168,25 @@ void FrmRireki::showPage() {
         CmnDspMsg(OpeErr_014);
 }
 
+bool FrmRireki::correctedDatesRead() {
+    for (UriageBlock* block : FraUriage) {
+        if (!block->editing)
+            continue;
+        if (block->txtUriDate->isEmpty()) {
+            // A purchase is never stored without its date.
+            CmnDspMsg(OpeErr_001);
+            block->txtUriDate->setFocus();
+            return false;
+        }
+        if (CmnRefuseUnreadableDate(block->txtUriDate))
+            return false;
+    }
+    return true;
+}
+
 void FrmRireki::cmdKensaku_Click() {
+    if (CmnRefuseUnreadableDate(txtKensakuDay))
+        return;
     ClearUriage();
     page_ = 1;
     if (!DispUriage(searchDay()))
@@ -180,7 +200,7 @@ void FrmRireki::cmdFnuc_Click(int index) {
             done(QDialog::Accepted);
         break;
     case F4:
-        if (CmnDspMsg(OpeQes_001) == Answer::Yes && SaveUriage()) {
+        if (correctedDatesRead() && CmnDspMsg(OpeQes_001) == Answer::Yes && SaveUriage()) {
             koushin_ = true;
             CmnDspMsg(OpeInf_001);
             // The page shows what is stored now, every block read-only until corrected again.
@@ -200,6 +220,8 @@ void FrmRireki::cmdFnuc_Click(int index) {
         break;
     }
     case F11:
+        if (CmnRefuseUnreadableDate(txtKensakuDay))
+            break;
         if (ChkEditData() && CmnDspMsg(OpeQes_008) != Answer::Yes)
             break;
         if (page_ < 2) {
@@ -210,6 +232,8 @@ void FrmRireki::cmdFnuc_Click(int index) {
         showPage();
         break;
     case F12:
+        if (CmnRefuseUnreadableDate(txtKensakuDay))
+            break;
         if (ChkEditData() && CmnDspMsg(OpeQes_008) != Answer::Yes)
             break;
         ++page_;

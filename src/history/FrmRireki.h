@@ -49,6 +49,8 @@ protected:
 private:
     void showPage();
     qint64 searchDay() const;
+    // Every block in correction holds a real date; else says which is not and focuses it.
+    bool correctedDatesRead();
 
     qint64 kokNo_ = 0;
     qint64 shownNo_ = 0; // the customer of the purchases shown; 0 while none is

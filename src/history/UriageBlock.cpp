@@ -1,6 +1,7 @@
 #include "history/UriageBlock.h"
 
 #include "data/Lookups.h"
+#include "frame/DateFields.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
 #include "platform/controls/FocusOrder.h"
@@ -28,6 +29,7 @@ QLabel* caption(const QString& text, QWidget* parent) {
 UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("FraUriage(%1)").arg(index));
     txtUriDate = new xDate(this);
+    CmnRefuseUnreadableDateOnLeave(txtUriDate);
     cboItem = new QComboBox(this);
     cboYouto = new QComboBox(this);
     cboFm_Meka = new QComboBox(this);
@@ -154,7 +156,7 @@ void UriageBlock::show(const Purchase& p) {
 }
 
 bool UriageBlock::showsPurchase() const {
-    return txtUriDate->date() != xDate::EmptyDate;
+    return shown_.seq != 0;
 }
 
 Purchase UriageBlock::edited() const {

@@ -2,6 +2,7 @@
 
 #include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
+#include "frame/DateFields.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -163,6 +164,9 @@ bool FrmTotalKensaku::checksPass() {
     };
     if (chkJoken[C::Age]->isChecked() && txtToshi[0]->Value() > txtToshi[1]->Value())
         return fail(OpeErr_003, txtToshi[0]);
+    if (chkJoken[C::Visit]->isChecked() &&
+        (CmnRefuseUnreadableDate(txtRaiten[0]) || CmnRefuseUnreadableDate(txtRaiten[1])))
+        return false;
     if (chkJoken[C::Visit]->isChecked() && txtRaiten[0]->date() > txtRaiten[1]->date())
         return fail(OpeErr_003, txtRaiten[0]);
     if (chkJoken[C::Youto]->isChecked() && allEmpty(cboYoto))

@@ -1,4 +1,5 @@
 // The conditions screen's controls and their places.
+#include "frame/DateFields.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
@@ -73,6 +74,7 @@ void FrmTotalKensaku::buildForm() {
             number(this, QStringLiteral("txtKinga"), i, QStringLiteral("###,###,##0"), 999999999);
         txtKinga[i]->setMaximumWidth(140);
         txtRaiten[i] = named(new xDate(this), QStringLiteral("txtRaiten"), i);
+        CmnRefuseUnreadableDateOnLeave(txtRaiten[i]);
         cmdCalender[i] = smallButton(this, QStringLiteral("…"), QStringLiteral("cmdCalender"), i);
     }
     for (int i = 0; i < 6; ++i) {

@@ -45,10 +45,11 @@ private slots:
     }
 
     // A new customer's purchases typed in: the required lists, Enter through the entry, the
-    // total worked out from the amounts, the lines newest first, consecutive numbers stored.
+    // total worked out from the amounts, a date that is none refused on leaving it and at the
+    // line, the lines newest first, consecutive numbers stored.
     void newLinesGetConsecutiveNumbersWithTheNewCustomer() {
-        harness.msgs.expect(OpeErr_001);
-        harness.msgs.expect(OpeErr_001);
+        for (const QString& box : {OpeErr_001, OpeErr_001, OpeErr_003, OpeErr_003})
+            harness.msgs.expect(box);
         ExpectSaved(harness);
         OpenRegister(harness, 0, [](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
@@ -77,6 +78,13 @@ private slots:
             e.txtSyohou->setFocus();
             QCOMPARE(e.txtKingaKci->Value(), 38000.0);
             e.cboYoto->setCurrentIndex(0);
+            e.txtDatc->setFocus();
+            e.txtDatc->clear();
+            QTest::keyClicks(e.txtDatc, QStringLiteral("20240230"));
+            QTest::keyClick(e.txtDatc, Qt::Key_Tab);
+            QCOMPARE(s.focusWidget(), e.txtDatc);
+            QTest::mouseClick(e.cmdOk, Qt::LeftButton);
+            QVERIFY(grid.isHidden() && s.focusWidget() == e.txtDatc);
             e.txtDatc->setDate(QDate(2026, 10, 1));
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QVERIFY(grid.isVisible());

@@ -8,9 +8,11 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
+#include "data/CustomerSearch.h"
 #include "data/CustomerStore.h"
 #include "data/ShopDatabase.h"
 #include "domain/Age.h"
+#include "domain/SearchConditions.h"
 #include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
@@ -235,12 +237,92 @@ private slots:
         QCOMPARE(StoredSeqs(4), QList<int>{1});
     }
 
+    // Birth dates in every era: an impossible one (an era year past its era, an era without its
+    // year) or a registration date that is no date is refused, the focus on it, nothing stored; a
+    // Western year typed with an era chosen is named in its era (by month and day once typed); a
+    // child born in 令和 is stored as era 4, aged, and found by age; an emptied registration date
+    // is stored empty and shown as today.
+    void birthDatesInEveryEraAndImpossibleDates() {
+        InsertCustomer({.no = 7});
+        const QString columns = QStringLiteral("User_Tanjo_Go User_Tanjo_Nen User_Tanjo_Mon "
+                                               "User_Tanjo_Day User_Entry1 User_Entry2");
+        const QString before = CustomerTexts(7, columns);
+        for (int box = 0; box < 5; ++box)
+            harness.msgs.expect(OpeErr_003);
+        for (int save = 0; save < 2; ++save) {
+            harness.msgs.expect(OpeQes_011, Answer::Yes);
+            harness.msgs.expect(OpeInf_001);
+        }
+        OpenRegister(harness, 7, [&](FrmKokyaku& s) {
+            const auto type = [&s](QLineEdit* field, const QString& text) {
+                field->setFocus();
+                field->clear();
+                QTest::keyClicks(field, text);
+                QTest::keyClick(s.focusWidget(), Qt::Key_Tab);
+            };
+            const auto birth = [&](int era, const char* year, const char* month, const char* day) {
+                s.optTanjo_Go[era]->setChecked(true);
+                type(s.txtTanjo_Nen, QString::fromLatin1(year));
+                type(s.txtTanjo_Mon, QString::fromLatin1(month));
+                type(s.txtTanjo_Day, QString::fromLatin1(day));
+                int checked = -1;
+                for (int code = 0; code < int(s.optTanjo_Go.size()); ++code)
+                    if (s.optTanjo_Go[code]->isChecked())
+                        checked = code;
+                return QString::number(checked) + QLatin1Char(' ') + s.txtTanjo_Nen->text();
+            };
+            // Refused at F5 (the registration date already on leaving it).
+            const std::tuple<int, const char*, const char*, const char*, QWidget*> refused[] = {
+                {Heisei, "45", "1", "1", s.txtTanjo_Nen},
+                {Showa, "", "5", "3", s.txtTanjo_Nen},
+                {Reiwa, "1", "4", "30", s.txtTanjo_Nen},
+                {Showa, "45", "5", "3", s.txtDate}};
+            for (const auto& [era, year, month, day, focus] : refused) {
+                birth(era, year, month, day);
+                if (focus == s.txtDate) {
+                    type(s.txtDate, QStringLiteral("20240230"));
+                    QCOMPARE(s.focusWidget(), s.txtDate);
+                }
+                QTest::keyClick(&s, Qt::Key_F5);
+                QCOMPARE(s.focusWidget(), focus);
+                QCOMPARE(CustomerTexts(7, columns), before);
+            }
+            s.txtDate->setDate(QDate(2020, 4, 1));
+            // Western years with an era chosen; the era keys run in the order shown.
+            QCOMPARE(birth(Showa, "1970", "", ""), QStringLiteral("1 45"));
+            QCOMPARE(birth(Showa, "1989", "1", "7"), QStringLiteral("1 64"));
+            QCOMPARE(birth(Showa, "1989", "1", "8"), QStringLiteral("2 1"));
+            QCOMPARE(birth(NoEra, "1989", "1", "8"), QStringLiteral("3 1989"));
+            s.optTanjo_Go[Heisei]->setFocus();
+            QTest::keyClick(s.optTanjo_Go[Heisei], Qt::Key_Right);
+            QTest::keyClick(s.focusWidget(), Qt::Key_Right);
+            QCOMPARE(s.focusWidget(), s.optTanjo_Go[NoEra]);
+            QCOMPARE(s.optTanjo_Go[NoEra]->text() + s.optTanjo_Go[Reiwa]->text(),
+                     QStringLiteral("西暦令和"));
+            QCOMPARE(birth(Showa, "2020", "5", "5"), QStringLiteral("4 2"));
+            QTest::keyClick(&s, Qt::Key_F5);
+            QVERIFY(s.optTanjo_Go[Reiwa]->isChecked());
+            QCOMPARE(s.lblAge->text(), QStringLiteral("6歳"));
+            s.txtDate->clear();
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.txtDate->date(), Harness::FixedNow.date());
+        });
+        QCOMPARE(CustomerTexts(7, columns), QStringLiteral("4|2|5|5||2026/11/22"));
+        SearchConditions fiveToSeven;
+        fiveToSeven.on[SearchConditions::Age] = true;
+        fiveToSeven.ageFrom = 5;
+        fiveToSeven.ageTo = 7;
+        QList<qint64> found;
+        SearchCustomers(fiveToSeven, 2026, [&](const ListedCustomer& c) { found << c.no; });
+        QCOMPARE(found, QList<qint64>{7});
+    }
+
     // Tab alone walks the register as it is laid out: the record row by row, each option group
     // on its checked option, the purchases, the entry row by row (the lens amount on to the
     // total), the notes, the prescription (its empty values skipping what depends on them) and
     // "明細登録", whose key Alt+M adds the line from wherever the focus is.
     void tabWalksTheScreenAndAltMAddsTheLine() {
-        InsertCustomer({.no = 5, .sex = 1, .kazok = 3, .tanjoGo = 2});
+        InsertCustomer({.no = 5, .sex = 1, .kazok = 3, .tanjoGo = 2, .nen = 10});
         InsertPurchase({.user = 5});
         ExpectSaved(harness);
         OpenRegister(harness, 5, [](FrmKokyaku& s) {

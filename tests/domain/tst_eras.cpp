@@ -37,6 +37,15 @@ private slots:
                 qPrintable(
                     QStringLiteral("%1 %2/%3/%4").arg(c.era).arg(c.year).arg(c.month).arg(c.day)));
         }
+        // The register also wants the year of a date named in an era.
+        const struct {
+            int era, year, month, day;
+            bool taken;
+        } register_[] = {{Showa, 0, 5, 3, false},   {Reiwa, 0, 0, 5, false},
+                         {Showa, 0, 0, 0, true},    {NoEra, 0, 5, 3, true},
+                         {Heisei, 45, 0, 0, false}, {Reiwa, 2, 5, 5, true}};
+        for (const auto& c : register_)
+            QCOMPARE(BirthDateTaken(c.era, c.year, c.month, c.day, today), c.taken);
     }
 
     // A Western date named in its era; a year that two eras share goes to the one that holds

@@ -84,8 +84,10 @@ private slots:
     // Paging back and forth, the day search, and a save that fails: one block that cannot be
     // written rolls back the others, and the corrections stay on the screen.
     void pagingAndAFailingSave() {
-        harness.msgs.expect(OpeErr_014); // past the last page
-        harness.msgs.expect(OpeErr_014); // before the first
+        harness.msgs.expect(OpeErr_014);                                // past the last page
+        harness.msgs.expect(OpeErr_014);                                // before the first
+        for (const QString& box : {OpeErr_003, OpeErr_003, OpeErr_001}) // dates that are none
+            harness.msgs.expect(box);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expectBox(
             QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r型が一致しません。"),
@@ -113,6 +115,15 @@ private slots:
             QCOMPARE(s.page(), 1);
             // "以前の照会" starts again at the first page, up to its day.
             QTest::keyClick(&s, Qt::Key_F12);
+            const auto type = [](xDate* field, const QString& typed) {
+                field->setFocus();
+                field->clear();
+                QTest::keyClicks(field, typed);
+            };
+            type(s.txtKensakuDay, QStringLiteral("20240230"));
+            QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
+            QCOMPARE(shownSeqs(s), (QList<int>{3, 5, 0}));
+            QCOMPARE(s.focusWidget(), s.txtKensakuDay);
             s.txtKensakuDay->setDate(QDate(2025, 12, 31));
             QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
             QCOMPARE(shownSeqs(s), (QList<int>{2, 4, 3}));
@@ -121,6 +132,13 @@ private slots:
             s.FraUriage[0]->txtFm_Name->setText(QStringLiteral("上段を変更"));
             QTest::keyClick(&s, Qt::Key_F7);
             s.FraUriage[2]->prescription(0, Ax)->setText(QStringLiteral("abc"));
+            // A corrected date that is none, or none at all, is refused before the question.
+            for (const char* typed : {"20241301", ""}) {
+                type(s.FraUriage[0]->txtUriDate, QString::fromLatin1(typed));
+                QTest::keyClick(&s, Qt::Key_F4);
+                QCOMPARE(s.focusWidget(), s.FraUriage[0]->txtUriDate);
+            }
+            s.FraUriage[0]->txtUriDate->setDate(QDate(2025, 6, 1));
             QTest::keyClick(&s, Qt::Key_F4);
             QVERIFY(s.FraUriage[0]->editing && s.FraUriage[2]->editing);
             QTest::keyClick(&s, Qt::Key_F1); // No: the corrections stay

@@ -383,7 +383,7 @@ private slots:
     // Conditions edited and then cancelled change nothing: printing and the inquiry work from
     // the search the list shows.
     void cancelledConditionsLeaveTheShownSearch() {
-        expectBoxes({OpeInf_008, OpeErr_001, OpeErr_003, OpeQes_009});
+        expectBoxes({OpeInf_008, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_009});
         harness.msgs.expectBoxStartingWith(u"ＰＤＦファイルに出力しました。"_s, u"印刷選択"_s);
         openList([this](FrmIchiran& s) {
             search(s); // everyone
@@ -416,6 +416,14 @@ private slots:
                 tick(c, C::Visit);
                 tick(c, C::Visit);
                 QCOMPARE(c.txtRaiten[0]->date(), QDate(2026, 11, 22));
+                // A visit date that is none is refused, the focus on it.
+                c.txtToshi[1]->setValue(40);
+                c.txtRaiten[1]->setFocus();
+                c.txtRaiten[1]->clear();
+                QTest::keyClicks(c.txtRaiten[1], u"20240230"_s);
+                QTest::mouseClick(c.cmdKensaku, Qt::LeftButton);
+                QVERIFY(c.isVisible() && c.focusWidget() == c.txtRaiten[1]);
+                c.txtRaiten[1]->setDate(QDate(2026, 11, 22));
                 tick(c, C::Amount);
                 c.txtKinga[0]->setValue(1);
                 c.txtKinga[1]->setValue(2);

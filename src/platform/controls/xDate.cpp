@@ -29,6 +29,10 @@ bool xDate::isEmpty() const {
     return text().isEmpty();
 }
 
+bool xDate::isUnreadable() const {
+    return !isEmpty() && date() == EmptyDate;
+}
+
 QString xDate::text() const {
     const QString typed = QLineEdit::text();
     return typed == QLatin1String("//") ? QString() : typed;

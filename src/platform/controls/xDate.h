@@ -17,6 +17,9 @@ public:
     // EmptyDate or an invalid date empties the field.
     void setDate(const QDate& date);
     bool isEmpty() const;
+    // The field holds something that is not a real date: a day the month does not have, a
+    // thirteenth month, a date typed in part.
+    bool isUnreadable() const;
     // The text as shown: "yyyy/mm/dd", or empty text when nothing is typed.
     QString text() const;
 };
