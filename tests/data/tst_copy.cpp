@@ -13,6 +13,8 @@
 #include <QProcess>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QStringList contentOf(Connection& connection) {
@@ -33,25 +35,21 @@ QStringList everyTable() {
     for (const QString& table : ShopTables()) {
         QCryptographicHash digest(QCryptographicHash::Sha1);
         qint64 count = 0;
-        const QString order = table == QLatin1String("ZipList") ? QStringLiteral("1, 2, 3, 4, 5")
-                                                                : QStringLiteral("1, 2");
-        for (RecordSet rows =
-                 gCon.execute(QStringLiteral("select * from %1 order by %2").arg(table, order));
+        const QString order = table == QLatin1String("ZipList") ? u"1, 2, 3, 4, 5"_s : u"1, 2"_s;
+        for (RecordSet rows = gCon.execute(u"select * from %1 order by %2"_s.arg(table, order));
              !rows.eof(); rows.moveNext(), ++count) {
             for (int i = 0; i < rows.fieldCount(); ++i)
                 digest.addData((rows.field(i).toString() + QLatin1Char('\t')).toUtf8());
             digest.addData("\n");
         }
-        tables << QStringLiteral("%1 %2 %3")
-                      .arg(table)
-                      .arg(count)
-                      .arg(QString::fromLatin1(digest.result().toHex()));
+        tables << u"%1 %2 %3"_s.arg(table).arg(count).arg(
+            QString::fromLatin1(digest.result().toHex()));
     }
     return tables;
 }
 
 QStringList backupsIn(const QString& folder) {
-    return QDir(folder + QStringLiteral("/Backup")).entryList(QDir::Files, QDir::Name);
+    return QDir(folder + u"/Backup"_s).entryList(QDir::Files, QDir::Name);
 }
 
 } // namespace
@@ -64,7 +62,7 @@ class TestCopy : public QObject {
     // The admin tool as installed in the test's program folder: what it backs up goes to that
     // folder's Backup/.
     int admin(const QStringList& arguments) {
-        const QString installed = harness.path(QStringLiteral("mirvane-admin"));
+        const QString installed = harness.path(u"mirvane-admin"_s);
         if (!QFile::exists(installed))
             QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), installed);
         QProcess tool;
@@ -73,11 +71,9 @@ class TestCopy : public QObject {
         output = QString::fromUtf8(tool.readAllStandardOutput() + tool.readAllStandardError());
         return tool.exitCode();
     }
-    int copy(const QString& from, const QString& to) {
-        return admin({QStringLiteral("copy"), from, to});
-    }
+    int copy(const QString& from, const QString& to) { return admin({u"copy"_s, from, to}); }
     int replace(const QString& from, const QString& to) {
-        return admin({QStringLiteral("copy"), QStringLiteral("--replace"), from, to});
+        return admin({u"copy"_s, u"--replace"_s, from, to});
     }
 
 private slots:
@@ -86,22 +82,20 @@ private slots:
 
     void copiesAndFailedCopies() {
         InsertCustomer({.no = 1});
-        InsertCustomer(
-            {.no = 2, .name = QStringLiteral("O'Neil 花子"), .dltF = QStringLiteral("")});
-        InsertPurchase(
-            {.user = 2, .seq = 2, .rightSph = -0.75, .syohou = QStringLiteral("遠近\t両用")});
+        InsertCustomer({.no = 2, .name = u"O'Neil 花子"_s, .dltF = u""_s});
+        InsertPurchase({.user = 2, .seq = 2, .rightSph = -0.75, .syohou = u"遠近\t両用"_s});
         const QStringList original = contentOf(gCon);
         const QString source =
             Harness::onServer() ? Harness::serverConnection() : harness.databaseFile();
-        const QString file = harness.path(QStringLiteral("copy.mdb"));
+        const QString file = harness.path(u"copy.mdb"_s);
         QVERIFY2(copy(source, file) == 0, qPrintable(output));
-        QVERIFY(output.contains(QStringLiteral("件数は元と一致しました")));
+        QVERIFY(output.contains(u"件数は元と一致しました"_s));
         Connection target;
         target.open(file);
         QCOMPARE(contentOf(target), original);
         if (Harness::onServer()) { // and back onto an empty server: the tables are made first
-            gCon.execute(QStringLiteral("drop schema public cascade"));
-            gCon.execute(QStringLiteral("create schema public"));
+            gCon.execute(u"drop schema public cascade"_s);
+            gCon.execute(u"create schema public"_s);
             QVERIFY2(copy(file, source) == 0, qPrintable(output));
             QCOMPARE(contentOf(gCon), original);
         }
@@ -113,44 +107,42 @@ private slots:
             QCOMPARE(copy(from, source), 1);
             QCOMPARE(contentOf(gCon), grown);
         }
-        QVERIFY2(output.contains(QStringLiteral("元のまま")), qPrintable(output));
+        QVERIFY2(output.contains(u"元のまま"_s), qPrintable(output));
         QCOMPARE(backupsIn(harness.folder()), QStringList());
         // A source that is no database: nothing is made of it.
-        QCOMPARE(replace(harness.path(QStringLiteral("nothing.mdb")), file), 1);
+        QCOMPARE(replace(harness.path(u"nothing.mdb"_s), file), 1);
         QCOMPARE(contentOf(target), original);
         // A row the target refuses after the customers are in: all of it comes back.
-        target.execute(QStringLiteral("create trigger refuse before insert on San_Uriage begin "
-                                      "select raise(abort, 'refused'); end"));
+        target.execute(u"create trigger refuse before insert on San_Uriage begin "
+                       "select raise(abort, 'refused'); end"_s);
         QCOMPARE(replace(source, file), 1);
-        QVERIFY2(output.contains(QStringLiteral("元のまま")), qPrintable(output));
+        QVERIFY2(output.contains(u"元のまま"_s), qPrintable(output));
         QCOMPARE(contentOf(target), original);
         // Rows the target adds on its own fail the count check.
-        target.execute(QStringLiteral("drop trigger refuse"));
-        target.execute(QStringLiteral("create trigger extra after insert on San_Meka begin insert "
-                                      "into San_Item values('X' || new.Meka_No, 'x'); end"));
+        target.execute(u"drop trigger refuse"_s);
+        target.execute(u"create trigger extra after insert on San_Meka begin insert "
+                       "into San_Item values('X' || new.Meka_No, 'x'); end"_s);
         QCOMPARE(replace(source, file), 1);
-        QVERIFY2(output.contains(QStringLiteral("件数が一致しません: San_Item")),
-                 qPrintable(output));
+        QVERIFY2(output.contains(u"件数が一致しません: San_Item"_s), qPrintable(output));
         // Each replacement saved the target first, as it was.
         const QStringList saved = backupsIn(harness.folder());
         QCOMPARE(saved.size(), 2);
         for (const QString& name : saved) {
-            QVERIFY(name.contains(QStringLiteral("-before-copy")));
+            QVERIFY(name.contains(u"-before-copy"_s));
             Connection kept;
-            kept.open(harness.path(QStringLiteral("Backup/") + name));
+            kept.open(harness.path(u"Backup/"_s + name));
             QCOMPARE(contentOf(kept), original);
         }
 
         // Onto a server with its customers, when asked: replaced, backed up, and analyzed.
-        target.execute(QStringLiteral("drop trigger extra"));
-        target.execute(QStringLiteral("delete from San_User where User_No = 1"));
+        target.execute(u"drop trigger extra"_s);
+        target.execute(u"delete from San_User where User_No = 1"_s);
         if (Harness::onServer()) {
             QVERIFY2(replace(file, source) == 0, qPrintable(output));
             QCOMPARE(contentOf(gCon), contentOf(target));
-            QCOMPARE(backupsIn(harness.folder()).filter(QStringLiteral("-before-copy.dump")).size(),
-                     1);
-            QVERIFY(!QueryValue(QStringLiteral("select last_analyze from pg_stat_user_tables "
-                                               "where relname = 'san_uriage'"))
+            QCOMPARE(backupsIn(harness.folder()).filter(u"-before-copy.dump"_s).size(), 1);
+            QVERIFY(!QueryValue(u"select last_analyze from pg_stat_user_tables "
+                                "where relname = 'san_uriage'"_s)
                          .isNull());
         }
     }
@@ -158,47 +150,44 @@ private slots:
     void backupThenRestoreGivesBackTheWholeShop() {
         for (const char* zip : {"(60, 42, '北海道', '札幌市中央区', '大通西')",
                                 "(100, 1, '東京都', '千代田区', '千代田')"})
-            gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(zip));
+            gCon.execute(u"insert into ZipList values "_s + QString::fromUtf8(zip));
         QCOMPARE(GenerateShop(gCon, 10000).customers, 10000);
         const QStringList shop = everyTable();
 
         // Made while the program has the database open.
-        QVERIFY2(admin({QStringLiteral("backup"), harness.folder()}) == 0, qPrintable(output));
+        QVERIFY2(admin({u"backup"_s, harness.folder()}) == 0, qPrintable(output));
         const QStringList made = backupsIn(harness.folder());
         QCOMPARE(made.size(), 1);
         QVERIFY(made[0].endsWith(Harness::onServer() ? u".dump" : u".mdb"));
 
         // The day goes on: a purchase gone, a customer changed, a master added.
-        gCon.execute(QStringLiteral("delete from San_Uriage where Uri_UserNo = 5000"));
-        gCon.execute(QStringLiteral("update San_User set User_Name = 'x' where User_No = 7"));
-        gCon.execute(QStringLiteral("insert into San_Meka values('099', 'x')"));
+        gCon.execute(u"delete from San_Uriage where Uri_UserNo = 5000"_s);
+        gCon.execute(u"update San_User set User_Name = 'x' where User_No = 7"_s);
+        gCon.execute(u"insert into San_Meka values('099', 'x')"_s);
         const QStringList later = everyTable();
         gCon.close();
 
         // Not while the program runs in the folder.
-        const QString backup = harness.path(QStringLiteral("Backup/") + made[0]);
+        const QString backup = harness.path(u"Backup/"_s + made[0]);
         QLockFile running(SingleInstance::lockFilePath());
         QVERIFY(running.tryLock(0));
-        QCOMPARE(admin({QStringLiteral("restore"), backup, harness.folder()}), 1);
-        QVERIFY2(output.contains(QStringLiteral("起動中")), qPrintable(output));
+        QCOMPARE(admin({u"restore"_s, backup, harness.folder()}), 1);
+        QVERIFY2(output.contains(u"起動中"_s), qPrintable(output));
         running.unlock();
         OpenDatabase();
         QCOMPARE(everyTable(), later);
         gCon.close();
 
-        QVERIFY2(admin({QStringLiteral("restore"), backup, harness.folder()}) == 0,
-                 qPrintable(output));
+        QVERIFY2(admin({u"restore"_s, backup, harness.folder()}) == 0, qPrintable(output));
         OpenDatabase();
         QCOMPARE(everyTable(), shop);
         // The database it replaced was saved first.
         const QStringList after = backupsIn(harness.folder());
         QCOMPARE(after.size(), 2);
-        QVERIFY(after.filter(QStringLiteral("-before-restore.")).size() == 1);
+        QVERIFY(after.filter(u"-before-restore."_s).size() == 1);
         // A file that is no backup changes nothing.
         gCon.close();
-        QCOMPARE(admin({QStringLiteral("restore"), harness.path(QStringLiteral("DB")),
-                        harness.folder()}),
-                 1);
+        QCOMPARE(admin({u"restore"_s, harness.path(u"DB"_s), harness.folder()}), 1);
         OpenDatabase();
         QCOMPARE(everyTable(), shop);
     }

@@ -16,6 +16,8 @@
 #include <QtTest>
 #include <iconv.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QByteArray toShiftJis(const QString& text) {
@@ -31,11 +33,10 @@ QByteArray toShiftJis(const QString& text) {
 
 // One KEN_ALL row: the code and the three kanji columns; the rest as Japan Post fills it.
 QString kenAll(const char* zip, const char* todo, const char* city, const char* town) {
-    return QStringLiteral(
-               "01101,\"060  "
-               "\",\"%1\",\"ﾎｯｶｲﾄﾞｳ\",\"ｻｯﾎﾟﾛｼ\",\"ｶﾅ\",\"%2\",\"%3\",\"%4\",0,0,1,0,0,0\r\n")
-        .arg(QString::fromUtf8(zip), QString::fromUtf8(todo), QString::fromUtf8(city),
-             QString::fromUtf8(town));
+    return u"01101,\"060  "
+           "\",\"%1\",\"ﾎｯｶｲﾄﾞｳ\",\"ｻｯﾎﾟﾛｼ\",\"ｶﾅ\",\"%2\",\"%3\",\"%4\",0,0,1,0,0,0\r\n"_s.arg(
+               QString::fromUtf8(zip), QString::fromUtf8(todo), QString::fromUtf8(city),
+               QString::fromUtf8(town));
 }
 
 // Every row a query gives, its columns as text joined by blanks.
@@ -51,7 +52,7 @@ QStringList rowsOf(const QString& sql) {
 }
 
 QStringList zipList() {
-    return rowsOf(QStringLiteral("select * from ZipList order by ZIP1, ZIP2, TOWN"));
+    return rowsOf(u"select * from ZipList order by ZIP1, ZIP2, TOWN"_s);
 }
 
 QString writeFile(const QString& path, const QByteArray& bytes) {
@@ -67,9 +68,10 @@ struct AdminRun {
     QString out, err;
 };
 
-AdminRun runAdmin(const QStringList& arguments) {
+AdminRun runAdmin(const QStringList& arguments,
+                  const QString& program = QStringLiteral(MIRVANE_ADMIN_PROGRAM)) {
     QProcess tool;
-    tool.start(QStringLiteral(MIRVANE_ADMIN_PROGRAM), arguments);
+    tool.start(program, arguments);
     tool.waitForFinished(60000);
     return {tool.exitCode(), QString::fromUtf8(tool.readAllStandardOutput()),
             QString::fromUtf8(tool.readAllStandardError())};
@@ -91,7 +93,7 @@ class TestSchema : public QObject {
             kenAll("4520961", "愛知県", "清須市", "春日") +
             kenAll("4520961", "愛知県", "清須市", "清洲") +
             kenAll("4506201", "愛知県", "名古屋市中村区", "名駅ミッドランドスクエア（高層棟）１階");
-        return writeFile(harness.path(QStringLiteral("KEN_ALL.CSV")), toShiftJis(text));
+        return writeFile(harness.path(u"KEN_ALL.CSV"_s), toShiftJis(text));
     }
 
 private slots:
@@ -100,7 +102,7 @@ private slots:
 
     void theViewHasOneRowPerCustomerWithTotalAndLastDate() {
         for (int user = 1; user <= 3; ++user)
-            gCon.execute(QStringLiteral("insert into San_User (User_No) values (%1)").arg(user));
+            gCon.execute(u"insert into San_User (User_No) values (%1)"_s.arg(user));
         InsertPurchase({.seq = 1, .ymd = 20240310, .total = 10000});
         InsertPurchase({.seq = 2, .ymd = 20261101, .total = 25500});
         InsertPurchase({.seq = 3, .ymd = 20250701, .total = 4500});
@@ -108,9 +110,9 @@ private slots:
 
         // Each customer's number, total and last date.
         QList<QList<qlonglong>> seen;
-        for (RecordSet rows = gCon.execute(QStringLiteral(
-                 "select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
-                 "order by u.User_No"));
+        for (RecordSet rows = gCon.execute(
+                 u"select v.* from San_User u inner join V_San_User v on u.User_No = v.User_No "
+                 "order by u.User_No"_s);
              !rows.eof(); rows.moveNext())
             seen << QList<qlonglong>{rows.field(0).toLongLong(), rows.field(1).toLongLong(),
                                      rows.field(3).toLongLong()};
@@ -121,56 +123,55 @@ private slots:
     void startingMastersAndAddressesAreLookedUpFromTheirCodes() {
         for (const char* master : {"Item", "Youto", "Meka"}) {
             const QStringList numbers =
-                rowsOf(QStringLiteral("select %1_No from San_%1 order by %1_No")
-                           .arg(QLatin1String(master)));
+                rowsOf(u"select %1_No from San_%1 order by %1_No"_s.arg(QLatin1String(master)));
             QVERIFY2(numbers.size() >= 3, master);
             for (int i = 0; i < numbers.size(); ++i)
-                QCOMPARE(numbers[i], QStringLiteral("%1").arg(i + 1, 3, 10, QLatin1Char('0')));
+                QCOMPARE(numbers[i], u"%1"_s.arg(i + 1, 3, 10, QLatin1Char('0')));
         }
         // The other tests' exact counts show San_User and ZipList start empty.
 
-        QCOMPARE(CmnGetMaster(0, QStringLiteral("001")), QStringLiteral("メガネ"));
-        QCOMPARE(CmnGetMaster(1, QStringLiteral("001")), QStringLiteral("遠用"));
-        QCOMPARE(CmnGetMaster(2, QStringLiteral("001")), QStringLiteral("HOYA"));
-        QCOMPARE(CmnGetMaster(2, QStringLiteral("999")), QString());
-        QCOMPARE(CmnGetMaster(2, QStringLiteral("0'1")), QString());
+        QCOMPARE(CmnGetMaster(0, u"001"_s), u"メガネ"_s);
+        QCOMPARE(CmnGetMaster(1, u"001"_s), u"遠用"_s);
+        QCOMPARE(CmnGetMaster(2, u"001"_s), u"HOYA"_s);
+        QCOMPARE(CmnGetMaster(2, u"999"_s), QString());
+        QCOMPARE(CmnGetMaster(2, u"0'1"_s), QString());
 
         // A null name or a bad kind is reported and gives empty text.
-        harness.msgs.expectFailure(QStringLiteral("Null の使い方が不正です。"), 94);
-        gCon.execute(QStringLiteral("insert into San_Meka values('060', NULL)"));
-        QCOMPARE(CmnGetMaster(2, QStringLiteral("060")), QString());
+        harness.msgs.expectFailure(u"Null の使い方が不正です。"_s, 94);
+        gCon.execute(u"insert into San_Meka values('060', NULL)"_s);
+        QCOMPARE(CmnGetMaster(2, u"060"_s), QString());
         QVERIFY(QString::fromUtf8(ReadFile(LogFilePath()))
-                    .contains(QStringLiteral("\"BasCmnSubFun\",\"CmnGetMaster\",\"ｴﾗ-No.(94)\"")));
-        harness.msgs.expectFailure(QStringLiteral("実行する SQL 文がありません。"), -2147217900);
-        QCOMPARE(CmnGetMaster(3, QStringLiteral("001")), QString());
+                    .contains(u"\"BasCmnSubFun\",\"CmnGetMaster\",\"ｴﾗ-No.(94)\""_s));
+        harness.msgs.expectFailure(u"実行する SQL 文がありません。"_s, -2147217900);
+        QCOMPARE(CmnGetMaster(3, u"001"_s), QString());
 
         // Addresses with and without the prefecture.
         for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
                                 "(60, 42, '北海道', '札幌市中央区', '大通西')",
                                 "(100, 1, '東京都', '千代田区', '千代田')",
                                 "(100, 1, '東京都', '千代田区', '別の町')"})
-            gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
-        QCOMPARE(CmnGetJusyo(true, 60, 42), QStringLiteral("北海道札幌市中央区大通西"));
-        QCOMPARE(CmnGetJusyo(false, 60, 42), QStringLiteral("札幌市中央区大通西"));
+            gCon.execute(u"insert into ZipList values "_s + QString::fromUtf8(row));
+        QCOMPARE(CmnGetJusyo(true, 60, 42), u"北海道札幌市中央区大通西"_s);
+        QCOMPARE(CmnGetJusyo(false, 60, 42), u"札幌市中央区大通西"_s);
         QCOMPARE(CmnGetJusyo(true, 60, 43), QString());
         // A code listed twice gives one of its addresses.
-        QVERIFY(CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区千代田") ||
-                CmnGetJusyo(true, 100, 1) == QStringLiteral("東京都千代田区別の町"));
+        QVERIFY(CmnGetJusyo(true, 100, 1) == u"東京都千代田区千代田"_s ||
+                CmnGetJusyo(true, 100, 1) == u"東京都千代田区別の町"_s);
     }
 
     // A database made before the settings table gains it when the program opens it, keeping its
     // rows; a setting written twice keeps its last value.
     void anOlderDatabaseGainsTheSettingsTable() {
-        gCon.execute(QStringLiteral("drop table San_Setting"));
-        gCon.execute(QStringLiteral("insert into San_User (User_No) values (7)"));
+        gCon.execute(u"drop table San_Setting"_s);
+        gCon.execute(u"insert into San_User (User_No) values (7)"_s);
         gCon.close();
         OpenDatabase();
         SettingStore::WritePrintOffset({-2.5, 1});
         SettingStore::WritePrintOffset({1.5, 0.25});
         gCon.close();
         OpenDatabase();
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User where User_No = 7")), 1);
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_Setting")), 2);
+        QCOMPARE(QueryCount(u"select * from San_User where User_No = 7"_s), 1);
+        QCOMPARE(QueryCount(u"select * from San_Setting"_s), 2);
         QCOMPARE(SettingStore::ReadPrintOffset().x, 1.5);
         QCOMPARE(SettingStore::ReadPrintOffset().y, 0.25);
     }
@@ -178,7 +179,7 @@ private slots:
     void aDatabaseFileIsMadeOnceAndNeverOverwritten() {
         if (Harness::onServer())
             QSKIP("a database file: the run on files covers it");
-        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
+        gCon.execute(u"insert into San_User (User_No) values (1)"_s);
         gCon.close();
         const QByteArray before = ReadFile(harness.databaseFile());
         QCOMPARE(FailureNumber([&] { CreateDatabase(harness.databaseFile()); }),
@@ -186,29 +187,28 @@ private slots:
         QCOMPARE(ReadFile(harness.databaseFile()), before);
 
         // The admin tool makes one in the folder given, once.
-        const QString shop = harness.path(QStringLiteral("shop"));
-        QCOMPARE(runAdmin({QStringLiteral("init"), shop}).exitCode, 0);
-        QVERIFY(QFileInfo(shop + QStringLiteral("/Log")).isDir());
+        const QString shop = harness.path(u"shop"_s);
+        QCOMPARE(runAdmin({u"init"_s, shop}).exitCode, 0);
+        QVERIFY(QFileInfo(shop + u"/Log"_s).isDir());
 
         // The national postal directory comes with it.
-        const QString created = shop + QStringLiteral("/DB/Mirvane.mdb");
+        const QString created = shop + u"/DB/Mirvane.mdb"_s;
         gCon.open(created);
-        QVERIFY(QueryValue(QStringLiteral("select count(*) from ZipList")).toInt() > 100000);
-        QCOMPARE(QueryValue(QStringLiteral(
-                                "select CITY || TOWN from ZipList where ZIP1 = 100 and ZIP2 = 1"))
+        QVERIFY(QueryValue(u"select count(*) from ZipList"_s).toInt() > 100000);
+        QCOMPARE(QueryValue(u"select CITY || TOWN from ZipList where ZIP1 = 100 and ZIP2 = 1"_s)
                      .toString(),
-                 QStringLiteral("千代田区千代田"));
-        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
+                 u"千代田区千代田"_s);
+        gCon.execute(u"insert into San_User (User_No) values (1)"_s);
         gCon.close();
 
-        const AdminRun second = runAdmin({QStringLiteral("init"), shop});
+        const AdminRun second = runAdmin({u"init"_s, shop});
         QCOMPARE(second.exitCode, 1);
-        QVERIFY(second.err.contains(QStringLiteral("既に")));
+        QVERIFY(second.err.contains(u"既に"_s));
         gCon.open(created);
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
+        QCOMPARE(QueryCount(u"select * from San_User"_s), 1);
 
         // An unknown command gets the usage, which names every command.
-        const AdminRun unknown = runAdmin({QStringLiteral("destroy")});
+        const AdminRun unknown = runAdmin({u"destroy"_s});
         QCOMPARE(unknown.exitCode, 2);
         for (const char* command : {"init [", "init --server", "import-zip [--allow-smaller]",
                                     "copy [--replace]", "backup [", "restore FILE"})
@@ -217,17 +217,17 @@ private slots:
 
     void theDirectoryInBothFormsReplacesTheOldContentAndABrokenFileLeavesIt() {
         const QStringList kenAllRows{
-            QStringLiteral("60 0 北海道 札幌市中央区 "),
-            QStringLiteral("60 42 北海道 札幌市中央区 大通西"),
-            QStringLiteral("100 301 東京都 利島村 利島村"),
-            QStringLiteral("450 6201 愛知県 名古屋市中村区 名駅ミッドランドスクエア１階"),
-            QStringLiteral("452 961 愛知県 清須市 春日"),
-            QStringLiteral("452 961 愛知県 清須市 清洲"),
-            QStringLiteral("522 317 滋賀県 犬上郡多賀町 一円")};
+            u"60 0 北海道 札幌市中央区 "_s,
+            u"60 42 北海道 札幌市中央区 大通西"_s,
+            u"100 301 東京都 利島村 利島村"_s,
+            u"450 6201 愛知県 名古屋市中村区 名駅ミッドランドスクエア１階"_s,
+            u"452 961 愛知県 清須市 春日"_s,
+            u"452 961 愛知県 清須市 清洲"_s,
+            u"522 317 滋賀県 犬上郡多賀町 一円"_s};
         QCOMPARE(ImportZipFile(gCon, kenAllFile()), 7);
         QCOMPARE(zipList(), kenAllRows);
 
-        const QString broken = harness.path(QStringLiteral("broken.csv"));
+        const QString broken = harness.path(u"broken.csv"_s);
         for (const QByteArray& bytes :
              {QByteArray("a,b,c\r\n"),
               kenAll("0600042", "北海道", "札幌市", "x").toUtf8() + QByteArray("1,2,3,4\r\n"),
@@ -240,7 +240,7 @@ private slots:
                 ImportZipFile(gCon, writeFile(broken, bytes));
                 QFAIL("a broken file was imported");
             } catch (const Failure& failure) {
-                QVERIFY(failure.description().contains(QStringLiteral("形式ではありません")));
+                QVERIFY(failure.description().contains(u"形式ではありません"_s));
             }
             QCOMPARE(zipList(), kenAllRows);
         }
@@ -250,45 +250,42 @@ private slots:
         ZipFileForm form = ZipFileForm::KenAll;
         QCOMPARE(ParseZipDirectory(utf8.toUtf8(), &form).size(), 2);
         QCOMPARE(form, ZipFileForm::Utf8);
-        const QString utf8File = writeFile(harness.path(QStringLiteral("u.csv")), utf8.toUtf8());
+        const QString utf8File = writeFile(harness.path(u"u.csv"_s), utf8.toUtf8());
         QCOMPARE(ImportZipFile(gCon, utf8File, ZipSize::AnySize), 2);
-        const QStringList utf8Rows{QStringLiteral("100 1 東京都 千代田区 千代田"),
-                                   QStringLiteral("100 5 東京都 千代田区 丸の内")};
+        const QStringList utf8Rows{u"100 1 東京都 千代田区 千代田"_s,
+                                   u"100 5 東京都 千代田区 丸の内"_s};
         QCOMPARE(zipList(), utf8Rows);
 
         // A failure while writing (here a trigger breaking a unique key) rolls the replacement
         // back too.
-        CreateBeforeInsertTrigger(QStringLiteral("refuse"), QStringLiteral("ZipList"),
-                                  QStringLiteral("insert into San_Item values('001', 'x')"));
+        CreateBeforeInsertTrigger(u"refuse"_s, u"ZipList"_s,
+                                  u"insert into San_Item values('001', 'x')"_s);
         QVERIFY_THROWS_EXCEPTION(Failure, ImportZipFile(gCon, kenAllFile()));
         QCOMPARE(zipList(), utf8Rows);
     }
 
     void theAdminToolImportsTheDirectoryAndRefusesABrokenOne() {
         gCon.close();
-        const AdminRun imported =
-            runAdmin({QStringLiteral("import-zip"), kenAllFile(), harness.folder()});
+        const AdminRun imported = runAdmin({u"import-zip"_s, kenAllFile(), harness.folder()});
         QCOMPARE(imported.exitCode, 0);
-        QVERIFY(imported.out.contains(QStringLiteral("7 件")));
-        const AdminRun refused =
-            runAdmin({QStringLiteral("import-zip"),
-                      writeFile(harness.path(QStringLiteral("x.csv")), "1,2\n"), harness.folder()});
+        QVERIFY(imported.out.contains(u"7 件"_s));
+        const AdminRun refused = runAdmin(
+            {u"import-zip"_s, writeFile(harness.path(u"x.csv"_s), "1,2\n"), harness.folder()});
         QCOMPARE(refused.exitCode, 1);
-        QVERIFY(refused.err.contains(QStringLiteral("元のまま")));
+        QVERIFY(refused.err.contains(u"元のまま"_s));
         // Fewer than nine in ten of the codes loaded now: refused unless asked for.
-        const QString smaller = harness.path(QStringLiteral("smaller.csv"));
+        const QString smaller = harness.path(u"smaller.csv"_s);
         const QByteArray whole = ReadFile(kenAllFile()); // without its last line
         writeFile(smaller, whole.left(whole.lastIndexOf("\r\n", whole.size() - 3) + 2));
-        const AdminRun cut = runAdmin({QStringLiteral("import-zip"), smaller, harness.folder()});
+        const AdminRun cut = runAdmin({u"import-zip"_s, smaller, harness.folder()});
         QCOMPARE(cut.exitCode, 1);
-        QVERIFY(cut.err.contains(QStringLiteral("--allow-smaller")));
+        QVERIFY(cut.err.contains(u"--allow-smaller"_s));
         OpenDatabase();
         QCOMPARE(zipList().size(), 7);
         gCon.close();
-        QCOMPARE(runAdmin({QStringLiteral("import-zip"), QStringLiteral("--allow-smaller"), smaller,
-                           harness.folder()})
-                     .exitCode,
-                 0);
+        QCOMPARE(
+            runAdmin({u"import-zip"_s, u"--allow-smaller"_s, smaller, harness.folder()}).exitCode,
+            0);
         OpenDatabase();
         QCOMPARE(zipList().size(), 6);
     }
@@ -306,26 +303,22 @@ private slots:
         for (const auto& [programs, postal] : installs) {
             const QString tool = harness.path(QString::fromLatin1(programs));
             QDir().mkpath(tool);
-            QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), tool + QStringLiteral("/admin"));
+            QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), tool + u"/admin"_s);
             if (postal) {
                 QDir().mkpath(harness.path(QString::fromLatin1(postal)));
-                writeFile(harness.path(QString::fromLatin1(postal)) +
-                              QStringLiteral("/utf_ken_all.csv.qz"),
+                writeFile(harness.path(QString::fromLatin1(postal)) + u"/utf_ken_all.csv.qz"_s,
                           directory);
             }
-            const QString shop = tool + QStringLiteral("/shop");
-            QProcess init;
-            init.start(tool + QStringLiteral("/admin"), {QStringLiteral("init"), shop});
-            init.waitForFinished(60000);
-            QCOMPARE(init.exitCode(), postal ? 0 : 1);
+            const QString shop = tool + u"/shop"_s;
+            const AdminRun init = runAdmin({u"init"_s, shop}, tool + u"/admin"_s);
+            QCOMPARE(init.exitCode, postal ? 0 : 1);
             if (!postal) {
-                QVERIFY(QString::fromUtf8(init.readAllStandardError())
-                            .contains(QStringLiteral("見つかりません")));
-                QVERIFY(!QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
+                QVERIFY(init.err.contains(u"見つかりません"_s));
+                QVERIFY(!QFile::exists(shop + u"/DB/Mirvane.mdb"_s));
                 continue;
             }
-            gCon.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
-            QCOMPARE(zipList(), QStringList{QStringLiteral("100 1 東京都 千代田区 千代田")});
+            gCon.open(shop + u"/DB/Mirvane.mdb"_s);
+            QCOMPARE(zipList(), QStringList{u"100 1 東京都 千代田区 千代田"_s});
         }
     }
 };

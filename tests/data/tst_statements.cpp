@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QDate Today(2026, 11, 22);
@@ -15,16 +17,16 @@ Purchase sample() {
     Purchase p;
     p.seq = 4;
     p.date = QDate(2024, 3, 5);
-    p.itemNo = QStringLiteral("003");
-    p.youtoNo = QStringLiteral("001");
-    p.lzMekaNo = QStringLiteral("002");
-    p.fmName = QStringLiteral(" O'FRAME\tX ");
+    p.itemNo = u"003"_s;
+    p.youtoNo = u"001"_s;
+    p.lzMekaNo = u"002"_s;
+    p.fmName = u" O'FRAME\tX "_s;
     p.fmKinga = 20000;
     p.lzKinga = 8000;
     p.total = 28000;
     p.eyes[0].numbers[0] = -2.5;
-    p.eyes[1].b1 = QStringLiteral(" IN ");
-    p.memo = QStringLiteral("メモ");
+    p.eyes[1].b1 = u" IN "_s;
+    p.memo = u"メモ"_s;
     return p;
 }
 
@@ -34,9 +36,8 @@ QStringList prescriptionValues() {
     QStringList values;
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i)
-            values << (i == 5 || i == 7
-                           ? (eye == 1 && i == 5 ? QStringLiteral("'IN'") : QStringLiteral("''"))
-                           : (eye == 0 && i == 0 ? QStringLiteral("-2.5") : QStringLiteral("0")));
+            values << (i == 5 || i == 7 ? (eye == 1 && i == 5 ? u"'IN'"_s : u"''"_s)
+                                        : (eye == 0 && i == 0 ? u"-2.5"_s : u"0"_s));
     return values;
 }
 
@@ -56,49 +57,48 @@ class TestStatements : public QObject {
 private slots:
     void aPurchaseIsWrittenByPositionAndByColumn() {
         QCOMPARE(PurchaseStore::InsertSql(7, sample()),
-                 QStringLiteral("insert into San_Uriage Values(7,4,20240305,'003','001','',"
-                                "'O''FRAME\tX',20000,'','','002','',8000,28000,") +
-                     prescriptionValues().join(QLatin1Char(',')) +
-                     QStringLiteral(",'','メモ','' )"));
+                 u"insert into San_Uriage Values(7,4,20240305,'003','001','',"
+                 "'O''FRAME\tX',20000,'','','002','',8000,28000,"_s +
+                     prescriptionValues().join(QLatin1Char(',')) + u",'','メモ','' )"_s);
         const QString update = PurchaseStore::UpdateSql(7, sample());
-        QVERIFY(update.startsWith(QStringLiteral(
-            "update San_Uriage set Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
-            "Uri_Fm_MekaNo = '', Uri_Fm_Name = 'O''FRAME\tX', Uri_Fm_Kinga = 20000,")));
-        QVERIFY(update.contains(QStringLiteral(", Uri_R_Sph = -2.5, Uri_R_Cyl = 0,")));
-        QVERIFY(update.endsWith(QStringLiteral(
-            ", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4")));
+        QVERIFY(update.startsWith(
+            u"update San_Uriage set Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
+            "Uri_Fm_MekaNo = '', Uri_Fm_Name = 'O''FRAME\tX', Uri_Fm_Kinga = 20000,"_s));
+        QVERIFY(update.contains(u", Uri_R_Sph = -2.5, Uri_R_Cyl = 0,"_s));
+        QVERIFY(update.endsWith(
+            u", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4"_s));
         QCOMPARE(PurchaseStore::DeleteSql(7, 4),
-                 QStringLiteral("delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"));
+                 u"delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"_s);
         // The history writes its own shape: texts as typed, each value right then left.
         const QString history = PurchaseStore::HistoryUpdateSql(7, sample());
-        QVERIFY(history.startsWith(QStringLiteral(
-            "update San_Uriage set  Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
-            "Uri_Fm_MekaNo = '', Uri_Lz_MekaNo = '002', Uri_Fm_Name = ' O''FRAME\tX ',")));
-        QVERIFY(history.contains(QStringLiteral(
-            " Uri_R_SPH = -2.5, Uri_L_SPH = 0, Uri_R_CYL = 0, Uri_L_CYL = 0, Uri_R_AX = 0")));
-        QVERIFY(history.contains(QStringLiteral("Uri_L_B1 = 'IN', Uri_R_B2 = '',")));
-        QVERIFY(!history.contains(QStringLiteral("Uri_Memo")));
+        QVERIFY(history.startsWith(
+            u"update San_Uriage set  Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
+            "Uri_Fm_MekaNo = '', Uri_Lz_MekaNo = '002', Uri_Fm_Name = ' O''FRAME\tX ',"_s));
+        QVERIFY(history.contains(
+            u" Uri_R_SPH = -2.5, Uri_L_SPH = 0, Uri_R_CYL = 0, Uri_L_CYL = 0, Uri_R_AX = 0"_s));
+        QVERIFY(history.contains(u"Uri_L_B1 = 'IN', Uri_R_B2 = '',"_s));
+        QVERIFY(!history.contains(u"Uri_Memo"_s));
     }
 
     void aCustomerIsInsertedWithTodaysDatesAndUpdatedWithHisOwn() {
         Customer c;
         c.no = 12;
-        c.name = QStringLiteral(" O'Neil ");
-        c.kana = QStringLiteral("おにーる");
-        c.tel = QStringLiteral("011");
+        c.name = u" O'Neil "_s;
+        c.kana = u"おにーる"_s;
+        c.tel = u"011"_s;
         c.birth = {2, 10, 5, 3};
         c.entry1 = QDate(2020, 4, 1);
         QCOMPARE(CustomerStore::InsertSql(c, Today),
-                 QStringLiteral("insert into San_User Values(12,'O''Neil','おにーる','','','',"
-                                "'011','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"));
+                 u"insert into San_User Values(12,'O''Neil','おにーる','','','',"
+                 "'011','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"_s);
         QCOMPARE(CustomerStore::UpdateSql(c, Today),
-                 QStringLiteral("update San_User set User_Name = 'O''Neil',User_Kana = 'おにーる',"
-                                "User_Yubin = '',User_Jusyo1 = '',User_Jusyo2 = '',User_Tel = "
-                                "'011',User_Kinmu = '',User_KinmuTel = '',User_Syokai = '',"
-                                "User_SyokaiTel = '',User_Sex = 0,User_Kazok_F = 2,User_Tanjo_Go "
-                                "= 2,User_Tanjo_Nen = 10,User_Tanjo_Mon = 5,User_Tanjo_Day = 3,"
-                                "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
-                                "User_No = 12"));
+                 u"update San_User set User_Name = 'O''Neil',User_Kana = 'おにーる',"
+                 "User_Yubin = '',User_Jusyo1 = '',User_Jusyo2 = '',User_Tel = "
+                 "'011',User_Kinmu = '',User_KinmuTel = '',User_Syokai = '',"
+                 "User_SyokaiTel = '',User_Sex = 0,User_Kazok_F = 2,User_Tanjo_Go "
+                 "= 2,User_Tanjo_Nen = 10,User_Tanjo_Mon = 5,User_Tanjo_Day = 3,"
+                 "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
+                 "User_No = 12"_s);
     }
 
     void dailyBackupsKeepSevenDaysAndFourWeeks() {

@@ -24,10 +24,12 @@
 #include <QRadioButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QStringList logLines() {
-    QStringList lines = QString::fromUtf8(ReadFile(LogFilePath())).split(QStringLiteral("\r\n"));
+    QStringList lines = QString::fromUtf8(ReadFile(LogFilePath())).split(u"\r\n"_s);
     lines.removeLast();
     return lines;
 }
@@ -36,21 +38,19 @@ const char TraceLine[] = "\"2026/11/22 \",\"10:15:30 \",\"メーカーマスタ�
                          "\"ｴﾗ-No.()\",\"マスター保存処理\"\r\n";
 
 void writeTrace() {
-    CmnWriteLog(QStringLiteral("メーカーマスタ保守"), QStringLiteral("SaveMaster"),
-                QStringLiteral("マスター保存処理"), QString());
+    CmnWriteLog(u"メーカーマスタ保守"_s, u"SaveMaster"_s, u"マスター保存処理"_s, QString());
 }
 
 void insertCustomer(int number) {
-    gCon.execute(
-        QStringLiteral("insert into San_User (User_No, User_Name) values (%1, 'x')").arg(number));
+    gCon.execute(u"insert into San_User (User_No, User_Name) values (%1, 'x')"_s.arg(number));
 }
 
 // The shop's zone, Japan's, set before Qt first reads it: log lines must not be written in UTC.
 const bool ShopTimeZone = qputenv("TZ", "Asia/Tokyo");
 
-const QString Where = QStringLiteral("顧客登録");
-const QString Name = QStringLiteral("Save_User");
-const QString Description = QStringLiteral("顧客マスター保存処理");
+const QString Where = u"顧客登録"_s;
+const QString Name = u"Save_User"_s;
+const QString Description = u"顧客マスター保存処理"_s;
 
 } // namespace
 
@@ -62,58 +62,52 @@ private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
+    // A procedure writes its trace line. On a failure it rolls back what it began, shows the
+    // standard box (the screen's own message for the error it names), writes the error line and
+    // leaves the connection usable; a transaction its caller began is left to the caller.
     void aProcedureWritesItsTraceLineAndOnFailureRollsBackWhatItBegan() {
+        const QString line = u"\"2026/11/22 \",\"10:15:30 \",\"顧客登録\",\"Save_User\","
+                             "\"ｴﾗ-No.(%1)\",\"%2\""_s;
         QVERIFY(Procedure(Where, Name, Description, [] {}));
-
-        harness.msgs.expectFailure(QStringLiteral("在庫がありません"), 13);
+        harness.msgs.expectFailure(u"在庫がありません"_s, 13);
         QVERIFY(!Procedure(Where, Name, Description, [] {
             gCon.beginTrans();
             insertCustomer(1);
             insertCustomer(2);
-            throw Failure(13, QStringLiteral("在庫がありません"));
+            throw Failure(13, u"在庫がありません"_s);
         }));
         QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::Critical);
         QVERIFY(!gCon.inTransaction());
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 0);
-        const QString trace =
-            QStringLiteral("\"2026/11/22 \",\"10:15:30 \",\"顧客登録\",\"Save_User\","
-                           "\"ｴﾗ-No.()\",\"顧客マスター保存処理\"");
-        QCOMPARE(
-            logLines(),
-            (QStringList{trace, trace,
-                         QStringLiteral("\"2026/11/22 \",\"10:15:30 \",\"顧客登録\",\"Save_User\","
-                                        "\"ｴﾗ-No.(13)\",\"在庫がありません\"")}));
-        // The connection is usable at once.
-        insertCustomer(3);
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
-    }
+        QCOMPARE(QueryCount(u"select * from San_User"_s), 0);
+        QCOMPARE(logLines(),
+                 (QStringList{line.arg(QString(), Description), line.arg(QString(), Description),
+                              line.arg(u"13"_s, u"在庫がありません"_s)}));
 
-    void aDuplicateKeyShowsTheScreensOwnMessageAndACallersTransactionIsLeftAlone() {
         insertCustomer(1);
+        const ProcedureOptions own{.ownMessage =
+                                       MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)};
         harness.msgs.expect(OpeErr_010);
-        const bool ranThrough =
-            Procedure(Where, Name, Description,
-                      [] {
-                          gCon.beginTrans();
-                          insertCustomer(2);
-                          insertCustomer(1);
-                          gCon.commitTrans();
-                      },
-                      {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
-        QVERIFY(!ranThrough);
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 1);
-        QCOMPARE(logLines().size(), 1); // the trace line only
+        QVERIFY(!Procedure(
+            Where, Name, Description,
+            [] {
+                gCon.beginTrans();
+                insertCustomer(2);
+                insertCustomer(1);
+                gCon.commitTrans();
+            },
+            own));
+        QCOMPARE(QueryCount(u"select * from San_User"_s), 1);
+        QCOMPARE(logLines().size(), 4); // its trace line only
 
-        // Another error, here not even a Failure, still gets the standard box; a transaction
-        // the caller began is left to the caller.
+        // Another error, here not even a Failure, still gets the standard box.
         gCon.beginTrans();
         insertCustomer(5);
-        harness.msgs.expectFailure(QStringLiteral("bad"), -2147418113);
-        Procedure(Where, Name, Description, [] { throw std::runtime_error("bad"); },
-                  {.ownMessage = MessageOnError(ErrorNumber::DatabaseFailed, OpeErr_010)});
+        harness.msgs.expectFailure(u"bad"_s, -2147418113);
+        Procedure(
+            Where, Name, Description, [] { throw std::runtime_error("bad"); }, own);
         QVERIFY(gCon.inTransaction());
         gCon.commitTrans();
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_User")), 2);
+        QCOMPARE(QueryCount(u"select * from San_User"_s), 2);
     }
 
     void eachKindHasItsIconButtonsAndTitle() {
@@ -135,26 +129,24 @@ private slots:
             QCOMPARE(harness.msgs.shown().last().buttons, c.buttons);
         }
         // No message gives 0; an unknown kind (compared exactly) is a development error.
-        harness.msgs.expectBox(QStringLiteral("メッセージコードが未設定です。"),
-                               QStringLiteral("注意"));
+        harness.msgs.expectBox(u"メッセージコードが未設定です。"_s, u"注意"_s);
         QCOMPARE(CmnDspMsg(QString()), 0);
-        harness.msgs.expectBox(QStringLiteral("指定のメッセージが存在しません。"),
-                               QStringLiteral("開発エラー"));
-        CmnDspMsg(QStringLiteral("Opeerr_001未入力です。"));
+        harness.msgs.expectBox(u"指定のメッセージが存在しません。"_s, u"開発エラー"_s);
+        CmnDspMsg(u"Opeerr_001未入力です。"_s);
         QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::Critical);
 
         // The text is trimmed and cut at fifty characters.
-        harness.msgs.expectBox(QString(50, QChar(0x3042)), QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.123"));
-        CmnDspMsg(QStringLiteral("OpeErr_123") + QString(60, QChar(0x3042)));
-        harness.msgs.expectBox(QStringLiteral("前後の空白"), QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.999"));
-        CmnDspMsg(QStringLiteral("OpeInf_999  前後の空白  "));
+        harness.msgs.expectBox(QString(50, QChar(0x3042)), u"ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.123"_s);
+        CmnDspMsg(u"OpeErr_123"_s + QString(60, QChar(0x3042)));
+        harness.msgs.expectBox(u"前後の空白"_s, u"ｲﾝﾌｫﾒｰｼｮﾝ No.999"_s);
+        CmnDspMsg(u"OpeInf_999  前後の空白  "_s);
     }
 
     void logLinesHaveSixQuotedFieldsInAFilePerDayOfTheMonth() {
         writeTrace();
-        CmnWriteLog(QStringLiteral("BasCmnSubFun"), QStringLiteral("CmnGetMaster"),
-                    QStringLiteral("no such table: \"San_Meka\""), QStringLiteral("-2147217900"));
-        QCOMPARE(LogFilePath(), harness.path(QStringLiteral("Log/22day.log")));
+        CmnWriteLog(u"BasCmnSubFun"_s, u"CmnGetMaster"_s, u"no such table: \"San_Meka\""_s,
+                    u"-2147217900"_s);
+        QCOMPARE(LogFilePath(), harness.path(u"Log/22day.log"_s));
         QCOMPARE(ReadFile(LogFilePath()),
                  QByteArray(TraceLine) +
                      QByteArray("\"2026/11/22 \",\"10:15:30 \",\"BasCmnSubFun\",\"CmnGetMaster\","
@@ -162,37 +154,33 @@ private slots:
 
         // Each day's file collects that day of the month; a missing folder is created. The
         // first line of a later month moves the earlier month's file aside, compressed.
-        QVERIFY(QDir(harness.path(QStringLiteral("Log"))).removeRecursively());
+        QVERIFY(QDir(harness.path(u"Log"_s)).removeRecursively());
         for (const QDateTime& at : {QDateTime(QDate(2026, 12, 1), QTime(8, 5, 9)),
                                     QDateTime(QDate(2026, 12, 1), QTime(23, 59, 59)),
                                     QDateTime(QDate(2027, 1, 2), QTime(0, 0, 0))}) {
             FixClock(at);
             writeTrace();
         }
-        const QList<QByteArray> lines =
-            ReadFile(harness.path(QStringLiteral("Log/01day.log"))).split('\n');
+        const QList<QByteArray> lines = ReadFile(harness.path(u"Log/01day.log"_s)).split('\n');
         QCOMPARE(lines.size(), 3); // two lines and the empty rest after the last break
         QVERIFY(lines[0].startsWith("\"2026/12/01 \",\"08:05:09 \""));
         QVERIFY(lines[1].startsWith("\"2026/12/01 \",\"23:59:59 \""));
-        QVERIFY(ReadFile(harness.path(QStringLiteral("Log/02day.log")))
-                    .startsWith("\"2027/01/02 \",\"00:00:00 \""));
+        QVERIFY(
+            ReadFile(harness.path(u"Log/02day.log"_s)).startsWith("\"2027/01/02 \",\"00:00:00 \""));
 
         // Of the months moved aside the last twelve are kept.
-        const QByteArray december = ReadFile(harness.path(QStringLiteral("Log/01day.log")));
+        const QByteArray december = ReadFile(harness.path(u"Log/01day.log"_s));
         for (const char* name : {"2025-12-05day.log.gz", "2026-01-05day.log.gz"}) {
-            QFile old(harness.path(QStringLiteral("Log/old/") + QLatin1String(name)));
+            QFile old(harness.path(u"Log/old/"_s + QLatin1String(name)));
             QVERIFY(QDir().mkpath(QFileInfo(old).absolutePath()) && old.open(QIODevice::WriteOnly));
         }
         FixClock(QDateTime(QDate(2027, 1, 1), QTime(7, 0, 0)));
         writeTrace();
         QVERIFY(ReadFile(LogFilePath()).startsWith("\"2027/01/01 \",\"07:00:00 \""));
-        QCOMPARE(QDir(harness.path(QStringLiteral("Log/old"))).entryList(QDir::Files),
-                 (QStringList{QStringLiteral("2026-01-05day.log.gz"),
-                              QStringLiteral("2026-12-01day.log.gz")}));
+        QCOMPARE(QDir(harness.path(u"Log/old"_s)).entryList(QDir::Files),
+                 (QStringList{u"2026-01-05day.log.gz"_s, u"2026-12-01day.log.gz"_s}));
         QProcess gunzip;
-        gunzip.start(
-            QStringLiteral("gzip"),
-            {QStringLiteral("-dc"), harness.path(QStringLiteral("Log/old/2026-12-01day.log.gz"))});
+        gunzip.start(u"gzip"_s, {u"-dc"_s, harness.path(u"Log/old/2026-12-01day.log.gz"_s)});
         QVERIFY(gunzip.waitForFinished());
         QCOMPARE(gunzip.readAllStandardOutput(), december);
         QCOMPARE(gunzip.exitCode(), 0);
@@ -203,22 +191,20 @@ private slots:
         const QDateTime before = QDateTime::currentDateTime();
         writeTrace();
         const QByteArray last = ReadFile(LogFilePath()).split('\n').at(0);
-        const QDateTime written =
-            QDateTime::fromString(QString::fromLatin1(last.mid(1, 10) + last.mid(16, 8)),
-                                  QStringLiteral("yyyy/MM/ddHH:mm:ss"));
+        const QDateTime written = QDateTime::fromString(
+            QString::fromLatin1(last.mid(1, 10) + last.mid(16, 8)), u"yyyy/MM/ddHH:mm:ss"_s);
         QVERIFY2(qAbs(before.secsTo(written)) <= 2, last.constData());
     }
 
     void aLogThatCannotBeWrittenIsReportedOnceUntilItWorksAgain() {
         // A file where the folder should be: nothing can be written below it.
-        QFile blocker(harness.path(QStringLiteral("Log")));
+        QFile blocker(harness.path(u"Log"_s));
         const auto block = [&] {
             QVERIFY(QDir(blocker.fileName()).removeRecursively());
             QVERIFY(blocker.open(QIODevice::WriteOnly));
             blocker.close();
-            harness.msgs.expectFailure(QStringLiteral("ログファイルに書き込めません: ") +
-                                           harness.path(QStringLiteral("Log/22day.log")),
-                                       75);
+            harness.msgs.expectFailure(
+                u"ログファイルに書き込めません: "_s + harness.path(u"Log/22day.log"_s), 75);
         };
         block();
         writeTrace();
@@ -236,12 +222,11 @@ private slots:
     }
 
     void nullDefaultsAndPrescriptionNumberTexts() {
-        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
-        const QVariant nullRead = QueryValue(QStringLiteral("select User_Name from San_User"));
+        gCon.execute(u"insert into San_User (User_No) values (1)"_s);
+        const QVariant nullRead = QueryValue(u"select User_Name from San_User"_s);
         for (const QVariant& empty : {QVariant(), QVariant(QString()), nullRead})
             QCOMPARE(CmnNvl(empty, 7), QVariant(7));
-        for (const QVariant& kept :
-             {QVariant(QStringLiteral("0.25")), QVariant(QStringLiteral(" ")), QVariant(0.0)})
+        for (const QVariant& kept : {QVariant(u"0.25"_s), QVariant(u" "_s), QVariant(0.0)})
             QCOMPARE(CmnNvl(kept, 7), kept);
 
         // 1.005 is held as 1.00499999...; a written half still goes up.
@@ -260,7 +245,7 @@ private slots:
         QWidget screen;
         const QList<QWidget*> inputs{new xNum(&screen), new xDate(&screen), new QLineEdit(&screen),
                                      new QComboBox(&screen)};
-        const QList<QWidget*> others{new xCmdBtn(Qt::Key_F5, QStringLiteral("登録"), &screen),
+        const QList<QWidget*> others{new xCmdBtn(Qt::Key_F5, u"登録"_s, &screen),
                                      new QRadioButton(&screen), new QGroupBox(&screen)};
         // A password field and a label are left as they are.
         const QList<QWidget*> untouched{new xPass(&screen), new QLabel(&screen)};
@@ -279,29 +264,28 @@ private slots:
         }
 
         // Master lists hold code and name in code order, or nothing.
-        gCon.execute(QStringLiteral("delete from San_Meka"));
+        gCon.execute(u"delete from San_Meka"_s);
         for (const char* row : {"('010','ツァイス')", "('002','O''Neil')", "('001','HOYA')"})
-            gCon.execute(QStringLiteral("insert into San_Meka values") + QString::fromUtf8(row));
+            gCon.execute(u"insert into San_Meka values"_s + QString::fromUtf8(row));
         QComboBox list;
-        list.addItem(QStringLiteral("古い項目"));
-        CmnSetMstCombo(&list, QStringLiteral("meka"));
+        list.addItem(u"古い項目"_s);
+        CmnSetMstCombo(&list, u"meka"_s);
         QCOMPARE(list.count(), 3);
         QCOMPARE(list.itemText(0) + list.itemText(1) + list.itemText(2),
-                 QStringLiteral("001:HOYA002:O'Neil010:ツァイス"));
+                 u"001:HOYA002:O'Neil010:ツァイス"_s);
 
-        CmnSetMstCombo(&list, QStringLiteral("Item"));
-        QCOMPARE(list.itemText(0), QStringLiteral("001:メガネ"));
-        gCon.execute(QStringLiteral("delete from San_Youto"));
-        CmnSetMstCombo(&list, QStringLiteral("youto"));
+        CmnSetMstCombo(&list, u"Item"_s);
+        QCOMPARE(list.itemText(0), u"001:メガネ"_s);
+        gCon.execute(u"delete from San_Youto"_s);
+        CmnSetMstCombo(&list, u"youto"_s);
         QCOMPARE(list.count(), 0);
 
         // A list that cannot be read stays empty: the wide title and no log line. The
         // description is the database's own wording.
-        list.addItem(QStringLiteral("古い項目"));
-        harness.msgs.expectBoxStartingWith(
-            QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r"),
-            QStringLiteral(" ＶＢエラ－ No.-2147217900"));
-        CmnSetMstCombo(&list, QStringLiteral("Nothing"));
+        list.addItem(u"古い項目"_s);
+        harness.msgs.expectBoxStartingWith(u"障害発生！ サポート先までご連絡お願い致します。\r\r"_s,
+                                           u" ＶＢエラ－ No.-2147217900"_s);
+        CmnSetMstCombo(&list, u"Nothing"_s);
         QCOMPARE(list.count(), 0);
         QVERIFY(!QFile::exists(LogFilePath()));
     }

@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A master's rows as "code:name".
@@ -46,12 +48,12 @@ private slots:
     // (the menu's screens below show that each master reads its own table).
     void eachMasterKeepsItsOwnRows() {
         for (MasterKind kind : {MasterKind::Item, MasterKind::Youto, MasterKind::Meka}) {
-            MasterStore::Insert(kind, {QStringLiteral("099"), QStringLiteral("O'Neil")});
-            MasterStore::Rename(kind, {QStringLiteral("002"), QStringLiteral("改名")});
-            MasterStore::Remove(kind, QStringLiteral("001"));
+            MasterStore::Insert(kind, {u"099"_s, u"O'Neil"_s});
+            MasterStore::Rename(kind, {u"002"_s, u"改名"_s});
+            MasterStore::Remove(kind, u"001"_s);
             const QStringList rows = rowsOf(kind);
-            QCOMPARE(rows.first(), QStringLiteral("002:改名"));
-            QCOMPARE(rows.last(), QStringLiteral("099:O'Neil"));
+            QCOMPARE(rows.first(), u"002:改名"_s);
+            QCOMPARE(rows.last(), u"099:O'Neil"_s);
         }
     }
 
@@ -63,38 +65,38 @@ private slots:
                 QCOMPARE(s.spdData->gridModel()->index(0, 1).data().toString(), name);
             };
         };
-        harness.screens.expect<FrmMstItem>(firstRow(QStringLiteral("メガネ")));
-        harness.screens.expect<FrmMstYouto>(firstRow(QStringLiteral("遠用")));
+        harness.screens.expect<FrmMstItem>(firstRow(u"メガネ"_s));
+        harness.screens.expect<FrmMstYouto>(firstRow(u"遠用"_s));
         harness.msgs.expect(OpeErr_004); // not a number
         harness.msgs.expect(OpeErr_001); // no name
         harness.msgs.expect(OpeInf_001);
-        harness.msgs.expectBox(QStringLiteral("不正な処理です。"), QStringLiteral("Mirvane"));
+        harness.msgs.expectBox(u"不正な処理です。"_s, u"Mirvane"_s);
         harness.msgs.expect(OpeInf_001);
         harness.msgs.expect(OpeQes_002, Answer::No);
         harness.msgs.expect(OpeQes_002, Answer::Yes);
         harness.msgs.expect(OpeInf_002);
         harness.screens.expect<FrmMstMeka>([](FrmMstMeka& s) {
-            typeNumber(s, QStringLiteral("x"));
+            typeNumber(s, u"x"_s);
             QCOMPARE(s.focusWidget(), s.txtTNo);
-            typeNumber(s, QStringLiteral("12"));
-            QCOMPARE(s.txtTNo->text(), QStringLiteral("012"));
+            typeNumber(s, u"12"_s);
+            QCOMPARE(s.txtTNo->text(), u"012"_s);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(s.focusWidget(), s.txtName);
-            s.txtName->setText(QStringLiteral(" O'Neil 光学 "));
+            s.txtName->setText(u" O'Neil 光学 "_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            typeNumber(s, QStringLiteral("2"));
-            s.txtName->setText(QStringLiteral("二番目"));
+            typeNumber(s, u"2"_s);
+            s.txtName->setText(u"二番目"_s);
             QTest::keyClick(&s, Qt::Key_F5); // refused; the input stays to be corrected
-            QCOMPARE(s.txtTNo->text(), QStringLiteral("002"));
-            QCOMPARE(rowsOf(MasterKind::Meka).at(1), QStringLiteral("002:ニコン"));
+            QCOMPARE(s.txtTNo->text(), u"002"_s);
+            QCOMPARE(rowsOf(MasterKind::Meka).at(1), u"002:ニコン"_s);
 
             s.spdData->clicked(2, 2);
             QVERIFY(s.mode() == 1 && !s.txtTNo->isEnabled() && s.cmdFnuc[7]->isEnabled());
-            s.txtName->setText(QStringLiteral("ニコン・エシロール"));
+            s.txtName->setText(u"ニコン・エシロール"_s);
             QTest::keyClick(&s, Qt::Key_F5);
             s.spdData->clicked(1, 1);
             QTest::keyClick(&s, Qt::Key_F8); // No: the row stays chosen
-            QCOMPARE(s.txtTNo->text(), QStringLiteral("001"));
+            QCOMPARE(s.txtTNo->text(), u"001"_s);
             QTest::keyClick(&s, Qt::Key_F8);
             QCOMPARE(s.spdData->rowCount(), 8);
             QVERIFY(!s.cmdFnuc[7]->isEnabled());
@@ -107,8 +109,8 @@ private slots:
         FrmMenu menu;
         for (QPushButton* button : menu.cmdMst)
             QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(rowsOf(MasterKind::Meka).first(), QStringLiteral("002:ニコン・エシロール"));
-        QCOMPARE(rowsOf(MasterKind::Meka).last(), QStringLiteral("012:O'Neil 光学"));
+        QCOMPARE(rowsOf(MasterKind::Meka).first(), u"002:ニコン・エシロール"_s);
+        QCOMPARE(rowsOf(MasterKind::Meka).last(), u"012:O'Neil 光学"_s);
     }
 
     // Another terminal holds the row (on a file, the file's write lock) past the wait: the save
@@ -119,12 +121,11 @@ private slots:
         harness.msgs.expect(OpeInf_001);
         harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
             s.spdData->clicked(2, 2);
-            s.txtName->setText(QStringLiteral("ニコン眼鏡"));
+            s.txtName->setText(u"ニコン眼鏡"_s);
             std::unique_ptr<Connection> other = OtherTerminalHolding(
-                harness.folder(),
-                QStringLiteral("update San_Meka set Meka_Name = 'x' where Meka_No = '002'"));
+                harness.folder(), u"update San_Meka set Meka_Name = 'x' where Meka_No = '002'"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.txtTNo->text() + s.txtName->text(), QStringLiteral("002ニコン眼鏡"));
+            QCOMPARE(s.txtTNo->text() + s.txtName->text(), u"002ニコン眼鏡"_s);
             QVERIFY(ReadFile(LogFilePath()).contains("\"SaveMaster\",\"ｴﾗ-No.(-2147217871)\""));
             other.reset();
             QTest::keyClick(&s, Qt::Key_F5);
@@ -132,7 +133,7 @@ private slots:
         });
         FrmMstMeka screen;
         ShowModal(screen);
-        QCOMPARE(rowsOf(MasterKind::Meka).at(1), QStringLiteral("002:ニコン眼鏡"));
+        QCOMPARE(rowsOf(MasterKind::Meka).at(1), u"002:ニコン眼鏡"_s);
     }
 };
 

@@ -21,16 +21,18 @@
 #include <QToolButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString Base = QStringLiteral("select ZIP1,ZIP2,TODO,CITY,TOWN from ZipList");
+const QString Base = u"select ZIP1,ZIP2,TODO,CITY,TOWN from ZipList"_s;
 
 void seedDirectory() {
     for (const char* row :
          {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
           "(60, 42, '北海道', '札幌市中央区', '大通西')",
           "(100, 1, '東京都', '千代田区', '千代田')", "(100, 5, '東京都', '千代田区', '丸の内')"})
-        gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
+        gCon.execute(u"insert into ZipList values "_s + QString::fromUtf8(row));
 }
 
 QString listedCodes(const FrmZipList& screen) {
@@ -40,21 +42,16 @@ QString listedCodes(const FrmZipList& screen) {
     return codes.join(u' ');
 }
 
+void search(FrmZipList& s, xField* field, const QString& text) {
+    field->setText(text);
+    QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
+}
+
 } // namespace
 
 class TestPickers : public QObject {
     Q_OBJECT
     Harness harness;
-
-    // Opens the search with the prefecture flag given and lets drive work it; gives the result,
-    // the postal code and the address handed back, as "result|code|address".
-    QString pick(int todoFlg, const std::function<void(FrmZipList&)>& drive) {
-        FrmZipList screen;
-        screen.setTodoFlg(todoFlg);
-        harness.screens.expect<FrmZipList>(drive);
-        const int result = ShowModal(screen);
-        return QStringList{QString::number(result), screen.Zip(), screen.Addr()}.join(u'|');
-    }
 
     // A caller's date field, as the search screen uses the picker.
     QDate pickInto(QDate field, const std::function<void(FrmCalender&)>& drive) {
@@ -73,150 +70,120 @@ private slots:
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void theQueryHasOneExactConditionPerFilledField() {
-        QCOMPARE(ZipSearchSql({{}, {}, {}, QStringLiteral("札幌市"), {}}),
-                 Base + QStringLiteral(" where CITY = '札幌市'"));
-        ZipConditions conditions;
-        conditions.zip1 = QStringLiteral("060");
-        conditions.zip2 = QStringLiteral(" 0042 ");
-        conditions.town = QStringLiteral("O'Hara");
+        QCOMPARE(ZipSearchSql({{}, {}, {}, u"札幌市"_s, {}}), Base + u" where CITY = '札幌市'"_s);
+        const ZipConditions conditions{u"060"_s, u" 0042 "_s, {}, {}, u"O'Hara"_s};
         QCOMPARE(ZipSearchSql(conditions),
-                 Base + QStringLiteral(" where ZIP1 = 60 and ZIP2 = 42 and TOWN = 'O''Hara'"));
+                 Base + u" where ZIP1 = 60 and ZIP2 = 42 and TOWN = 'O''Hara'"_s);
     }
 
-    void okTakesTheFirstRowAndADoubleClickTheRowClicked() {
-        QCOMPARE(pick(1,
-                      [](FrmZipList& s) {
-                          QCOMPARE(s.windowTitle(), QStringLiteral("郵便番号・住所検索"));
-                          QCOMPARE(s.spdZipList->maxRows(), 0);
-                          s.txtZip1->setText(QStringLiteral("060"));
-                          QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                          QCOMPARE(listedCodes(s), QStringLiteral("060-0001 060-0042"));
-                          QCOMPARE(s.spdZipList->cellText(2, 4), QStringLiteral("大通西"));
-                          QTest::mouseClick(s.cmdOK, Qt::LeftButton);
-                      }),
-                 QStringLiteral("1|060-0001|北海道札幌市中央区北一条西"));
-
+    // Each road with the prefecture flag, and what the search hands back: the result, the postal
+    // code and the address, as "result|code|address".
+    void theSearchHandsBackTheRowChosenOrNothing() {
+        const std::function<void(FrmZipList&)> ok = [](FrmZipList& s) {
+            QCOMPARE(s.spdZipList->maxRows(), 0);
+            search(s, s.txtZip1, u"060"_s);
+            QCOMPARE(listedCodes(s), u"060-0001 060-0042"_s);
+            QCOMPARE(s.spdZipList->cellText(2, 4), u"大通西"_s);
+            QTest::mouseClick(s.cmdOK, Qt::LeftButton); // the first row
+        };
         // Enter searches; a double click chooses; without the prefecture flag from the city.
-        QCOMPARE(pick(0,
-                      [](FrmZipList& s) {
-                          s.txtTodo->setText(QStringLiteral("東京都"));
-                          s.txtCity->setText(QStringLiteral("千代田区"));
-                          QTest::keyClick(s.txtCity, Qt::Key_Return);
-                          QCOMPARE(s.spdZipList->maxRows(), 2);
-                          QWidget* cells = s.spdZipList->view()->viewport();
-                          const QPoint centre =
-                              s.spdZipList->view()
-                                  ->visualRect(s.spdZipList->gridModel()->index(1, 2))
-                                  .center();
-                          QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
-                          QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);
-                      }),
-                 QStringLiteral("1|100-0005|千代田区丸の内"));
-    }
-
-    void cancelAndTheCloseBoxHandBackNothing() {
-        for (bool closeBox : {false, true})
-            QCOMPARE(pick(1,
-                          [closeBox](FrmZipList& s) {
-                              s.txtZip1->setText(QStringLiteral("100"));
-                              QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                              s.spdZipList->setActiveCell(2, 1);
-                              if (closeBox)
-                                  QVERIFY(s.close());
-                              else
-                                  QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
-                          }),
-                     QStringLiteral("0||"));
-    }
-
-    void searchingWithoutConditionsOrMatchesClearingAndACodeThatIsNotANumber() {
-        harness.msgs.expectBox(QStringLiteral("検索条件は、必ず１つは入力して下さい。"), QString());
-        QCOMPARE(
-            pick(1,
-                 [this](FrmZipList& s) {
-                     s.txtCity->setText(QStringLiteral("   "));
-                     QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                     QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::None);
-
-                     s.txtCity->setText(QStringLiteral("札幌市中央区"));
-                     QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                     QCOMPARE(s.spdZipList->maxRows(), 2);
-                     // No match: the list empties, no message.
-                     s.txtCity->setText(QStringLiteral("札幌市"));
-                     QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                     QCOMPARE(s.spdZipList->maxRows(), 0);
-                     // OK with nothing listed keeps the screen open.
-                     QTest::mouseClick(s.cmdOK, Qt::LeftButton);
-                     QVERIFY(s.isVisible());
-
-                     s.txtCity->setText(QStringLiteral("札幌市中央区"));
-                     s.txtZip2->setText(QStringLiteral("1"));
-                     QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                     QCOMPARE(s.spdZipList->maxRows(), 1);
-                     QTest::mouseClick(s.cmdClear, Qt::LeftButton);
-                     QCOMPARE(s.spdZipList->maxRows(), 0);
-                     for (xField* field : {s.txtZip1, s.txtZip2, s.txtTodo, s.txtCity, s.txtTown})
-                         QCOMPARE(field->text(), QString());
-
-                     // Only digits can be typed into the postal code parts.
-                     QTest::keyClicks(s.txtZip1, QStringLiteral("0x6"));
-                     QCOMPARE(s.txtZip1->text(), QStringLiteral("06"));
-                     QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                     QCOMPARE(s.spdZipList->maxRows(), 0);
-                     QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
-                 }),
-            QStringLiteral("0||"));
+        const std::function<void(FrmZipList&)> doubleClick = [](FrmZipList& s) {
+            s.txtTodo->setText(u"東京都"_s);
+            s.txtCity->setText(u"千代田区"_s);
+            QTest::keyClick(s.txtCity, Qt::Key_Return);
+            QCOMPARE(s.spdZipList->maxRows(), 2);
+            QWidget* cells = s.spdZipList->view()->viewport();
+            const QPoint centre =
+                s.spdZipList->view()->visualRect(s.spdZipList->gridModel()->index(1, 2)).center();
+            QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
+            QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);
+        };
+        // No conditions get the box; no match empties the list without one, and OK then keeps
+        // the screen open; clear empties list and fields; the code parts take digits only.
+        const std::function<void(FrmZipList&)> cancel = [this](FrmZipList& s) {
+            search(s, s.txtCity, u"   "_s);
+            QCOMPARE(harness.msgs.shown().last().icon, MsgIcon::None);
+            search(s, s.txtCity, u"札幌市中央区"_s);
+            QCOMPARE(s.spdZipList->maxRows(), 2);
+            search(s, s.txtCity, u"札幌市"_s);
+            QCOMPARE(s.spdZipList->maxRows(), 0);
+            QTest::mouseClick(s.cmdOK, Qt::LeftButton);
+            QVERIFY(s.isVisible());
+            s.txtCity->setText(u"札幌市中央区"_s);
+            search(s, s.txtZip2, u"1"_s);
+            QCOMPARE(s.spdZipList->maxRows(), 1);
+            QTest::mouseClick(s.cmdClear, Qt::LeftButton);
+            QCOMPARE(s.spdZipList->maxRows(), 0);
+            for (xField* field : {s.txtZip1, s.txtZip2, s.txtTodo, s.txtCity, s.txtTown})
+                QCOMPARE(field->text(), QString());
+            QTest::keyClicks(s.txtZip1, u"0x6"_s);
+            QCOMPARE(s.txtZip1->text(), u"06"_s);
+            QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
+            QCOMPARE(s.spdZipList->maxRows(), 0);
+            search(s, s.txtZip1, u"100"_s);
+            s.spdZipList->setActiveCell(2, 1);
+            QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
+        };
+        const std::function<void(FrmZipList&)> closeBox = [](FrmZipList& s) {
+            search(s, s.txtZip1, u"100"_s);
+            s.spdZipList->setActiveCell(2, 1);
+            QVERIFY(s.close());
+        };
+        harness.msgs.expectBox(u"検索条件は、必ず１つは入力して下さい。"_s, QString());
+        const std::tuple<int, std::function<void(FrmZipList&)>, QString> roads[] = {
+            {1, ok, u"1|060-0001|北海道札幌市中央区北一条西"_s},
+            {0, doubleClick, u"1|100-0005|千代田区丸の内"_s},
+            {1, cancel, u"0||"_s},
+            {1, closeBox, u"0||"_s}};
+        for (const auto& [todoFlg, drive, handedBack] : roads) {
+            FrmZipList screen;
+            screen.setTodoFlg(todoFlg);
+            harness.screens.expect<FrmZipList>(drive);
+            const int result = ShowModal(screen);
+            QCOMPARE(QStringList({QString::number(result), screen.Zip(), screen.Addr()}).join(u'|'),
+                     handedBack);
+        }
         const QString lines = QString::fromUtf8(ReadFile(LogFilePath()));
-        QVERIFY(lines.contains(
-            QStringLiteral("\"FrmZipList\",\"AddrRead\",\"ｴﾗ-No.()\",\"郵便・住所の取得処理\"")));
-        QVERIFY(!lines.contains(QRegularExpression(QStringLiteral("ｴﾗ-No\\.\\([^)]"))));
+        QVERIFY(
+            lines.contains(u"\"FrmZipList\",\"AddrRead\",\"ｴﾗ-No.()\",\"郵便・住所の取得処理\""_s));
+        QVERIFY(!lines.contains(QRegularExpression(u"ｴﾗ-No\\.\\([^)]"_s)));
     }
 
     void theCalendarHandsBackADateOnlyWhenClosedWithOk() {
         const QDate field(2026, 11, 22);
         const QDate picked = pickInto(field, [](FrmCalender& s) {
-            QCOMPARE(s.windowTitle(), QStringLiteral("カレンダー"));
-            QCOMPARE(s.xClndr1->heading(), QStringLiteral("2026年 １１月"));
-            // The buttons tab from cancel to OK.
-            QCOMPARE(s.cmdSelect[0]->text() + s.cmdSelect[1]->text(), QStringLiteral("ＯＫｷｬﾝｾﾙ"));
-            QCOMPARE(s.cmdSelect[1]->nextInFocusChain(), s.cmdSelect[0]);
+            QCOMPARE(s.xClndr1->heading(), u"2026年 １１月"_s);
+            QCOMPARE(s.cmdSelect[1]->nextInFocusChain(), s.cmdSelect[0]); // cancel tabs to OK
             s.xClndr1->days()->setSelectedDate(QDate(2026, 10, 3));
             QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
         });
         QCOMPARE(picked, QDate(2026, 10, 3));
 
         // An empty field opens on today's month; the year buttons move a year at a time.
-        QCOMPARE(
-            pickInto(
-                xDate::EmptyDate,
-                [](FrmCalender& s) {
-                    QCOMPARE(s.xClndr1->heading(), Today().toString(QStringLiteral("yyyy年 ")) +
-                                                       xClndr::monthName(Today().month()));
-                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("previousYear")),
-                                      Qt::LeftButton);
-                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("previousYear")),
-                                      Qt::LeftButton);
-                    QTest::mouseClick(s.findChild<QToolButton*>(QStringLiteral("nextYear")),
-                                      Qt::LeftButton);
-                    QCOMPARE(s.xClndr1->days()->yearShown(), Today().year() - 1);
-                    QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
-                }),
-            Today());
+        const QDate today = pickInto(xDate::EmptyDate, [](FrmCalender& s) {
+            QCOMPARE(s.xClndr1->heading(),
+                     Today().toString(u"yyyy年 "_s) + xClndr::monthName(Today().month()));
+            for (const char* button : {"previousYear", "previousYear", "nextYear"})
+                QTest::mouseClick(s.findChild<QToolButton*>(QLatin1String(button)), Qt::LeftButton);
+            QCOMPARE(s.xClndr1->days()->yearShown(), Today().year() - 1);
+            QTest::mouseClick(s.cmdSelect[0], Qt::LeftButton);
+        });
+        QCOMPARE(today, Today());
 
         // OK without picking; cancel, the close box and Escape after picking another day.
-        for (int road = 0; road < 4; ++road)
-            QCOMPARE(pickInto(field,
-                              [road](FrmCalender& s) {
-                                  if (road > 0)
-                                      s.xClndr1->days()->setSelectedDate(QDate(2026, 11, road));
-                                  if (road < 2)
-                                      QTest::mouseClick(s.cmdSelect[road], Qt::LeftButton);
-                                  else if (road == 2)
-                                      QVERIFY(s.close());
-                                  else
-                                      QTest::keyClick(&s, Qt::Key_Escape);
-                              }),
-                     field);
+        for (int road = 0; road < 4; ++road) {
+            const QDate kept = pickInto(field, [road](FrmCalender& s) {
+                if (road > 0)
+                    s.xClndr1->days()->setSelectedDate(QDate(2026, 11, road));
+                if (road < 2)
+                    QTest::mouseClick(s.cmdSelect[road], Qt::LeftButton);
+                else if (road == 2)
+                    QVERIFY(s.close());
+                else
+                    QTest::keyClick(&s, Qt::Key_Escape);
+            });
+            QCOMPARE(kept, field);
+        }
     }
 };
 

@@ -10,16 +10,18 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-void insertMaker(const QString& number, const QString& name = QStringLiteral("x")) {
-    gCon.execute(QStringLiteral("insert into San_Meka values(") + SqlStr(number) +
-                 QLatin1Char(',') + SqlStr(name) + QLatin1Char(')'));
+void insertMaker(const QString& number, const QString& name = u"x"_s) {
+    gCon.execute(u"insert into San_Meka values("_s + SqlStr(number) + QLatin1Char(',') +
+                 SqlStr(name) + QLatin1Char(')'));
 }
 
 QString makerName(const char* number) {
-    return QueryValue(QStringLiteral("select Meka_Name from San_Meka where Meka_No = '%1'")
-                          .arg(QString::fromLatin1(number)))
+    return QueryValue(u"select Meka_Name from San_Meka where Meka_No = '%1'"_s.arg(
+                          QString::fromLatin1(number)))
         .toString();
 }
 
@@ -34,62 +36,59 @@ private slots:
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
     void rowsAreReadForwardNullIsKeptApartAndTextIsStoredAsTyped() {
-        gCon.execute(QStringLiteral("delete from San_Meka"));
-        insertMaker(QStringLiteral("002"), QStringLiteral("ニコン"));
-        insertMaker(QStringLiteral("001"), QStringLiteral("HOYA"));
+        gCon.execute(u"delete from San_Meka"_s);
+        insertMaker(u"002"_s, u"ニコン"_s);
+        insertMaker(u"001"_s, u"HOYA"_s);
 
-        RecordSet rows = gCon.execute(QStringLiteral("select * from san_meka order By meka_no"));
-        QCOMPARE(rows.field(QStringLiteral("MEKA_NO")).toString(), QStringLiteral("001"));
-        QCOMPARE(rows.field(1).toString(), QStringLiteral("HOYA"));
-        QCOMPARE(FailureNumber([&] { rows.field(QStringLiteral("Item_Name")); }),
-                 ErrorNumber::NoSuchField);
+        RecordSet rows = gCon.execute(u"select * from san_meka order By meka_no"_s);
+        QCOMPARE(rows.field(u"MEKA_NO"_s).toString(), u"001"_s);
+        QCOMPARE(rows.field(1).toString(), u"HOYA"_s);
+        QCOMPARE(FailureNumber([&] { rows.field(u"Item_Name"_s); }), ErrorNumber::NoSuchField);
         for (int position : {2, -1})
             QCOMPARE(FailureNumber([&] { rows.field(position); }), ErrorNumber::NoSuchField);
         rows.moveNext();
-        QCOMPARE(rows.field(QStringLiteral("meka_name")).toString(), QStringLiteral("ニコン"));
+        QCOMPARE(rows.field(u"meka_name"_s).toString(), u"ニコン"_s);
         rows.moveNext();
         QVERIFY(rows.eof());
         QCOMPARE(FailureNumber([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
         QCOMPARE(FailureNumber([&] { rows.moveNext(); }), ErrorNumber::NoCurrentRow);
-        QVERIFY(gCon.execute(QStringLiteral("select * from San_Meka where Meka_No = 'x'")).eof());
+        QVERIFY(gCon.execute(u"select * from San_Meka where Meka_No = 'x'"_s).eof());
 
-        gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name, User_Kana) "
-                                    "values (1, '', NULL)"));
-        RecordSet user = gCon.execute(
-            QStringLiteral("select User_Name, User_Kana, User_Dlt_F, User_No from San_User"));
+        gCon.execute(u"insert into San_User (User_No, User_Name, User_Kana) "
+                     "values (1, '', NULL)"_s);
+        RecordSet user =
+            gCon.execute(u"select User_Name, User_Kana, User_Dlt_F, User_No from San_User"_s);
         QVERIFY(!user.field(0).isNull());
         QCOMPARE(user.field(0).toString(), QString());
         QVERIFY(user.field(1).isNull());
-        QVERIFY(user.field(QStringLiteral("user_dlt_f")).isNull());
+        QVERIFY(user.field(u"user_dlt_f"_s).isNull());
         QCOMPARE(user.field(3).toLongLong(), 1);
-        QVERIFY(QueryValue(QStringLiteral("select max(User_No) from San_User where User_No > 5"))
-                    .isNull());
+        QVERIFY(QueryValue(u"select max(User_No) from San_User where User_No > 5"_s).isNull());
 
         // Quotes, a backslash and the word like in a text are text on both engines.
-        const QString typed = QStringLiteral("  O'Neil 'の' ''眼鏡店 like \\ ");
-        gCon.execute(QStringLiteral("insert into San_User (User_No, User_Name) values (7, ") +
-                     SqlStr(typed) + QLatin1Char(')'));
-        QCOMPARE(QueryValue(QStringLiteral("select User_Name from San_User where User_No = 7"))
-                     .toString(),
+        const QString typed = u"  O'Neil 'の' ''眼鏡店 like \\ "_s;
+        gCon.execute(u"insert into San_User (User_No, User_Name) values (7, "_s + SqlStr(typed) +
+                     QLatin1Char(')'));
+        QCOMPARE(QueryValue(u"select User_Name from San_User where User_No = 7"_s).toString(),
                  typed.trimmed());
         // A quote cannot end the literal early and smuggle in a statement of its own.
-        const QString hostile = QStringLiteral("x'); delete from San_Meka; --");
-        insertMaker(QStringLiteral("900"), hostile);
+        const QString hostile = u"x'); delete from San_Meka; --"_s;
+        insertMaker(u"900"_s, hostile);
         QCOMPARE(makerName("900"), hostile);
     }
 
     void transactionsCommitAndRollBackAndOnlyACommittedGuardKeepsItsWrites() {
         gCon.beginTrans();
-        insertMaker(QStringLiteral("100"), QStringLiteral("残る"));
+        insertMaker(u"100"_s, u"残る"_s);
         gCon.commitTrans();
         gCon.beginTrans();
         QVERIFY(gCon.inTransaction());
-        insertMaker(QStringLiteral("101"), QStringLiteral("消える"));
-        gCon.execute(QStringLiteral("update San_Meka set Meka_Name = 'x' where Meka_No = '100'"));
+        insertMaker(u"101"_s, u"消える"_s);
+        gCon.execute(u"update San_Meka set Meka_Name = 'x' where Meka_No = '100'"_s);
         gCon.rollbackTrans();
         QVERIFY(!gCon.inTransaction());
-        QCOMPARE(QueryCount(QStringLiteral("select * from San_Meka where Meka_No = '101'")), 0);
-        QCOMPARE(makerName("100"), QStringLiteral("残る"));
+        QCOMPARE(QueryCount(u"select * from San_Meka where Meka_No = '101'"_s), 0);
+        QCOMPARE(makerName("100"), u"残る"_s);
 
         QCOMPARE(FailureNumber([] { gCon.commitTrans(); }), ErrorNumber::TransactionState);
         QCOMPARE(FailureNumber([] { gCon.rollbackTrans(); }), ErrorNumber::TransactionState);
@@ -103,18 +102,18 @@ private slots:
             const char* kept;
         } cases[] = {
             {"an exception leaves the scope",
-             [](Transaction&) { throw Failure(ErrorNumber::Unexpected, QStringLiteral("x")); }, ""},
+             [](Transaction&) { throw Failure(ErrorNumber::Unexpected, u"x"_s); }, ""},
             // A broken key; on PostgreSQL every later statement of the transaction fails too.
-            {"a statement fails", [](Transaction&) { insertMaker(QStringLiteral("001")); }, ""},
+            {"a statement fails", [](Transaction&) { insertMaker(u"001"_s); }, ""},
             {"the connection is closed first", [](Transaction&) { gCon.close(); }, ""},
             {"the scope ends without commit", [](Transaction&) {}, ""},
             {"commit", [](Transaction& transaction) { transaction.commit(); }, "x"},
         };
         for (const auto& c : cases) {
-            gCon.execute(QStringLiteral("delete from San_Meka where Meka_No = '100'"));
+            gCon.execute(u"delete from San_Meka where Meka_No = '100'"_s);
             try {
                 Transaction transaction(gCon);
-                insertMaker(QStringLiteral("100"));
+                insertMaker(u"100"_s);
                 c.afterWrite(transaction);
             } catch (const Failure&) {
             }
@@ -127,27 +126,25 @@ private slots:
     }
 
     void brokenKeysAndDatabasesThatCannotBeOpenedGiveTheDatabaseFailureNumber() {
-        gCon.execute(QStringLiteral("insert into San_User (User_No) values (1)"));
-        gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
-                                    "values (1, 1, 20261122)"));
+        gCon.execute(u"insert into San_User (User_No) values (1)"_s);
+        gCon.execute(u"insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
+                     "values (1, 1, 20261122)"_s);
         const QList<std::pair<QString, long>> statements{
-            {QStringLiteral("insert into San_User (User_No) values (1)"),
+            {u"insert into San_User (User_No) values (1)"_s, ErrorNumber::DatabaseFailed},
+            {u"insert into San_Meka values('001', 'x')"_s, ErrorNumber::DatabaseFailed},
+            {u"insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
+             "values (1, 1, 20261123)"_s,
              ErrorNumber::DatabaseFailed},
-            {QStringLiteral("insert into San_Meka values('001', 'x')"),
-             ErrorNumber::DatabaseFailed},
-            {QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
-                            "values (1, 1, 20261123)"),
-             ErrorNumber::DatabaseFailed},
-            {QStringLiteral("select * from NoSuchTable"), ErrorNumber::StatementFailed},
+            {u"select * from NoSuchTable"_s, ErrorNumber::StatementFailed},
             {QString(), ErrorNumber::StatementFailed}};
         for (const auto& [sql, number] : statements)
             QCOMPARE(FailureNumber([&] { gCon.execute(sql); }), number);
         // The same sequence number under another customer is a different purchase.
-        gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
-                                    "values (2, 1, 20261122)"));
+        gCon.execute(u"insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
+                     "values (2, 1, 20261122)"_s);
 
-        const QString none = harness.path(QStringLiteral("DB/none.mdb"));
-        QFile garbage(harness.path(QStringLiteral("DB/garbage.mdb")));
+        const QString none = harness.path(u"DB/none.mdb"_s);
+        QFile garbage(harness.path(u"DB/garbage.mdb"_s));
         QVERIFY(garbage.open(QIODevice::WriteOnly));
         garbage.write(QByteArray(4096, 'x'));
         garbage.close();
@@ -155,13 +152,13 @@ private slots:
         // A server nobody answers on; then files, which belong to the run on files.
         const QList<std::function<void()>> attempts{
             [&] {
-                other.openServer(QStringLiteral(
-                    "host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2"));
+                other.openServer(
+                    u"host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2"_s);
             },
             [&] { other.open(none); }, [&] { other.open(garbage.fileName()); },
             [&] { other.create(harness.databaseFile()); },
             [&] {
-                other.execute(QStringLiteral("select 1"));
+                other.execute(u"select 1"_s);
             }};
         for (const auto& attempt : attempts.mid(0, Harness::onServer() ? 1 : attempts.size())) {
             QCOMPARE(FailureNumber(attempt), ErrorNumber::DatabaseFailed);

@@ -12,6 +12,8 @@
 #include <QtTest>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 enum { Sph, Cyl, Ax, S, P1, B1, P2, B2, Gai, Tama, Pd, Ragan, Kyosei };
 
@@ -29,7 +31,7 @@ QStringList mismatches(std::span<const Typed> cases, bool onRegister) {
         const QString shown = ApplyLeaveRule(c.index, QString::fromUtf8(c.typed), onRegister);
         if (shown != QString::fromUtf8(c.shown))
             wrong << QString::number(c.index) + QLatin1Char(' ') + QString::fromUtf8(c.typed) +
-                         QStringLiteral(" -> ") + shown;
+                         u" -> "_s + shown;
     }
     return wrong;
 }
@@ -39,7 +41,7 @@ struct WiredEyes {
         for (EyeFields* eye : {&right, &left})
             for (int index : PrescriptionWiring::ScreenOrder)
                 (*eye)[index] = new xField(&dialog, 10);
-        const QString pdCaptions[] = {QStringLiteral("PD"), QStringLiteral("PD")};
+        const QString pdCaptions[] = {u"PD"_s, u"PD"_s};
         dialog.setLayout(PrescriptionGrid(&dialog, right, left, pdCaptions));
         new PrescriptionWiring(screen, right, left, &dialog);
         dialog.show();
@@ -111,15 +113,15 @@ private slots:
             QCOMPARE(PrescriptionText(eye, c.index), QString::fromUtf8(c.shown));
         }
         Prescription eye;
-        SetPrescriptionText(eye, Sph, QStringLiteral("+1.25"));
-        SetPrescriptionText(eye, Pd, QStringLiteral(" 62.0 "));
-        SetPrescriptionText(eye, B1, QStringLiteral(" O'IN "));
+        SetPrescriptionText(eye, Sph, u"+1.25"_s);
+        SetPrescriptionText(eye, Pd, u" 62.0 "_s);
+        SetPrescriptionText(eye, B1, u" O'IN "_s);
         SetPrescriptionText(eye, Cyl, QString());
         QCOMPARE(eye.numbers[Sph], 1.25);
         QCOMPARE(eye.numbers[Pd], 62.0);
         QCOMPARE(eye.numbers[Cyl], 0.0);
-        QCOMPARE(eye.b1, QStringLiteral(" O'IN ")); // as typed; written trimmed
-        QCOMPARE(FailureNumber([&] { SetPrescriptionText(eye, Ax, QStringLiteral("abc")); }), 13L);
+        QCOMPARE(eye.b1, u" O'IN "_s); // as typed; written trimmed
+        QCOMPARE(FailureNumber([&] { SetPrescriptionText(eye, Ax, u"abc"_s); }), 13L);
     }
 
     void inputSettingsDifferByScreenAndEye() {
@@ -149,15 +151,14 @@ private slots:
              {PrescriptionScreen::Register, PrescriptionScreen::History}) {
             WiredEyes p(screen);
             p.right[Sph]->setFocus();
-            QTest::keyClicks(p.right[Sph], QStringLiteral("125"));
+            QTest::keyClicks(p.right[Sph], u"125"_s);
             p.right[Cyl]->setFocus();
-            QCOMPARE(p.right[Sph]->text(), screen == PrescriptionScreen::Register
-                                               ? QStringLiteral("+1.25")
-                                               : QStringLiteral("+12.00"));
-            p.left[Pd]->setText(QStringLiteral("64.25")); // as pasted: the rule still holds
+            QCOMPARE(p.right[Sph]->text(),
+                     screen == PrescriptionScreen::Register ? u"+1.25"_s : u"+12.00"_s);
+            p.left[Pd]->setText(u"64.25"_s); // as pasted: the rule still holds
             p.left[Pd]->setFocus();
             p.left[Cyl]->setFocus();
-            QCOMPARE(p.left[Pd]->text(), QStringLiteral("64.3"));
+            QCOMPARE(p.left[Pd]->text(), u"64.3"_s);
 
             // An empty field skips the value that depends on it.
             QTest::keyClick(p.left[Cyl], Qt::Key_Return);
@@ -168,13 +169,13 @@ private slots:
             QTest::keyClick(p.right[P2], Qt::Key_Enter);
             QCOMPARE(p.focus(), p.right[Gai]);
             // Not empty: the key keeps its ordinary effect.
-            p.right[Cyl]->setText(QStringLiteral("+0.50"));
+            p.right[Cyl]->setText(u"+0.50"_s);
             p.right[Cyl]->setFocus();
             QTest::keyClick(p.right[Cyl], Qt::Key_Tab);
             QCOMPARE(p.focus(), p.right[Ax]);
-            QTest::keyClicks(p.right[Ax], QStringLiteral("90"));
+            QTest::keyClicks(p.right[Ax], u"90"_s);
             QTest::keyClick(p.right[Ax], Qt::Key_Tab);
-            QCOMPARE(p.right[Ax]->text(), QStringLiteral("90"));
+            QCOMPARE(p.right[Ax]->text(), u"90"_s);
 
             // The register's arrows run round both eyes, whatever the caret position: from each
             // field, the key, and where the focus goes. The history's move the caret.
@@ -186,7 +187,7 @@ private slots:
                 {p.left[Pd], Qt::Key_Right, p.right[Sph]},
                 {p.right[Sph], Qt::Key_Left, p.left[Pd]},
                 {p.right[Tama], Qt::Key_Right, p.right[Ragan]}};
-            p.right[Tama]->setText(QStringLiteral("12"));
+            p.right[Tama]->setText(u"12"_s);
             for (const auto& [from, key, to] : moves) {
                 from->setFocus();
                 from->setCursorPosition(0);

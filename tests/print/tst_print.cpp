@@ -16,10 +16,12 @@
 #include <QPushButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 ListRow row(const QString& name, const QString& yubin, int kazok, bool marked,
-            const QString& jusyo1 = QStringLiteral("札幌市"), qint64 lastVisit = 20261101,
+            const QString& jusyo1 = u"札幌市"_s, qint64 lastVisit = 20261101,
             const QString& jusyo2 = {}, const QString& tel = {}) {
     const ListedCustomer c{1, name, {}, yubin, jusyo1, jusyo2, tel, kazok, 0, lastVisit};
     return {c, c, marked};
@@ -27,22 +29,16 @@ ListRow row(const QString& name, const QString& yubin, int kazok, bool marked,
 
 // A household at one address and telephone number.
 ListRow member(const char* name, int kazok, bool marked, const char* tel = "011-222-3333") {
-    return row(QString::fromUtf8(name), QStringLiteral("060-0042"), kazok, marked,
-               QStringLiteral("札幌市北区北七条西５－６－７"), 20261101,
-               QStringLiteral("メゾン北七条２０１"), QString::fromUtf8(tel));
+    return row(QString::fromUtf8(name), u"060-0042"_s, kazok, marked,
+               u"札幌市北区北七条西５－６－７"_s, 20261101, u"メゾン北七条２０１"_s,
+               QString::fromUtf8(tel));
 }
 
 // Real names (2 to 20 characters) and addresses (up to 50 and 50 characters, numbers with
 // －, buildings with 号室) that must print whole.
-const char* const Names[] = {"森 環",
-                             "佐藤 由美子",
-                             "長谷川美智子",
-                             "勅使河原 左衛門三郎",
-                             "ｻﾄｳ ﾀﾛｳ",
-                             "O'Neil Mary",
-                             "小鳥遊 ちょっぴ",
-                             "勅使河原 左衛門三郎太郎兵衛之助",
-                             "西園寺公望之介右衛門三郎左衛門尉"};
+const QStringList Names = u"森 環|佐藤 由美子|長谷川美智子|勅使河原 左衛門三郎|ｻﾄｳ ﾀﾛｳ|"
+                          u"O'Neil Mary|小鳥遊 ちょっぴ|勅使河原 左衛門三郎太郎兵衛之助|"
+                          u"西園寺公望之介右衛門三郎左衛門尉"_s.split(u'|');
 const char* const Addresses[][2] = {
     {"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室", ""},
     {"東京都千代田区千代田１－１", "皇居外苑マンション１０１号室"},
@@ -52,6 +48,10 @@ const char* const Addresses[][2] = {
     {"愛知県名古屋市中村区名駅南一丁目２７番２号日本生命笹島ビル１７階総合受付センター",
      "京都府京都市下京区烏丸通七条下る東塩小路町７２１－１ 京都タワービル東館１２３号室"}};
 
+QString plain(const QString& value) {
+    return value.normalized(QString::NormalizationForm_KC).remove(QRegularExpression(u"\\s"_s));
+}
+
 // What drew a field of a page, as one text without blanks, in compatibility form (full-width
 // digits and hyphens as ASCII), so that nothing lost goes unnoticed.
 QString drawnText(const QList<DrawnText>& page, const QString& field) {
@@ -59,13 +59,7 @@ QString drawnText(const QList<DrawnText>& page, const QString& field) {
     for (const DrawnText& run : page)
         if (run.field == field)
             text += run.text;
-    return text.normalized(QString::NormalizationForm_KC)
-        .remove(QRegularExpression(QStringLiteral("\\s")));
-}
-
-QString plain(const QString& value) {
-    return value.normalized(QString::NormalizationForm_KC)
-        .remove(QRegularExpression(QStringLiteral("\\s")));
+    return plain(text);
 }
 
 // Every glyph inside its field and the page, at the field's floor or above, no two fields
@@ -73,7 +67,7 @@ QString plain(const QString& value) {
 void checkLayout(const QString& folder, const ReportJobRecord& job, bool wholeTexts) {
     FormTemplate form;
     QString error;
-    QVERIFY(LoadFormTemplate(folder + QStringLiteral("/jfm/") + job.forms.last(), form, &error));
+    QVERIFY(LoadFormTemplate(folder + u"/jfm/"_s + job.forms.last(), form, &error));
     QHash<QString, double> floors;
     for (const FormItem& item : form.items)
         floors.insert(item.name, item.minPoints);
@@ -86,21 +80,21 @@ void checkLayout(const QString& folder, const ReportJobRecord& job, bool wholeTe
         for (const DrawnText& run : page) {
             if (run.field.isEmpty())
                 continue;
-            const QString where = QStringLiteral("page %1 %2 %3").arg(p).arg(run.field, run.text);
+            const QString where = u"page %1 %2 %3"_s.arg(p).arg(run.field, run.text);
             QVERIFY2(inside(job.fieldBoxes.value(run.field), run.box), qPrintable(where));
             QVERIFY2(inside(QRectF(QPointF(), job.pageSizes[p]), run.box), qPrintable(where));
             QVERIFY2(run.points >= floors.value(run.field), qPrintable(where));
             for (const DrawnText& other : page)
                 if (other.field != run.field && !other.field.isEmpty() &&
                     other.box.adjusted(1e-3, 1e-3, -1e-3, -1e-3).intersects(run.box))
-                    QFAIL(qPrintable(where + QStringLiteral(" over ") + other.field));
+                    QFAIL(qPrintable(where + u" over "_s + other.field));
         }
-        for (auto it = job.pages[p].cbegin(); wholeTexts && it != job.pages[p].cend(); ++it)
+        for (auto it = job.pages[p].cbegin(); wholeTexts && it != job.pages[p].cend(); ++it) {
+            const bool name = it.key() == QLatin1String("Name");
             if (it.key() != QLatin1String("Sama"))
                 QCOMPARE(drawnText(page, it.key()),
-                         plain(it.value() + job.pages[p].value(it.key() == QLatin1String("Name")
-                                                                   ? QStringLiteral("Sama")
-                                                                   : QString())));
+                         plain(it.value() + (name ? job.pages[p].value(u"Sama"_s) : QString())));
+        }
     }
 }
 
@@ -129,9 +123,8 @@ class TestPrint : public QObject {
                                         : std::any_of(list.begin(), list.end(),
                                                       [](const ListRow& r) { return r.marked; }));
         if (pages)
-            harness.msgs.expectBoxStartingWith(QStringLiteral("ＰＤＦファイルに出力しました。\r") +
-                                                   harness.path(QStringLiteral("Print/")),
-                                               QStringLiteral("印刷選択"));
+            harness.msgs.expectBoxStartingWith(
+                u"ＰＤＦファイルに出力しました。\r"_s + harness.path(u"Print/"_s), u"印刷選択"_s);
         FrmPrint screen(list, allCustomers);
         if (choose)
             choose(screen);
@@ -148,10 +141,9 @@ private slots:
     // household's representative in a list of everyone is written to as the family; with
     // conditions everyone is addressed by name.
     void postcards() {
-        const std::vector<ListRow> list{
-            row(QStringLiteral(" 山田 太郎 "), QStringLiteral("123-4567"), 0, true),
-            row(QStringLiteral("鈴木 花子"), QString(), 2, true),
-            row(QStringLiteral("佐藤 次郎"), QStringLiteral("060-0001"), 2, false)};
+        const std::vector<ListRow> list{row(u" 山田 太郎 "_s, u"123-4567"_s, 0, true),
+                                        row(u"鈴木 花子"_s, QString(), 2, true),
+                                        row(u"佐藤 次郎"_s, u"060-0001"_s, 2, false)};
         press(list, true, 0, Answer::No);
         QVERIFY(ReportJobs().isEmpty());
         press({list[2]}, true, 0);
@@ -160,28 +152,28 @@ private slots:
         press(list, false, 2);
         const ReportJobRecord& vertical = ReportJobs()[1];
         const ReportJobRecord& horizontal = ReportJobs()[2];
-        QCOMPARE(vertical.forms, QStringList{QStringLiteral("PrnSan001.jfm")});
-        QCOMPARE(horizontal.forms, QStringList{QStringLiteral("PrnSan004.jfm")});
+        QCOMPARE(vertical.forms, QStringList{u"PrnSan001.jfm"_s});
+        QCOMPARE(horizontal.forms, QStringList{u"PrnSan004.jfm"_s});
         QCOMPARE(vertical.pages.size(), 2);
         QCOMPARE(horizontal.pages.size(), 2);
         QString digits;
         for (int i = 1; i <= 7; ++i)
-            digits += vertical.pages[0].value(QStringLiteral("Yubin_%1").arg(i));
-        QCOMPARE(digits, QStringLiteral("1234567"));
-        QCOMPARE(field(horizontal, 0, "Yubin"), QStringLiteral("〒 123-4567"));
-        QVERIFY(!vertical.pages[1].contains(QStringLiteral("Yubin_1")));
-        QVERIFY(!horizontal.pages[1].contains(QStringLiteral("Yubin")));
-        QCOMPARE(field(vertical, 0, "Name"), QStringLiteral("山田 太郎"));
-        QCOMPARE(field(vertical, 0, "Sama"), QStringLiteral("御家族様"));
-        QCOMPARE(field(vertical, 1, "Name"), QStringLiteral("鈴木 花子  様"));
-        QCOMPARE(field(horizontal, 0, "Name"), QStringLiteral("山田 太郎  様"));
-        QVERIFY(!horizontal.pages[0].contains(QStringLiteral("Sama")));
+            digits += vertical.pages[0].value(u"Yubin_%1"_s.arg(i));
+        QCOMPARE(digits, u"1234567"_s);
+        QCOMPARE(field(horizontal, 0, "Yubin"), u"〒 123-4567"_s);
+        QVERIFY(!vertical.pages[1].contains(u"Yubin_1"_s));
+        QVERIFY(!horizontal.pages[1].contains(u"Yubin"_s));
+        QCOMPARE(field(vertical, 0, "Name"), u"山田 太郎"_s);
+        QCOMPARE(field(vertical, 0, "Sama"), u"御家族様"_s);
+        QCOMPARE(field(vertical, 1, "Name"), u"鈴木 花子  様"_s);
+        QCOMPARE(field(horizontal, 0, "Name"), u"山田 太郎  様"_s);
+        QVERIFY(!horizontal.pages[0].contains(u"Sama"_s));
     }
 
     // The screen is worked with the keys: the focused button shows its focus from the start,
     // and Esc closes the screen as "閉じる" does, printing nothing.
     void theFocusShowsAndEscCloses() {
-        FrmPrint print({row(QStringLiteral("山田"), QString(), 0, true)}, true);
+        FrmPrint print({row(u"山田"_s, QString(), 0, true)}, true);
         harness.screens.expect<FrmPrint>([](FrmPrint& s) {
             QCOMPARE(s.focusWidget(), s.cmdPrint[0]);
             const QImage focused = s.cmdPrint[0]->grab().toImage();
@@ -199,48 +191,44 @@ private slots:
     void theLedgerHas36LinesAPage() {
         std::vector<ListRow> list;
         for (int i = 1; i <= 36; ++i)
-            list.push_back(row(QStringLiteral("Customer%1").arg(i), QStringLiteral("060-0001"), 1,
-                               i % 2 == 0));
+            list.push_back(row(u"Customer%1"_s.arg(i), u"060-0001"_s, 1, i % 2 == 0));
         press(list, true, 1);
         QCOMPARE(ReportJobs().last().pages.size(), 1);
-        list.push_back(row(QStringLiteral("Customer37"), QString(), 1, false,
-                           QStringLiteral(" 函館市 "), 20190707));
+        list.push_back(row(u"Customer37"_s, QString(), 1, false, u" 函館市 "_s, 20190707));
         press(list, true, 1);
         const ReportJobRecord& job = ReportJobs().last();
-        QCOMPARE(job.forms, QStringList{QStringLiteral("PrnSan003.jfm")});
+        QCOMPARE(job.forms, QStringList{u"PrnSan003.jfm"_s});
         QCOMPARE(job.pages.size(), 2);
-        QCOMPARE(field(job, 0, "Name_36"), QStringLiteral("Customer36"));
-        QCOMPARE(field(job, 1, "Name_1"), QStringLiteral("Customer37"));
-        QCOMPARE(field(job, 1, "Page"), QStringLiteral("2"));
-        QCOMPARE(field(job, 1, "yy"), QStringLiteral("2026"));
-        QCOMPARE(field(job, 1, "Jusyo1_1"), QStringLiteral("函館市"));
-        QVERIFY(!job.pages[1].contains(QStringLiteral("Name_2")));
+        QCOMPARE(field(job, 0, "Name_36"), u"Customer36"_s);
+        QCOMPARE(field(job, 1, "Name_1"), u"Customer37"_s);
+        QCOMPARE(field(job, 1, "Page"), u"2"_s);
+        QCOMPARE(field(job, 1, "yy"), u"2026"_s);
+        QCOMPARE(field(job, 1, "Jusyo1_1"), u"函館市"_s);
+        QVERIFY(!job.pages[1].contains(u"Name_2"_s));
         QVERIFY(job.ended && job.closed && !job.aborted);
         // pdftotext maps some glyphs of the CJK font badly; digits and dates come back whole.
         QProcess extract;
-        extract.start(QStringLiteral("pdftotext"), {job.output, QStringLiteral("-")});
+        extract.start(u"pdftotext"_s, {job.output, u"-"_s});
         extract.waitForFinished(30000);
         const QString text = QString::fromUtf8(extract.readAllStandardOutput());
-        QVERIFY2(text.contains(QStringLiteral("2019/07/07")) &&
-                     text.contains(QStringLiteral("060-0001")),
+        QVERIFY2(text.contains(u"2019/07/07"_s) && text.contains(u"060-0001"_s),
                  qPrintable(text.left(400)));
         QCOMPARE(text.count(QLatin1Char('\f')), 2);
-        QVERIFY(QFile::remove(harness.path(QStringLiteral("jfm/PrnSan003.jfm"))));
-        press(list, true, 1, Answer::Yes, QStringLiteral("jvSetForm Error -3"));
+        QVERIFY(QFile::remove(harness.path(u"jfm/PrnSan003.jfm"_s)));
+        press(list, true, 1, Answer::Yes, u"jvSetForm Error -3"_s);
         QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed);
         QVERIFY(!ReportJobs().last().ended);
-        QCOMPARE(QDir(harness.path(QStringLiteral("Print"))).entryList(QDir::Files).size(), 2);
+        QCOMPARE(QDir(harness.path(u"Print"_s)).entryList(QDir::Files).size(), 2);
     }
 
     // Long names and addresses print whole inside their fields on the cards and the ledger, in
     // either way of writing numbers; the name's 様 stays in the name's column or line.
     void longNamesAndAddressesPrintWhole() {
         std::vector<ListRow> list;
-        for (const char* name : Names)
+        for (const QString& name : Names)
             for (const auto& address : Addresses)
-                list.push_back(row(QString::fromUtf8(name), QStringLiteral("060-0042"), 2, true,
-                                   QString::fromUtf8(address[0]), 20261101,
-                                   QString::fromUtf8(address[1]), QStringLiteral("011-222-3333")));
+                list.push_back(row(name, u"060-0042"_s, 2, true, QString::fromUtf8(address[0]),
+                                   20261101, QString::fromUtf8(address[1]), u"011-222-3333"_s));
         for (const bool kanji : {false, true})
             for (const int button : {0, 2, 1}) {
                 press(list, false, button, Answer::Yes, {},
@@ -254,10 +242,9 @@ private slots:
                     const auto first = std::find_if(page.begin(), page.end(), [](auto& r) {
                         return r.field == QLatin1String("Name");
                     });
-                    const DrawnText& sama = *std::find_if(page.begin(), page.end(), [](auto& r) {
-                        return r.text == QStringLiteral("様");
-                    });
-                    QCOMPARE(sama.field, QStringLiteral("Name"));
+                    const DrawnText& sama = *std::find_if(
+                        page.begin(), page.end(), [](auto& r) { return r.text == u"様"_s; });
+                    QCOMPARE(sama.field, u"Name"_s);
                     QCOMPARE(button == 0 ? sama.box.x() : sama.box.y(),
                              button == 0 ? first->box.x() : first->box.y());
                 }
@@ -268,35 +255,27 @@ private slots:
     // inside a number with its unit; what cannot break gets smaller, below the floor if it must.
     // Vertical numbers are full-width or kanji numerals (十 for 10 to 19).
     void linesBreakAtNaturalPlaces() {
-        const QString address = QStringLiteral(
-            "北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室");
-        const struct {
-            QString text;
-            double ems; // the field's width in ems of 12 points
-            QString lines;
-            bool shrunk;
-        } cases[] = {
+        const QString address =
+            u"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室"_s;
+        // The text, the field's width in ems of 12 points, the lines set and whether it shrank.
+        const std::tuple<QString, double, QString, bool> cases[] = {
             {address, 30,
-             QStringLiteral(
-                 "北海道札幌市中央区北一条西二十丁目１２－３４|サンハイツ札幌駅前１０２号室"),
-             false},
+             u"北海道札幌市中央区北一条西二十丁目１２－３４|サンハイツ札幌駅前１０２号室"_s, false},
             {address, 20,
-             QStringLiteral(
-                 "北海道札幌市中央区北一条西二十丁目|１２－３４ サンハイツ札幌駅前１０２号室"),
+             u"北海道札幌市中央区北一条西二十丁目|１２－３４ サンハイツ札幌駅前１０２号室"_s,
              false},
-            {QStringLiteral("札幌市１２３４５６７８９０号"), 8,
-             QStringLiteral("札幌市|１２３４５６７８９０号"), true},
-            {QStringLiteral("ガーデンコート"), 3, QStringLiteral("ガーデ|ンコー|ト"), false},
+            {u"札幌市１２３４５６７８９０号"_s, 8, u"札幌市|１２３４５６７８９０号"_s, true},
+            {u"ガーデンコート"_s, 3, u"ガーデ|ンコー|ト"_s, false},
         };
-        for (const auto& c : cases) {
+        for (const auto& [text, ems, expected, shrunk] : cases) {
             FormItem item;
-            item.w = c.ems * EmMm(12) + 0.01, item.h = 60, item.points = item.minPoints = 12;
-            const SetText set = SetFieldText(item, c.text, VerticalDigits::FullWidth);
+            item.w = ems * EmMm(12) + 0.01, item.h = 60, item.points = item.minPoints = 12;
+            const SetText set = SetFieldText(item, text, VerticalDigits::FullWidth);
             QMap<double, QString> lines;
             for (const SetGlyph& glyph : set.glyphs)
                 lines[glyph.box.y()] += glyph.text;
-            QCOMPARE(lines.values().join(u'|'), c.lines);
-            QCOMPARE(set.points < 12, c.shrunk);
+            QCOMPARE(lines.values().join(u'|'), expected);
+            QCOMPARE(set.points < 12, shrunk);
         }
         const char* const numbers[][3] = {{"12", "十二", "１２"},
                                           {"10", "十", "１０"},
@@ -333,18 +312,17 @@ private slots:
         QList<double> samaColumns;
         double familyName = 0;
         for (const DrawnText& run : job.drawn[0]) {
-            if (run.text == QStringLiteral("様"))
+            if (run.text == u"様"_s)
                 samaColumns << run.box.x();
-            if (run.text == QStringLiteral("山"))
+            if (run.text == u"山"_s)
                 familyName = run.box.x();
         }
         QCOMPARE(samaColumns.size(), 3);
         QVERIFY(samaColumns[0] > samaColumns[1] && samaColumns[1] > samaColumns[2]);
         QCOMPARE(familyName, samaColumns[0]);
-        QCOMPARE(drawnText(job.drawn[0], QStringLiteral("Name")),
-                 QStringLiteral("山田一郎様花子様健太様"));
-        QCOMPARE(field(job, 1, "Name"), QStringLiteral("森 環  様"));
-        QCOMPARE(field(job, 2, "Name") + field(job, 2, "Sama"), QStringLiteral("鈴木 一御一同様"));
+        QCOMPARE(drawnText(job.drawn[0], u"Name"_s), u"山田一郎様花子様健太様"_s);
+        QCOMPARE(field(job, 1, "Name"), u"森 環  様"_s);
+        QCOMPARE(field(job, 2, "Name") + field(job, 2, "Sama"), u"鈴木 一御一同様"_s);
     }
 
     // The printer's offset is kept in the database and moves everything printed; the postal
@@ -367,11 +345,10 @@ private slots:
         // red boxes only the second time.
         QList<QImage> images;
         for (int job : {0, 1}) {
-            const QString png = harness.path(QStringLiteral("card%1").arg(job));
-            QProcess::execute(QStringLiteral("pdftoppm"),
-                              {QStringLiteral("-r"), QStringLiteral("100"), QStringLiteral("-png"),
-                               QStringLiteral("-singlefile"), ReportJobs()[job].output, png});
-            images << QImage(png + QStringLiteral(".png"));
+            const QString png = harness.path(u"card%1"_s.arg(job));
+            QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"100"_s, u"-png"_s, u"-singlefile"_s,
+                                              ReportJobs()[job].output, png});
+            images << QImage(png + u".png"_s);
         }
         // The leftmost pixel of black ink or of vermilion, -1 when there is none.
         const auto leftmostInk = [](const QImage& image, bool red) {
