@@ -48,9 +48,8 @@ private slots:
     // total worked out from the amounts, a date that is none refused on leaving it and at the
     // line, the lines newest first, consecutive numbers stored.
     void newLinesGetConsecutiveNumbersWithTheNewCustomer() {
-        for (const QString& box : {OpeErr_001, OpeErr_001, OpeErr_003, OpeErr_003})
-            harness.msgs.expect(box);
-        ExpectSaved(harness);
+        ExpectBoxes(harness,
+                    {OpeErr_001, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_001, OpeInf_001});
         OpenRegister(harness, 0, [](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
             PurchaseGrid& grid = *s.spdData;
@@ -187,9 +186,7 @@ private slots:
             QStringLiteral("same_seq"), QStringLiteral("San_Uriage"),
             QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
                            "values (new.Uri_UserNo, new.Uri_Seq, 0)"));
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeErr_010);
-        harness.msgs.expect(OpeQes_007, Answer::Yes);
+        ExpectBoxes(harness, {OpeQes_001, OpeErr_010, OpeQes_007});
         OpenRegister(harness, 8, [](FrmKokyaku& s) {
             s.txtName->setText(QStringLiteral("名前を変えた"));
             QTest::mouseClick(s.FraUriage->cmdOk, Qt::LeftButton); // line 1 changed

@@ -1,5 +1,6 @@
 #include "domain/Age.h"
 #include "domain/SearchConditions.h"
+#include "domain/Ymd.h"
 
 #include <QTest>
 
@@ -68,10 +69,18 @@ private slots:
         }
     }
 
-    // The age shown, and the age condition, for every era and for Western years.
+    // The age shown, and the age condition, for every era and for Western years: at the edges
+    // of the birthday, and with the month or the year unknown.
     void agesInEveryEra() {
-        QCOMPARE(AgeOn(Reiwa, 2, 5, 5, today), 6);
-        QCOMPARE(AgeOn(Reiwa, 1, 12, 1, today), 6);
+        const struct {
+            int era, year, month, day, today, age;
+        } ages[] = {{Reiwa, 2, 5, 5, 20261123, 6},     {Reiwa, 1, 12, 1, 20261123, 6},
+                    {Heisei, 10, 5, 3, 20180502, 19},  {Heisei, 10, 5, 3, 20180503, 20},
+                    {Heisei, 10, 5, 3, 20180430, 19},  {Heisei, 10, 5, 3, 20180601, 20},
+                    {Showa, 45, 0, 0, 20180101, 48},   {Taisho, 15, 12, 1, 20260101, 99},
+                    {NoEra, 1990, 1, 1, 20260101, 36}, {Showa, 0, 5, 3, 20260101, 0}};
+        for (const auto& c : ages)
+            QCOMPARE(AgeOn(c.era, c.year, c.month, c.day, DateOfYmd(c.today)), c.age);
         SearchConditions fiveToSeven;
         fiveToSeven.ageFrom = 5;
         fiveToSeven.ageTo = 7;

@@ -84,11 +84,9 @@ private slots:
     // Paging back and forth, the day search, and a save that fails: one block that cannot be
     // written rolls back the others, and the corrections stay on the screen.
     void pagingAndAFailingSave() {
-        harness.msgs.expect(OpeErr_014);                                // past the last page
-        harness.msgs.expect(OpeErr_014);                                // before the first
-        for (const QString& box : {OpeErr_003, OpeErr_003, OpeErr_001}) // dates that are none
-            harness.msgs.expect(box);
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        // Past the last page, before the first; dates that are none; the question.
+        ExpectBoxes(harness,
+                    {OpeErr_014, OpeErr_014, OpeErr_003, OpeErr_003, OpeErr_001, OpeQes_001});
         harness.msgs.expectBox(
             QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r型が一致しません。"),
             QStringLiteral(" VB ERROR No.13"));
@@ -156,10 +154,7 @@ private slots:
     // a second correction is stored too; the register shows the correction afterwards.
     void aCorrectedBlockIsStored() {
         MasterStore::Remove(MasterKind::Meka, QStringLiteral("002"));
-        for (int save = 0; save < 2; ++save) {
-            harness.msgs.expect(OpeQes_001, Answer::Yes);
-            harness.msgs.expect(OpeInf_001);
-        }
+        ExpectBoxes(harness, {OpeQes_001, OpeInf_001, OpeQes_001, OpeInf_001});
         QVERIFY(OpenRegister(harness, 1, [this](FrmKokyaku& s) {
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {
                 UriageBlock& middle = *history.FraUriage[1];
@@ -228,98 +223,54 @@ private slots:
         for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
                                 "(60, 42, '北海道', '札幌市中央区', '大通西')"})
             gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
-        // Corrects the upper purchase (number 1) with what type does; gives the field's text
-        // after the save and the stored column.
-        const auto corrected = [this](const char* column,
-                                      const std::function<QLineEdit*(UriageBlock&)>& type) {
-            harness.msgs.expect(OpeQes_001, Answer::Yes);
-            harness.msgs.expect(OpeInf_001);
-            QString shown;
-            harness.screens.expect<FrmRireki>([&](FrmRireki& s) {
-                QTest::keyClick(&s, Qt::Key_F5);
-                QLineEdit* field = type(*s.FraUriage[0]);
-                QTest::keyClick(&s, Qt::Key_F4);
-                shown = field->text();
-                QTest::keyClick(&s, Qt::Key_F1);
-            });
-            FrmRireki screen;
-            screen.setKokNo(1);
-            ShowModal(screen);
-            return shown + QLatin1Char('|') + stored(1, column);
-        };
-        const std::tuple<const char*, QString, std::function<QString(const QString&)>, QString>
-            roads[] = {
-                {"postal search", QStringLiteral("０６０"),
-                 [this](const QString& typed) {
-                     QString found;
-                     harness.screens.expect<FrmZipList>([&](FrmZipList& s) {
-                         Commit(s.txtZip1, typed);
-                         QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-                         found =
-                             s.txtZip1->text() + QLatin1Char('|') + ColumnTexts(*s.spdZipList, 1);
-                         QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
-                     });
-                     FrmZipList screen;
-                     ShowModal(screen);
-                     return found;
-                 },
-                 QStringLiteral("060|060-0001|060-0042")},
-                {"master number", QStringLiteral("１２"),
-                 [this](const QString& typed) {
-                     harness.msgs.expect(OpeInf_001);
-                     QString shown;
-                     harness.screens.expect<FrmMstMeka>([&](FrmMstMeka& s) {
-                         Commit(s.txtTNo, typed);
-                         Commit(s.txtName, QStringLiteral("眼鏡"));
-                         shown = s.txtTNo->text();
-                         QTest::keyClick(&s, Qt::Key_F5);
-                         QTest::keyClick(&s, Qt::Key_F1);
-                     });
-                     FrmMstMeka screen;
-                     ShowModal(screen);
-                     return shown + QLatin1Char('|') +
-                            QueryValue(QStringLiteral("select Meka_Name from San_Meka where "
-                                                      "Meka_No = '%1'")
-                                           .arg(shown))
-                                .toString();
-                 },
-                 QStringLiteral("012|眼鏡")},
-                {"amount", QStringLiteral("２１，０００"),
-                 [&](const QString& typed) {
-                     return corrected("Uri_KingaKei", [&](UriageBlock& b) {
-                         Paste(b.txtKinga, typed);
-                         return b.txtKinga;
-                     });
-                 },
-                 QStringLiteral("21,000|21000")},
-                {"signed prescription value", QStringLiteral("－０．５"),
-                 [&](const QString& typed) {
-                     return corrected("Uri_R_Cyl", [&](UriageBlock& b) {
-                         Commit(b.prescription(0, Cyl), typed);
-                         return b.prescription(0, Cyl);
-                     });
-                 },
-                 QStringLiteral("-0.50|-0.5")},
-                {"whole prescription value", QStringLiteral("１２"),
-                 [&](const QString& typed) {
-                     return corrected("Uri_L_Ax", [&](UriageBlock& b) {
-                         Commit(b.prescription(1, Ax), typed);
-                         return b.prescription(1, Ax);
-                     });
-                 },
-                 QStringLiteral("12|12")},
-                {"date", QStringLiteral("２０２５０６０２"),
-                 [&](const QString& typed) {
-                     return corrected("Uri_Date", [&](UriageBlock& b) {
-                         Paste(b.txtUriDate, typed);
-                         return b.txtUriDate;
-                     });
-                 },
-                 QStringLiteral("2025/06/02|20250602")},
-            };
-        for (const auto& [field, typed, road, expected] : roads)
-            QCOMPARE(QString::fromLatin1(field) + QStringLiteral(": ") + road(typed),
-                     QString::fromLatin1(field) + QStringLiteral(": ") + expected);
+        // The postal search.
+        QString found;
+        harness.screens.expect<FrmZipList>([&](FrmZipList& s) {
+            Commit(s.txtZip1, QStringLiteral("０６０"));
+            QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
+            found = s.txtZip1->text() + QLatin1Char('|') + ColumnTexts(*s.spdZipList, 1);
+            QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
+        });
+        FrmZipList postal;
+        ShowModal(postal);
+        QCOMPARE(found, QStringLiteral("060|060-0001|060-0042"));
+        // A master's number.
+        harness.msgs.expect(OpeInf_001);
+        harness.screens.expect<FrmMstMeka>([&](FrmMstMeka& s) {
+            Commit(s.txtTNo, QStringLiteral("１２"));
+            Commit(s.txtName, QStringLiteral("眼鏡"));
+            found = s.txtTNo->text();
+            QTest::keyClick(&s, Qt::Key_F5);
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        FrmMstMeka makers;
+        ShowModal(makers);
+        QCOMPARE(found, QStringLiteral("012"));
+        QCOMPARE(QueryValue(QStringLiteral("select Meka_Name from San_Meka where Meka_No = '012'"))
+                     .toString(),
+                 QStringLiteral("眼鏡"));
+        // The upper purchase (number 1) corrected: the amount, a signed and a whole prescription
+        // value, the date; shown after the save and stored.
+        ExpectSaved(harness);
+        harness.screens.expect<FrmRireki>([&](FrmRireki& s) {
+            UriageBlock& b = *s.FraUriage[0];
+            QTest::keyClick(&s, Qt::Key_F5);
+            Paste(b.txtKinga, QStringLiteral("２１，０００"));
+            Commit(b.prescription(0, Cyl), QStringLiteral("－０．５"));
+            Commit(b.prescription(1, Ax), QStringLiteral("１２"));
+            Paste(b.txtUriDate, QStringLiteral("２０２５０６０２"));
+            QTest::keyClick(&s, Qt::Key_F4);
+            found = QStringList{b.txtKinga->text(), b.prescription(0, Cyl)->text(),
+                                b.prescription(1, Ax)->text(), b.txtUriDate->text()}
+                        .join(QLatin1Char('|'));
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        FrmRireki history;
+        history.setKokNo(1);
+        ShowModal(history);
+        QCOMPARE(found, QStringLiteral("21,000|-0.50|12|2025/06/02"));
+        QCOMPARE(stored(1, "Uri_KingaKei,Uri_R_Cyl,Uri_L_Ax,Uri_Date"),
+                 QStringLiteral("21000|-0.5|12|20250602"));
         static const QRegularExpression errorLine(QStringLiteral("ｴﾗ-No\\.\\([^)]"));
         QVERIFY(!QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine));
     }

@@ -26,7 +26,7 @@
 #include "search/FrmTotalKensaku.h"
 #include "search/ListGrid.h"
 #include "shell/FrmMenu.h"
-#include "support/Harness.h"
+#include "support/Roads.h"
 #include "support/ShopData.h"
 
 #include <QCheckBox>
@@ -60,14 +60,6 @@ C when(std::initializer_list<C::Condition> ticked, C c = {}) {
     return c;
 }
 
-// A column of a grid (counted from 1), its cells joined by '|'.
-QString cells(const GridView& grid, int column) {
-    QStringList texts;
-    for (int row = 0; row < grid.rowCount(); ++row)
-        texts << grid.gridModel()->index(row, column - 1).data().toString();
-    return texts.join(QLatin1Char('|'));
-}
-
 // The middle of a cell (counted from 1), where the mouse is put on it.
 QPoint at(const GridView& grid, int row, int column) {
     return grid.view()->visualRect(grid.gridModel()->index(row - 1, column - 1)).center();
@@ -94,12 +86,6 @@ QString byFamily(const std::function<bool(int)>& rule) {
 class TestSearch : public QObject {
     Q_OBJECT
     Harness harness;
-
-    // The boxes a road shows, in order; every question is answered Yes.
-    void expectBoxes(std::initializer_list<QString> codes) {
-        for (const QString& code : codes)
-            harness.msgs.expect(code, code.startsWith(u"OpeQes") ? Answer::Yes : Answer::OK);
-    }
 
     // Searches with the conditions the driver enters on the list's conditions screen; unless
     // the driver started the search itself, "検索開始" starts it.
@@ -222,30 +208,19 @@ private slots:
         QCOMPARE(found, expected);
     }
 
-    // The quick search takes the typed text as it is, ignoring ASCII case only.
-    void theQuickSearchFindsTextAsTyped_data() {
-        QTest::addColumn<QString>("kana");
-        QTest::addColumn<QString>("tel");
-        QTest::addColumn<Numbers>("expected");
-        QTest::newRow("other case") << none << u"ext"_s << Numbers{3};
-        QTest::newRow("an underscore") << none << u"EXT_1"_s << Numbers{3};
-        QTest::newRow("no wildcard underscore") << none << u"Ex_"_s << Numbers{};
-        QTest::newRow("a backslash") << none << u"1\\2"_s << Numbers{3};
-        QTest::newRow("no wildcard percent") << none << u"0%"_s << Numbers{};
-    }
-    void theQuickSearchFindsTextAsTyped() {
-        QFETCH(QString, kana);
-        QFETCH(QString, tel);
-        QFETCH(Numbers, expected);
-        Numbers found;
-        for (const Customer& c : CustomerStore::QuickSearch(kana, tel))
-            found << c.no;
-        QCOMPARE(found, expected);
-    }
-
-    // The inquiry's maker condition keeps the terms of the empty choices: a purchase without a
-    // lens maker is shown whatever maker is asked for; the list does not count it.
-    void theInquiryShowsPurchasesWithoutAMaker() {
+    // The quick search takes the typed text as it is, ignoring ASCII case only (an underscore,
+    // a backslash and % stand for themselves). The inquiry's maker condition keeps the terms of
+    // the empty choices: a purchase without a lens maker is shown whatever maker is asked for;
+    // the list does not count it.
+    void theQuickSearchAndTheInquiryFindTextAsTyped() {
+        const std::pair<QString, Numbers> typed[] = {
+            {u"ext"_s, {3}}, {u"EXT_1"_s, {3}}, {u"Ex_"_s, {}}, {u"1\\2"_s, {3}}, {u"0%"_s, {}}};
+        for (const auto& [tel, expected] : typed) {
+            Numbers found;
+            for (const Customer& c : CustomerStore::QuickSearch(none, tel))
+                found << c.no;
+            QCOMPARE(found, expected);
+        }
         const C maker = when({C::Meka}, {.meka = {u"001"_s}});
         QCOMPARE(QueryCount(InquiryQuery(maker, 3)), 1);
         QCOMPARE(QueryCount(PurchaseCustomersQuery(maker)), 1);
@@ -292,8 +267,8 @@ private slots:
     }
 
     void listingSortingMarkingAndTheSavePass() {
-        expectBoxes(
-            {OpeInf_008, OpeErr_012, OpeInf_008, OpeErr_015, OpeQes_001, OpeQes_001, OpeErr_012});
+        ExpectBoxes(harness, {OpeInf_008, OpeErr_012, OpeInf_008, OpeErr_015, OpeQes_001,
+                              OpeQes_001, OpeErr_012});
         openList([this](FrmIchiran& s) {
             ListGrid& grid = *s.spdData;
             search(s, [](FrmTotalKensaku& c) {
@@ -305,7 +280,7 @@ private slots:
                 QVERIFY(!c.isVisible());
             });
             QCOMPARE(s.shownSearch().result, 1);
-            QCOMPARE(cells(grid, ListGrid::Mark), u"●|●"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"●|●"_s);
             search(s, [](FrmTotalKensaku& c) {
                 QCOMPARE(c.focusWidget(), c.txtTel); // opened again where Enter was pressed
                 c.txtTel->setText(u"099"_s);
@@ -321,12 +296,13 @@ private slots:
             });
             QCOMPARE(s.shownSearch().result, 2);
             QVERIFY(!GlbKazokTaisyou);
-            QCOMPARE(cells(grid, ListGrid::No), u"3|1|2|4"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1|2|4"_s);
             // All customers: representatives and individuals with an address are marked.
-            QCOMPARE(cells(grid, ListGrid::Mark), u"|●||"_s);
-            QCOMPARE(cells(grid, ListGrid::Kazok), u"DM不要|代表|家族|個人"_s);
-            QCOMPARE(cells(grid, ListGrid::Total), u"50,000|47,000|50,000|0"_s);
-            QCOMPARE(cells(grid, ListGrid::LastVisit), u"2022/01/01|2024/01/10|2024/03/01|"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|●||"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Kazok), u"DM不要|代表|家族|個人"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Total), u"50,000|47,000|50,000|0"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::LastVisit),
+                     u"2022/01/01|2024/01/10|2024/03/01|"_s);
             QCOMPARE(s.lblTaisyouCnt->text() + u' ' + s.lblPrintCnt->text(), u"4 1"_s);
             QVERIFY(s.cmdFnuc[4]->isEnabled());
             // Equal addresses keep their order; equal sales go by kana.
@@ -336,7 +312,7 @@ private slots:
                                                           {Qt::Key_F9, u"3|1|2|4"_s}};
             for (const auto& [key, order] : orders) {
                 QTest::keyClick(&s, key);
-                QCOMPARE(cells(grid, ListGrid::No), order);
+                QCOMPARE(ColumnTexts(grid, ListGrid::No), order);
             }
             // A click on a mark toggles it; a block dragged toggles its rows once, repainted and
             // counted once; a click inside it is a click, a click on a row heading nothing.
@@ -347,13 +323,13 @@ private slots:
             QTest::mouseMove(area, at(grid, 2, ListGrid::Name));
             QTest::mouseRelease(area, Qt::LeftButton, {}, at(grid, 2, ListGrid::Name));
             QCOMPARE(repaints.count(), 1);
-            QCOMPARE(cells(grid, ListGrid::Mark), u"●|||●"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"●|||●"_s);
             QCOMPARE(s.lblPrintCnt->text(), u"2"_s);
             QTest::mouseClick(area, Qt::LeftButton, {}, at(grid, 1, ListGrid::Mark));
             QHeaderView* headings = grid.view()->verticalHeader();
             QTest::mouseClick(headings->viewport(), Qt::LeftButton, {},
                               QPoint(5, headings->sectionViewportPosition(2) + 5));
-            QCOMPARE(cells(grid, ListGrid::Mark), u"|||●"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|||●"_s);
             QCOMPARE(s.lblPrintCnt->text(), u"1"_s);
             // Row 2 corrected in place; as an individual now it is marked again.
             edit(grid, 2, ListGrid::Name, u"青木 改"_s);
@@ -367,7 +343,7 @@ private slots:
                 QCOMPARE(grid.rowColor(row), ListGrid::Red);
             }
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(cells(grid, ListGrid::No), u"3|1"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::White);
             QCOMPARE(s.lblTaisyouCnt->text(), u"2"_s);
             QTest::keyClick(&s, Qt::Key_F5); // nothing left to save
@@ -383,7 +359,7 @@ private slots:
     // Conditions edited and then cancelled change nothing: printing and the inquiry work from
     // the search the list shows.
     void cancelledConditionsLeaveTheShownSearch() {
-        expectBoxes({OpeInf_008, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_009});
+        ExpectBoxes(harness, {OpeInf_008, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_009});
         harness.msgs.expectBoxStartingWith(u"ＰＤＦファイルに出力しました。"_s, u"印刷選択"_s);
         openList([this](FrmIchiran& s) {
             search(s); // everyone
@@ -433,9 +409,9 @@ private slots:
             QCOMPARE(s.spdData->maxRows(), 4);
             // Every purchase of 1, newest first; two on one day are one visit.
             harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
-                QCOMPARE(cells(*inquiry.spdData, 1), u"2024/01/10|2024/01/10|2023/05/05"_s);
-                QCOMPARE(cells(*inquiry.spdData, 2), u"001:メガネ|:|001:メガネ"_s);
-                QCOMPARE(cells(*inquiry.spdData, 4), u"001:HOYA||001:HOYA"_s);
+                QCOMPARE(ColumnTexts(*inquiry.spdData, 1), u"2024/01/10|2024/01/10|2023/05/05"_s);
+                QCOMPARE(ColumnTexts(*inquiry.spdData, 2), u"001:メガネ|:|001:メガネ"_s);
+                QCOMPARE(ColumnTexts(*inquiry.spdData, 4), u"001:HOYA||001:HOYA"_s);
                 QCOMPARE(inquiry.lblKaisu->text() + u' ' + inquiry.lblKinga->text(),
                          u"2 \\47,000"_s);
             });
@@ -463,8 +439,8 @@ private slots:
     // list writes only what was changed there and never puts the old name back. A customer
     // deleted in the register leaves the list.
     void aRowChangedInTheRegisterIsReadAgain() {
-        expectBoxes({OpeInf_008, OpeQes_011, OpeInf_001, OpeInf_007, OpeQes_002, OpeInf_002,
-                     OpeInf_007, OpeQes_001});
+        ExpectBoxes(harness, {OpeInf_008, OpeQes_011, OpeInf_001, OpeInf_007, OpeQes_002,
+                              OpeInf_002, OpeInf_007, OpeQes_001});
         openList([this](FrmIchiran& s) {
             search(s);
             s.spdData->setActiveCell(2, 3);
@@ -481,7 +457,7 @@ private slots:
                 QTest::keyClick(&reg, Qt::Key_F8);
             });
             QTest::keyClick(&s, Qt::Key_F7);
-            QCOMPARE(cells(*s.spdData, ListGrid::No), u"3|1|4"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, ListGrid::No), u"3|1|4"_s);
             QCOMPARE(s.lblTaisyouCnt->text(), u"3"_s);
             edit(*s.spdData, 2, ListGrid::Jusyo2, u"2階"_s);
             QTest::keyClick(&s, Qt::Key_F5);
@@ -494,7 +470,7 @@ private slots:
     // The quick search from the menu through its three outcomes (no hit, one, several), the
     // buttons and what the screen looks like after the register closes.
     void theQuickSearchFromTheMenu() {
-        expectBoxes({OpeErr_001, OpeErr_002});
+        ExpectBoxes(harness, {OpeErr_001, OpeErr_002});
         FrmMenu menu;
         harness.screens.expect<FrmKensaku>([this](FrmKensaku& s) {
             QCOMPARE(s.windowTitle(), u"顧客検索"_s);
@@ -515,22 +491,21 @@ private slots:
             expectRegister(2, u"011-222"_s);
             s.txtTel->setText(u"222"_s);
             QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-            QCOMPARE(cells(*s.spdData, 1), u"2"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1), u"2"_s);
             QCOMPARE(s.spdData->cellText(1, 4), u"函館市札幌通"_s);
             // Several are listed for the user to choose.
             s.txtTel->clear();
             s.txtKana->setText(u"とう"_s);
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(cells(*s.spdData, 1), u"2|4"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1), u"2|4"_s);
             QVERIFY(s.cmdBtn[1]->isEnabled());
             QCOMPARE(s.focusWidget(), s.spdData->view());
             expectRegister(4, u"0138-44"_s); // a double click leaves the list
             QWidget* area = s.spdData->view()->viewport();
-            const QPoint centre =
-                s.spdData->view()->visualRect(s.spdData->gridModel()->index(1, 1)).center();
+            const QPoint centre = RowCentre(*s.spdData, 2);
             QTest::mouseClick(area, Qt::LeftButton, {}, centre);
             QTest::mouseDClick(area, Qt::LeftButton, {}, centre);
-            QCOMPARE(cells(*s.spdData, 1), u"2|4"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1), u"2|4"_s);
             expectRegister(2, u"011-222"_s); // F5 empties the screen after
             s.spdData->setActiveCell(1, 3);
             QTest::keyClick(&s, Qt::Key_F5);
@@ -540,7 +515,7 @@ private slots:
             // Blanks count as typed: no condition, every customer listed by kana.
             s.txtKana->setText(u" "_s);
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(cells(*s.spdData, 1), u"3|1|2|4"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1), u"3|1|2|4"_s);
             expectRegister(0, u"099"_s);
             s.txtTel->setText(u"099 "_s);
             QTest::keyClick(&s, Qt::Key_F1);

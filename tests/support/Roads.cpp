@@ -52,6 +52,11 @@ void ExpectSaved(Harness& harness) {
     harness.msgs.expect(OpeInf_001);
 }
 
+void ExpectBoxes(Harness& harness, std::initializer_list<QString> codes) {
+    for (const QString& code : codes)
+        harness.msgs.expect(code, code.startsWith(u"OpeQes") ? Answer::Yes : Answer::OK);
+}
+
 QList<int> StoredSeqs(qint64 customerNo) {
     RecordSet rows = gCon.execute(
         QStringLiteral("select Uri_Seq from San_Uriage where Uri_UserNo = %1 order by Uri_Seq")

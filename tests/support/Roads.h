@@ -32,6 +32,8 @@ void EnterPurchase(UriageEntry& entry, const QDate& date, int item, int youto, i
 
 // The register's save with lines waiting: the question answered Yes, then the saved box.
 void ExpectSaved(Harness& harness);
+// The catalogue boxes a road shows, in order: each question answered Yes, any other box OK.
+void ExpectBoxes(Harness& harness, std::initializer_list<QString> codes);
 
 // The purchase numbers stored for a customer, in order.
 QList<int> StoredSeqs(qint64 customerNo);
