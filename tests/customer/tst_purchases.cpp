@@ -12,8 +12,6 @@
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QPushButton>
 #include <QTableView>
@@ -235,35 +233,11 @@ private slots:
         QCOMPARE(PurchaseTexts(3, 2, columns), QStringLiteral("20240301|12000|鼻あて交換"));
     }
 
-    // A frame name pasted from a spreadsheet holds a tab: it is stored as pasted and every
-    // other column, the prescription's numbers too, keeps its own value.
-    void aPastedTabNeverShiftsAColumn() {
-        InsertCustomer({.no = 4});
-        ExpectSaved(harness);
-        OpenRegister(harness, 4, [](FrmKokyaku& s) {
-            UriageEntry& e = *s.FraUriage;
-            QApplication::clipboard()->setText(QStringLiteral("FRAME\tX"));
-            e.txtFm_Name->setFocus();
-            QTest::keyClick(e.txtFm_Name, Qt::Key_V, Qt::ControlModifier);
-            e.txtSph[0]->setFocus();
-            QTest::keyClicks(e.txtSph[0], QStringLiteral("-2.5"));
-            e.txtSph[1]->setFocus();
-            QTest::keyClicks(e.txtSph[1], QStringLiteral("125")); // hundredths: +1.25
-            e.txtMemo->setFocus();
-            EnterPurchase(e, QDate(2026, 11, 1), 0, 0, 20000, 8000);
-            QCOMPARE(s.spdData->cellText(1, PurchaseGrid::FmName), QStringLiteral("FRAME\tX"));
-            QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->cellText(1, 29), QStringLiteral("+1.25")); // as read back
-        });
-        QCOMPARE(PurchaseTexts(4, 1,
-                               QStringLiteral("Uri_Fm_Name Uri_Fm_Kinga Uri_Fm_Size Uri_Lz_Kinga "
-                                              "Uri_R_Sph Uri_L_Sph Uri_Memo")),
-                 QStringLiteral("FRAME\tX|20000||8000|-2.5|1.25|"));
-    }
-
     // Masters with gaps: a stored code selects its own entry, and a code whose master row was
     // deleted is shown as the code alone and written back unchanged; no purchase is hidden.
-    void codesSurviveDeletedMasters() {
+    // A frame name pasted from a spreadsheet holds a tab: it is stored as pasted and every
+    // other column, the prescription's numbers too, keeps its own value.
+    void codesSurviveDeletedMastersAndAPastedTabNeverShiftsAColumn() {
         MasterStore::Remove(MasterKind::Item, QStringLiteral("002"));
         MasterStore::Remove(MasterKind::Meka, QStringLiteral("002"));
         InsertCustomer({.no = 6});
@@ -287,11 +261,24 @@ private slots:
             QCOMPARE(s.spdData->lineCount(), 2);
             // A cleared entry offers no deleted code to a new purchase.
             QCOMPARE(e.cboMeka[0]->findText(QStringLiteral("002:")), -1);
+            Paste(e.txtFm_Name, QStringLiteral("FRAME\tX"));
+            e.txtSph[0]->setFocus();
+            QTest::keyClicks(e.txtSph[0], QStringLiteral("-2.5"));
+            e.txtSph[1]->setFocus();
+            QTest::keyClicks(e.txtSph[1], QStringLiteral("125")); // hundredths: +1.25
+            e.txtMemo->setFocus();
+            EnterPurchase(e, QDate(2026, 11, 1), 0, 0, 20000, 8000);
+            QCOMPARE(s.spdData->cellText(1, PurchaseGrid::FmName), QStringLiteral("FRAME\tX"));
             QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.spdData->cellText(1, 29), QStringLiteral("+1.25")); // as read back
         });
         QCOMPARE(
             PurchaseTexts(6, 2, QStringLiteral("Uri_ItemNo Uri_Fm_MekaNo Uri_Lz_MekaNo Uri_Memo")),
             QStringLiteral("003|002|004|メモだけ変更"));
+        QCOMPARE(PurchaseTexts(6, 3,
+                               QStringLiteral("Uri_Fm_Name Uri_Fm_Kinga Uri_Fm_Size Uri_Lz_Kinga "
+                                              "Uri_R_Sph Uri_L_Sph Uri_Memo")),
+                 QStringLiteral("FRAME\tX|20000||8000|-2.5|1.25|"));
     }
 };
 

@@ -37,13 +37,6 @@ QList<int> shownSeqs(const FrmRireki& s) {
     return seqs;
 }
 
-// Columns of one purchase as text, joined by '|' ("<null>" for NULL).
-QString stored(int seq, const char* columns) {
-    return RowTexts(QStringLiteral("select * from San_Uriage where Uri_Seq = %1").arg(seq),
-                    QString::fromLatin1(columns).split(QLatin1Char(',')))
-        .join(QLatin1Char('|'));
-}
-
 } // namespace
 
 class TestRireki : public QObject {
@@ -146,7 +139,7 @@ private slots:
         });
         ShowModal(screen);
         QVERIFY(!screen.Koushin());
-        QCOMPARE(stored(2, "Uri_Fm_Name"), QStringLiteral("F-1"));
+        QCOMPARE(PurchaseTexts(1, 2, QStringLiteral("Uri_Fm_Name")), QStringLiteral("F-1"));
     }
 
     // The register's key opens the history; the block is written as its fields hold it, a maker
@@ -176,8 +169,10 @@ private slots:
                 middle.prescription(0, Cyl)->setText(QStringLiteral("-0.5"));
                 middle.prescription(1, B1)->setText(QStringLiteral("IN"));
                 QTest::keyClick(&history, Qt::Key_F4);
-                QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_Lz_MekaNo,"
-                                   "Uri_KingaKei,Uri_R_Sph,Uri_R_Cyl,Uri_L_B1,Uri_Syohou"),
+                QCOMPARE(PurchaseTexts(1, 2,
+                                       QStringLiteral(
+                                           "Uri_Date Uri_Fm_Name Uri_Fm_MekaNo Uri_Lz_MekaNo "
+                                           "Uri_KingaKei Uri_R_Sph Uri_R_Cyl Uri_L_B1 Uri_Syohou")),
                          QStringLiteral("20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"));
                 // The page is read again: the stored block, read-only under its own caption.
                 QCOMPARE(middle.title(), QStringLiteral("中段"));
@@ -193,9 +188,10 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), QStringLiteral("二度目"));
         }));
-        QCOMPARE(stored(2, "Uri_Date,Uri_Fm_Name,Uri_Fm_MekaNo,Uri_R_Cyl,Uri_L_B1"),
+        QCOMPARE(PurchaseTexts(
+                     1, 2, QStringLiteral("Uri_Date Uri_Fm_Name Uri_Fm_MekaNo Uri_R_Cyl Uri_L_B1")),
                  QStringLiteral("20250602|二度目||-0.5|IN"));
-        QCOMPARE(stored(4, "Uri_Fm_Name"), QStringLiteral("F-1"));
+        QCOMPARE(PurchaseTexts(1, 4, QStringLiteral("Uri_Fm_Name")), QStringLiteral("F-1"));
     }
 
     // A screen reads each master once: the register opens in five statements (three masters,
@@ -269,7 +265,7 @@ private slots:
         history.setKokNo(1);
         ShowModal(history);
         QCOMPARE(found, QStringLiteral("21,000|-0.50|12|2025/06/02"));
-        QCOMPARE(stored(1, "Uri_KingaKei,Uri_R_Cyl,Uri_L_Ax,Uri_Date"),
+        QCOMPARE(PurchaseTexts(1, 1, QStringLiteral("Uri_KingaKei Uri_R_Cyl Uri_L_Ax Uri_Date")),
                  QStringLiteral("21000|-0.5|12|20250602"));
         static const QRegularExpression errorLine(QStringLiteral("ｴﾗ-No\\.\\([^)]"));
         QVERIFY(!QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine));
