@@ -45,13 +45,13 @@ QDate EraFirstDay(int era) {
 }
 
 QDate EraLastDay(int era) {
+    // An era ends the day before the next one begins.
     switch (era) {
     case Taisho:
-        return {1926, 12, 24};
     case Showa:
-        return {1989, 1, 7};
+        return EraFirstDay(era + 1).addDays(-1);
     case Heisei:
-        return {2019, 4, 30};
+        return EraFirstDay(Reiwa).addDays(-1);
     default:
         return {};
     }
