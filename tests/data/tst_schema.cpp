@@ -298,12 +298,19 @@ private slots:
             QSKIP("the run on files covers it");
         const QByteArray directory =
             qCompress(kenAll("1000001", "東京都", "千代田区", "千代田").toUtf8());
-        // The tool's folder, and where the directory is put beside it (none: nowhere).
-        const QList<std::pair<const char*, const char*>> installs{
-            {"alone", nullptr},
-            {"opt/mirvane/bin", "opt/mirvane/share/mirvane/postal"},
-            {"usr/lib/mirvane", "usr/share/mirvane/postal"}};
-        for (const auto& [programs, postal] : installs) {
+        // The tool's folder, where the directory is put beside it (none: nowhere), and whether
+        // the shop's folder is named by the launcher's environment rather than an argument.
+        struct Install {
+            const char* programs;
+            const char* postal;
+            bool named;
+        };
+        const QList<Install> installs{
+            {"alone", nullptr, false},
+            {"opt/mirvane/bin", "opt/mirvane/share/mirvane/postal", false},
+            {"usr/lib/mirvane", "usr/share/mirvane/postal", false},
+            {"opt/mirvane", "opt/mirvane/postal", true}};
+        for (const auto& [programs, postal, named] : installs) {
             const QString tool = harness.path(QString::fromLatin1(programs));
             QDir().mkpath(tool);
             QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), tool + QStringLiteral("/admin"));
@@ -313,9 +320,16 @@ private slots:
                               QStringLiteral("/utf_ken_all.csv.qz"),
                           directory);
             }
-            const QString shop = tool + QStringLiteral("/shop");
+            const QString shop = named ? harness.path(QStringLiteral("home/Mirvane"))
+                                       : tool + QStringLiteral("/shop");
             QProcess init;
-            init.start(tool + QStringLiteral("/admin"), {QStringLiteral("init"), shop});
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            if (named)
+                environment.insert(QStringLiteral("MIRVANE_PROGRAM_FOLDER"), shop);
+            init.setProcessEnvironment(environment);
+            init.start(tool + QStringLiteral("/admin"),
+                       named ? QStringList{QStringLiteral("init")}
+                             : QStringList{QStringLiteral("init"), shop});
             init.waitForFinished(60000);
             QCOMPARE(init.exitCode(), postal ? 0 : 1);
             if (!postal) {
@@ -324,6 +338,8 @@ private slots:
                 QVERIFY(!QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
                 continue;
             }
+            QVERIFY(QFile::exists(shop + QStringLiteral("/DB/Mirvane.mdb")));
+            QVERIFY(!QFile::exists(tool + QStringLiteral("/DB")));
             gCon.open(shop + QStringLiteral("/DB/Mirvane.mdb"));
             QCOMPARE(zipList(), QStringList{QStringLiteral("100 1 東京都 千代田区 千代田")});
         }

@@ -225,7 +225,7 @@ private slots:
                      text.contains(QStringLiteral("060-0001")),
                  qPrintable(text.left(400)));
         QCOMPARE(text.count(QLatin1Char('\f')), 2);
-        QVERIFY(QFile::remove(harness.path(QStringLiteral("jfm/PrnSan003.jfm"))));
+        QVERIFY(QFile::remove(harness.installPath(QStringLiteral("jfm/PrnSan003.jfm"))));
         press(list, true, 1, Answer::Yes, QStringLiteral("jvSetForm Error -3"));
         QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed);
         QVERIFY(!ReportJobs().last().ended);
@@ -247,7 +247,7 @@ private slots:
                       [&](FrmPrint& s) { s.chkKansuji->setChecked(kanji); });
                 const ReportJobRecord& job = ReportJobs().last();
                 QCOMPARE(job.drawn.size(), button == 1 ? 2 : qsizetype(list.size()));
-                checkLayout(harness.folder(), job, !kanji);
+                checkLayout(harness.installFolder(), job, !kanji);
                 if (button == 1)
                     continue;
                 for (const QList<DrawnText>& page : job.drawn) {
@@ -329,7 +329,7 @@ private slots:
         press(list, true, 0, Answer::Yes, {}, [](FrmPrint& s) { s.chkRenmei->setChecked(true); });
         const ReportJobRecord& job = ReportJobs().last();
         QCOMPARE(job.pages.size(), 3);
-        checkLayout(harness.folder(), job, false);
+        checkLayout(harness.installFolder(), job, false);
         QList<double> samaColumns;
         double familyName = 0;
         for (const DrawnText& run : job.drawn[0]) {
