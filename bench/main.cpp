@@ -107,17 +107,13 @@ void row(const QString& task, double median, double floor, long peakKb,
 // Each task's process runs this often; the fastest run counts (others build on this machine).
 constexpr int Rounds = 3;
 
-// Builds a shop's program folder: forms, database, postal directory, customers and purchases.
+// Builds a shop's program folder: database, postal directory, customers and purchases. The
+// forms are read from the installation folder, the build folder.
 GeneratedShop buildShop(const QString& path, qint64 customers, const QString& server = {}) {
-    QDir(path).mkpath(QStringLiteral("jfm"));
-    const QDir forms(QCoreApplication::applicationDirPath() + QStringLiteral("/jfm"));
-    for (const QString& form : forms.entryList({QStringLiteral("*.jfm")}))
-        QFile::copy(forms.filePath(form), path + QStringLiteral("/jfm/") + form);
     CreateDatabase(path + QLatin1Char('/') + DatabaseFile);
     Connection connection;
     connection.open(path + QLatin1Char('/') + DatabaseFile);
-    ImportZipFile(connection, QCoreApplication::applicationDirPath() +
-                                  QStringLiteral("/postal/utf_ken_all.csv.qz"));
+    ImportZipFile(connection, InstallPath(QStringLiteral("postal/utf_ken_all.csv.qz")));
     const GeneratedShop shop = GenerateShop(connection, customers);
     if (!server.isEmpty()) {
         // The same shop on the server: copied there, and the folder opens the server from now.

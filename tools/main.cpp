@@ -96,10 +96,10 @@ int importZip(Connection& connection, const QString& file, ZipSize size) {
     return rows;
 }
 
-// The national directory that comes with the program: beside the tool, or in the shared data
-// of an installation whose programs sit in a folder of their own (bin/, lib/mirvane/).
+// The national directory that comes with the program: in the installation folder, or in the
+// shared data of an installation whose programs sit in a folder of their own (bin/, lib/mirvane/).
 QStringList bundledDirectoryCandidates() {
-    const QDir programs(QCoreApplication::applicationDirPath());
+    const QDir programs(InstallFolder());
     QStringList candidates;
     for (const char* relative :
          {"postal", "../share/mirvane/postal", "../postal", "../../share/mirvane/postal"})
@@ -201,9 +201,8 @@ int copy(const QString& from, const QString& to, bool replace) {
                       << DatabasePlaceOf(to).shown() << "\n";
                 return 1;
             }
-            const QString saved = BackupDatabase(
-                DatabasePlaceOf(to), BackupFolderIn(QCoreApplication::applicationDirPath()), Now(),
-                BackupReason::BeforeCopy);
+            const QString saved = BackupDatabase(DatabasePlaceOf(to), BackupFolderIn(AppFolder()),
+                                                 Now(), BackupReason::BeforeCopy);
             out() << "写し先を保存しました: " << saved << "\n";
         }
         const QList<CopiedTable> copied =
@@ -282,7 +281,7 @@ bool takeFlag(QStringList& args, const QString& flag) {
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
     QStringList args = QCoreApplication::arguments().mid(1);
-    const QString programFolder = QCoreApplication::applicationDirPath();
+    const QString programFolder = AppFolder();
     const QString command = args.value(0);
     const auto folderAt = [&](int index) {
         return args.size() > index ? args[index] : programFolder;

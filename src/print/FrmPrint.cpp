@@ -136,7 +136,7 @@ void FrmPrint::runJob(const QString& procedure, const QString& settings,
 
 long FrmPrint::setForm(long job, const QString& form) {
     const long result =
-        jvSetForm(job, AppPath(QStringLiteral("jfm/") + form), 1, QString(), 100, 0, 0);
+        jvSetForm(job, InstallPath(QStringLiteral("jfm/") + form), 1, QString(), 100, 0, 0);
     if (result != 0)
         libraryError(QStringLiteral("jvSetForm"), result);
     return result;

@@ -68,9 +68,16 @@ struct AdminRun {
     QString out, err;
 };
 
+// A launcher names the shop's folder by the environment instead of an argument.
 AdminRun runAdmin(const QStringList& arguments,
-                  const QString& program = QStringLiteral(MIRVANE_ADMIN_PROGRAM)) {
+                  const QString& program = QStringLiteral(MIRVANE_ADMIN_PROGRAM),
+                  const QString& namedFolder = {}) {
     QProcess tool;
+    if (!namedFolder.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"MIRVANE_PROGRAM_FOLDER"_s, namedFolder);
+        tool.setProcessEnvironment(environment);
+    }
     tool.start(program, arguments);
     tool.waitForFinished(60000);
     return {tool.exitCode(), QString::fromUtf8(tool.readAllStandardOutput()),
@@ -295,12 +302,19 @@ private slots:
             QSKIP("the run on files covers it");
         const QByteArray directory =
             qCompress(kenAll("1000001", "東京都", "千代田区", "千代田").toUtf8());
-        // The tool's folder, and where the directory is put beside it (none: nowhere).
-        const QList<std::pair<const char*, const char*>> installs{
-            {"alone", nullptr},
-            {"opt/mirvane/bin", "opt/mirvane/share/mirvane/postal"},
-            {"usr/lib/mirvane", "usr/share/mirvane/postal"}};
-        for (const auto& [programs, postal] : installs) {
+        // The tool's folder, where the directory is put beside it (none: nowhere), and whether
+        // the shop's folder is named by the launcher's environment rather than an argument.
+        struct Install {
+            const char* programs;
+            const char* postal;
+            bool named;
+        };
+        const QList<Install> installs{
+            {"alone", nullptr, false},
+            {"opt/mirvane/bin", "opt/mirvane/share/mirvane/postal", false},
+            {"usr/lib/mirvane", "usr/share/mirvane/postal", false},
+            {"opt/mirvane", "opt/mirvane/postal", true}};
+        for (const auto& [programs, postal, named] : installs) {
             const QString tool = harness.path(QString::fromLatin1(programs));
             QDir().mkpath(tool);
             QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), tool + u"/admin"_s);
@@ -309,14 +323,17 @@ private slots:
                 writeFile(harness.path(QString::fromLatin1(postal)) + u"/utf_ken_all.csv.qz"_s,
                           directory);
             }
-            const QString shop = tool + u"/shop"_s;
-            const AdminRun init = runAdmin({u"init"_s, shop}, tool + u"/admin"_s);
+            const QString shop = named ? harness.path(u"home/Mirvane"_s) : tool + u"/shop"_s;
+            const AdminRun init =
+                runAdmin(named ? QStringList{u"init"_s} : QStringList{u"init"_s, shop},
+                         tool + u"/admin"_s, named ? shop : QString());
             QCOMPARE(init.exitCode, postal ? 0 : 1);
             if (!postal) {
                 QVERIFY(init.err.contains(u"見つかりません"_s));
                 QVERIFY(!QFile::exists(shop + u"/DB/Mirvane.mdb"_s));
                 continue;
             }
+            QVERIFY(!QFile::exists(tool + u"/DB"_s));
             gCon.open(shop + u"/DB/Mirvane.mdb"_s);
             QCOMPARE(zipList(), QStringList{u"100 1 東京都 千代田区 千代田"_s});
         }

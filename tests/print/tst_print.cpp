@@ -214,7 +214,7 @@ private slots:
         QVERIFY2(text.contains(u"2019/07/07"_s) && text.contains(u"060-0001"_s),
                  qPrintable(text.left(400)));
         QCOMPARE(text.count(QLatin1Char('\f')), 2);
-        QVERIFY(QFile::remove(harness.path(u"jfm/PrnSan003.jfm"_s)));
+        QVERIFY(QFile::remove(harness.installPath(u"jfm/PrnSan003.jfm"_s)));
         press(list, true, 1, Answer::Yes, u"jvSetForm Error -3"_s);
         QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed);
         QVERIFY(!ReportJobs().last().ended);
@@ -235,7 +235,7 @@ private slots:
                       [&](FrmPrint& s) { s.chkKansuji->setChecked(kanji); });
                 const ReportJobRecord& job = ReportJobs().last();
                 QCOMPARE(job.drawn.size(), button == 1 ? 2 : qsizetype(list.size()));
-                checkLayout(harness.folder(), job, !kanji);
+                checkLayout(harness.installFolder(), job, !kanji);
                 if (button == 1)
                     continue;
                 for (const QList<DrawnText>& page : job.drawn) {
@@ -308,7 +308,7 @@ private slots:
         press(list, true, 0, Answer::Yes, {}, [](FrmPrint& s) { s.chkRenmei->setChecked(true); });
         const ReportJobRecord& job = ReportJobs().last();
         QCOMPARE(job.pages.size(), 3);
-        checkLayout(harness.folder(), job, false);
+        checkLayout(harness.installFolder(), job, false);
         QList<double> samaColumns;
         double familyName = 0;
         for (const DrawnText& run : job.drawn[0]) {

@@ -51,13 +51,16 @@ QString Harness::setUp(Options options) {
     if (onServer() && options.createDatabase && testServer().isEmpty())
         return QStringLiteral("no PostgreSQL test server (MIRVANE_TEST_PG is not set)");
     dir_ = std::make_unique<QTemporaryDir>();
+    install_ = std::make_unique<QTemporaryDir>();
     QDir root(dir_->path());
-    for (const char* sub : {"DB", "Log", "jfm"})
+    for (const char* sub : {"DB", "Log"})
         root.mkpath(QString::fromLatin1(sub));
+    QDir(install_->path()).mkpath(QStringLiteral("jfm"));
     for (const QFileInfo& form :
          QDir(QStringLiteral(MIRVANE_JFM_DIR)).entryInfoList({QStringLiteral("*.jfm")}))
-        QFile::copy(form.filePath(), root.filePath(QStringLiteral("jfm/") + form.fileName()));
+        QFile::copy(form.filePath(), installPath(QStringLiteral("jfm/") + form.fileName()));
     SetAppFolder(dir_->path());
+    SetInstallFolder(install_->path());
     SetReportOutput(ReportOutput::PdfOnly);
     ClearReportJobs();
     FixClock(FixedNow);
@@ -95,11 +98,13 @@ QStringList Harness::tearDown() {
     SetShowModalHandler({});
     FixClock(std::nullopt);
     SetAppFolder({});
+    SetInstallFolder({});
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible())
             problems << QStringLiteral("window left open: %1")
                             .arg(QString::fromLatin1(window->metaObject()->className()));
     dir_.reset();
+    install_.reset();
     return problems;
 }
 

@@ -9,8 +9,9 @@
 #include <functional>
 #include <memory>
 
-// A fresh program folder per test: DB/ with a new database made by the admin tool's code,
-// Log/ and jfm/, the clock fixed, and the box and screen scripts installed.
+// A fresh program folder per test: DB/ with a new database made by the admin tool's code and
+// Log/; a separate installation folder with the form templates in jfm/; the clock fixed, and
+// the box and screen scripts installed.
 // Call setUp() from a test's init() and tearDown() from its cleanup().
 class Harness {
 public:
@@ -37,12 +38,17 @@ public:
     QString folder() const { return dir_->path(); }
     QString databaseFile() const { return path(QStringLiteral("DB/Mirvane.mdb")); }
     QString path(const QString& relative) const { return folder() + QLatin1Char('/') + relative; }
+    QString installFolder() const { return install_->path(); }
+    QString installPath(const QString& relative) const {
+        return installFolder() + QLatin1Char('/') + relative;
+    }
 
     MsgScript msgs;
     ModalScript screens;
 
 private:
     std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<QTemporaryDir> install_;
 };
 
 // Runs a query on gCon and gives its first column of the first row (a null QVariant when
