@@ -1,6 +1,5 @@
 #include "platform/Format.h"
 
-#include <QRegularExpression>
 #include <cmath>
 
 namespace {
@@ -46,7 +45,10 @@ QString FormatNumber(double value, const QString& pattern) {
         digits = QString(decimals - digits.size() + 1, QLatin1Char('0')) + digits;
     QString integerPart = digits.left(digits.size() - decimals);
     const QString fraction = digits.right(decimals);
-    integerPart.remove(QRegularExpression(QStringLiteral("^0+")));
+    qsizetype zeros = 0;
+    while (zeros < integerPart.size() && integerPart[zeros] == QLatin1Char('0'))
+        ++zeros;
+    integerPart.remove(0, zeros);
     if (integerPart.size() < minimumDigits)
         integerPart = QString(minimumDigits - integerPart.size(), QLatin1Char('0')) + integerPart;
     if (grouping)

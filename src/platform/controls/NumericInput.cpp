@@ -2,13 +2,22 @@
 
 #include "platform/NumberText.h"
 
-#include <QRegularExpression>
-
 NumericInput::NumericInput(const QString& pattern, double lowest, double highest, QObject* parent)
     : QValidator(parent), pattern_(pattern), lowest_(lowest), highest_(highest) {
     const int point = pattern.indexOf(QLatin1Char('.'));
     decimals_ = point < 0 ? 0 : int(pattern.size() - point - 1);
     grouping_ = pattern.contains(QLatin1Char(','));
+    // A field that never holds a negative number takes a plus sign only when its pattern
+    // shows one: a lone "+" in a whole-number field would not read as a number.
+    const QString sign = lowest < 0                             ? QStringLiteral("[+-]?")
+                         : pattern.startsWith(QLatin1Char('+')) ? QStringLiteral("[+]?")
+                                                                : QString();
+    const QString fraction =
+        decimals_ > 0 ? QStringLiteral("(\\.\\d{0,%1})?").arg(decimals_) : QString();
+    // Compiled once: every text set into the field passes here.
+    shape_.setPattern(QStringLiteral("^") + sign + QStringLiteral("\\d*") + fraction +
+                      QStringLiteral("$"));
+    shape_.optimize();
 }
 
 QValidator::State NumericInput::validate(QString& input, int&) const {
@@ -19,16 +28,7 @@ QValidator::State NumericInput::validate(QString& input, int&) const {
         text.remove(QLatin1Char(','));
     if (text.isEmpty())
         return Intermediate;
-    // A field that never holds a negative number takes a plus sign only when its pattern
-    // shows one: a lone "+" in a whole-number field would not read as a number.
-    const QString sign = lowest_ < 0                             ? QStringLiteral("[+-]?")
-                         : pattern_.startsWith(QLatin1Char('+')) ? QStringLiteral("[+]?")
-                                                                 : QString();
-    const QString fraction =
-        decimals_ > 0 ? QStringLiteral("(\\.\\d{0,%1})?").arg(decimals_) : QString();
-    const QRegularExpression shape(QStringLiteral("^") + sign + QStringLiteral("\\d*") + fraction +
-                                   QStringLiteral("$"));
-    if (!shape.match(text).hasMatch())
+    if (!shape_.match(text).hasMatch())
         return Invalid;
     bool isNumber = false;
     const double value = text.toDouble(&isNumber);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QValidator>
 
 // Input settings of a numeric field: a pattern ("+00.00", "0.0", "000", "###,###,##0"),
@@ -23,6 +24,7 @@ private:
     double highest_;
     int decimals_;
     bool grouping_;
+    QRegularExpression shape_; // what the text may look like on its way to a number
 };
 
 // For fields whose mask already keeps out what is not a digit (dates, postal codes): digits
