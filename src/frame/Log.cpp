@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <array>
 #include <limits>
 
 namespace {
@@ -21,7 +22,9 @@ struct Stamp {
     qint64 offsetMs = 0;
     QString folder;
     QDate day;
-    QString date, time, path;
+    int month = 0; // yyyyMM of the day
+    QString path;
+    QByteArray head; // the line up to the where field: "yyyy/MM/dd ","HH:mm:ss ","
 };
 
 constexpr qint64 QuarterHourMs = 15 * 60 * 1000;
@@ -46,19 +49,19 @@ const Stamp& stampNow() {
     stamp.second = second;
     stamp.folder = folder;
     stamp.day = local.date();
-    stamp.date = local.toString(QStringLiteral("yyyy/MM/dd "));
-    stamp.time = local.toString(QStringLiteral("HH:mm:ss "));
+    stamp.month = stamp.day.year() * 100 + stamp.day.month();
+    stamp.head = '"' + local.toString(QStringLiteral("yyyy/MM/dd ")).toUtf8() + "\",\"" +
+                 local.toString(QStringLiteral("HH:mm:ss ")).toUtf8() + "\",\"";
     stamp.path = folder + QStringLiteral("/Log/") + local.date().toString(QStringLiteral("dd")) +
                  QStringLiteral("day.log");
     return stamp;
 }
 
-bool appendLine(const QString& path, const QString& line) {
+bool appendLine(const QString& path, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
         return false;
-    const QByteArray bytes = line.toUtf8();
     const bool written = file.write(bytes) == bytes.size();
     file.close();
     return written && file.error() == QFileDevice::NoError;
@@ -67,10 +70,12 @@ bool appendLine(const QString& path, const QString& line) {
 // A log that cannot be written is reported once, not at every line, until it works again.
 bool failureReported = false;
 
-// Lines held back while a batch lives: file by file, in the order they were written.
+// Lines held back while a batch lives, all for one file; a line for another file writes them
+// first.
 int batchDepth = 0;
-QList<std::pair<QString, QString>> heldLines;
-constexpr int HeldLinesLimit = 5000;
+QString heldPath;
+QByteArray heldLines;
+constexpr qsizetype HeldBytesLimit = 512 * 1024;
 
 void reportFailure(const QString& text) {
     if (failureReported)
@@ -87,19 +92,20 @@ void writeHeldLines();
 
 // The first line of a month into a day file moves the earlier month's lines aside; tried once
 // per file and month (a file that cannot be moved keeps its lines and takes the new ones).
-void startMonthOf(const QString& path, const QDate& day) {
-    static QString checked;
-    const QString key = path + day.toString(QStringLiteral("/yyyyMM"));
-    if (key == checked)
+void startMonthOf(const Stamp& stamp) {
+    static QString checkedPath;
+    static int checkedMonth = 0;
+    const QString& path = stamp.path;
+    if (stamp.month == checkedMonth && path == checkedPath)
         return;
-    if (!heldLines.isEmpty())
-        writeHeldLines();
-    checked = key;
-    if (!MoveAsideOlderMonth(path, day))
+    writeHeldLines();
+    checkedPath = path;
+    checkedMonth = stamp.month;
+    if (!MoveAsideOlderMonth(path, stamp.day))
         reportFailure(QStringLiteral("ログファイルを Log/old に移せません: ") + path);
 }
 
-void write(const QString& path, const QString& lines) {
+void write(const QString& path, const QByteArray& lines) {
     if (appendLine(path, lines))
         failureReported = false;
     else
@@ -107,19 +113,33 @@ void write(const QString& path, const QString& lines) {
 }
 
 void writeHeldLines() {
-    QString lines;
-    QString path;
-    for (const auto& [linePath, line] : heldLines) {
-        if (linePath != path && !lines.isEmpty()) {
-            write(path, lines);
-            lines.clear();
-        }
-        path = linePath;
-        lines += line;
-    }
-    if (!lines.isEmpty())
-        write(path, lines);
-    heldLines.clear();
+    if (heldLines.isEmpty())
+        return;
+    write(heldPath, heldLines);
+    heldLines.truncate(0); // keeps its room for the next lines
+}
+
+// The rest of a line after its time, in UTF-8. A long list writes the same two or three lines
+// for every row, so the last few are kept.
+const QByteArray& lineTail(const QString& where, const QString& procedure, const QString& text,
+                           const QString& number) {
+    struct Tail {
+        QString where, procedure, text, number;
+        QByteArray bytes;
+    };
+    static std::array<Tail, 4> recent;
+    static size_t next = 0;
+    for (const Tail& tail : recent)
+        if (!tail.bytes.isEmpty() && tail.procedure == procedure && tail.text == text &&
+            tail.where == where && tail.number == number)
+            return tail.bytes;
+    Tail& tail = recent[next];
+    next = (next + 1) % recent.size();
+    tail = {where, procedure, text, number,
+            (where + QStringLiteral("\",\"") + procedure + QStringLiteral("\",\"ｴﾗ-No.(") + number +
+             QStringLiteral(")\",\"") + text + QStringLiteral("\"\r\n"))
+                .toUtf8()};
+    return tail.bytes;
 }
 
 } // namespace
@@ -140,31 +160,21 @@ QString LogFilePath() {
 void CmnWriteLog(const QString& where, const QString& procedure, const QString& text,
                  const QString& number) {
     const Stamp& stamp = stampNow();
-    const QLatin1String between("\",\"");
-    QString line;
-    line.reserve(64 + where.size() + procedure.size() + text.size() + number.size());
-    line += QLatin1Char('"');
-    line += stamp.date;
-    line += between;
-    line += stamp.time;
-    line += between;
-    line += where;
-    line += between;
-    line += procedure;
-    line += between;
-    line += QStringLiteral("ｴﾗ-No.(");
-    line += number;
-    line += QLatin1Char(')');
-    line += between;
-    line += text;
-    line += QLatin1String("\"\r\n");
     const QString& path = stamp.path;
-    startMonthOf(path, stamp.day);
+    startMonthOf(stamp);
+    const QByteArray& tail = lineTail(where, procedure, text, number);
     if (batchDepth == 0) {
-        write(path, line);
+        write(path, stamp.head + tail);
         return;
     }
-    heldLines.append({path, line});
-    if (heldLines.size() >= HeldLinesLimit)
+    if (path != heldPath) {
+        writeHeldLines();
+        heldPath = path;
+    }
+    if (heldLines.capacity() < HeldBytesLimit)
+        heldLines.reserve(HeldBytesLimit + 1024);
+    heldLines += stamp.head;
+    heldLines += tail;
+    if (heldLines.size() >= HeldBytesLimit)
         writeHeldLines();
 }

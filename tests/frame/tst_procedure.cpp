@@ -185,6 +185,32 @@ private slots:
         QCOMPARE(gunzip.readAllStandardOutput(), december);
         QCOMPARE(gunzip.exitCode(), 0);
 
+        // In a batch the lines wait for its end, or for a line of another day's file.
+        QVERIFY(QDir(harness.path(u"Log"_s)).removeRecursively());
+        const auto listLine = [](const char* text) {
+            CmnWriteLog(u"顧客一覧照会画面"_s, u"SerchUriage"_s, QString::fromUtf8(text),
+                        QString());
+            return "\"2027/02/03 \",\"23:59:59 \",\"顧客一覧照会画面\",\"SerchUriage\","
+                   "\"ｴﾗ-No.()\",\"" +
+                   QByteArray(text) + "\"\r\n";
+        };
+        QByteArray batched;
+        {
+            LogBatch batch;
+            FixClock(QDateTime(QDate(2027, 2, 3), QTime(23, 59, 59)));
+            for (const char* text :
+                 {"顧客売上側検索処理", "顧客売上額集計検索処理", "顧客売上側検索処理"})
+                batched += listLine(text);
+            QVERIFY(!QFile::exists(harness.path(u"Log/03day.log"_s)));
+            FixClock(QDateTime(QDate(2027, 2, 4), QTime(0, 0, 0)));
+            writeTrace();
+            QVERIFY(!QFile::exists(harness.path(u"Log/04day.log"_s)));
+        }
+        QCOMPARE(ReadFile(harness.path(u"Log/03day.log"_s)), batched);
+        QCOMPARE(
+            ReadFile(harness.path(u"Log/04day.log"_s)),
+            QByteArray(TraceLine).replace("2026/11/22 \",\"10:15:30", "2027/02/04 \",\"00:00:00"));
+
         // With the clock running a line carries the local time, here Japan's (UTC + 9).
         QVERIFY(ShopTimeZone && QDateTime::currentDateTime().offsetFromUtc() == 9 * 3600);
         FixClock(std::nullopt);

@@ -20,10 +20,16 @@ QString& overriddenInstallFolder() {
 QString AppFolder() {
     if (!overriddenProgramFolder().isEmpty())
         return overriddenProgramFolder();
+    // Asked for every log line: worked out once the application is there.
+    static QString folder;
+    if (!folder.isEmpty())
+        return folder;
     const QString chosen = qEnvironmentVariable("MIRVANE_PROGRAM_FOLDER");
-    if (!chosen.isEmpty())
-        return QDir::cleanPath(QDir(chosen).absolutePath());
-    return QCoreApplication::applicationDirPath();
+    const QString found = !chosen.isEmpty() ? QDir::cleanPath(QDir(chosen).absolutePath())
+                                            : QCoreApplication::applicationDirPath();
+    if (QCoreApplication::instance())
+        folder = found;
+    return found;
 }
 
 QString AppPath(const QString& relative) {
