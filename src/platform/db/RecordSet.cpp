@@ -11,7 +11,10 @@ RecordSet::RecordSet(std::unique_ptr<QSqlQuery> query) : query_(std::move(query)
     const QSqlRecord record = query_->record();
     for (int i = 0; i < record.count(); ++i) {
         names_ << record.fieldName(i);
-        // The first of two columns with one name is the one a name finds.
+        // The first of two columns with one name is the one a name finds, written as the
+        // statement wrote it or in any other case.
+        if (!exactPositions_.contains(names_.last()))
+            exactPositions_.insert(names_.last(), i);
         const QString key = names_.last().toLower();
         if (!positions_.contains(key))
             positions_.insert(key, i);
@@ -41,6 +44,7 @@ void RecordSet::close() {
         query_.reset();
     }
     names_.clear();
+    exactPositions_.clear();
     positions_.clear();
     eof_ = true;
 }
@@ -71,6 +75,9 @@ QVariant RecordSet::field(const QString& name) const {
 }
 
 int RecordSet::positionOf(const QString& name) const {
+    // Asked for every row of a long list: the name as written is found without folding it.
+    if (const auto exact = exactPositions_.constFind(name); exact != exactPositions_.cend())
+        return *exact;
     const int position = positions_.value(name.toLower(), -1);
     if (position < 0)
         throw Failure(ErrorNumber::NoSuchField,

@@ -36,5 +36,6 @@ private:
     bool eof_ = true;
     // The columns, read once: names as the database gives them and by lower-case name.
     QStringList names_;
-    QHash<QString, int> positions_;
+    QHash<QString, int> exactPositions_;
+    QHash<QString, int> positions_; // by the name in lower case
 };
