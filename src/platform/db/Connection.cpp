@@ -65,9 +65,32 @@ bool isWordCharacter(QChar c) {
     return c.isLetterOrNumber() || c == QLatin1Char('_');
 }
 
+// Whether the literal that follows a LIKE at `from` holds a letter that has a case. Without one
+// LIKE and ILIKE find the same rows, and LIKE is the cheaper on the server (a telephone number).
+bool likeNeedsCaseFolding(const QString& sql, qsizetype from) {
+    qsizetype i = from;
+    while (i < sql.size() && sql[i].isSpace())
+        ++i;
+    if (i >= sql.size() || sql[i] != QLatin1Char('\''))
+        return true; // not a literal: a column or an expression
+    for (++i; i < sql.size(); ++i) {
+        const QChar c = sql[i];
+        if (c == QLatin1Char('\'')) {
+            if (i + 1 < sql.size() && sql[i + 1] == QLatin1Char('\'')) {
+                ++i;
+                continue;
+            }
+            return false;
+        }
+        if (c.isUpper() || c.isLower() || c.isTitleCase() || c.isSurrogate())
+            return true;
+    }
+    return true;
+}
+
 // A statement as the PostgreSQL server runs it. LIKE ignores ASCII case on SQLite but not on
-// PostgreSQL; there every LIKE outside quotes runs as ILIKE, so a search answers the same on
-// both engines.
+// PostgreSQL; there every LIKE outside quotes runs as ILIKE when its pattern holds a letter
+// with a case, so a search answers the same on both engines.
 QString serverDialect(const QString& sql) {
     static const QString like = QStringLiteral("like");
     QString out;
@@ -82,7 +105,8 @@ QString serverDialect(const QString& sql) {
             quote = c;
         } else if ((i == 0 || !isWordCharacter(sql[i - 1])) &&
                    QStringView(sql).mid(i, 4).compare(like, Qt::CaseInsensitive) == 0 &&
-                   (i + 4 >= sql.size() || !isWordCharacter(sql[i + 4]))) {
+                   (i + 4 >= sql.size() || !isWordCharacter(sql[i + 4])) &&
+                   likeNeedsCaseFolding(sql, i + 4)) {
             out += QLatin1Char('I');
         }
         out += c;
