@@ -37,7 +37,7 @@ const QString ScreenName = QStringLiteral("顧客一覧照会画面");
 const QString ExportFolder = QStringLiteral("Export");
 // A list longer than this shows a progress bar while it is written.
 constexpr size_t LongList = 2000;
-enum Key { F1 = 0, F2, F3, F4 = 3, F5 = 4, F6 = 5, F7 = 6, F8 = 7, F9 = 8, F10, F11, F12 };
+enum Key { F1 = 0, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
 
 } // namespace
 
