@@ -174,11 +174,17 @@ TaskTimes printThousand(int runs, int form) {
     std::vector<ListRow> list;
     RecordSet rows = gCon.execute(listFloor(QStringLiteral(" where u.User_No <= 1000")));
     for (; !rows.eof(); rows.moveNext()) {
-        const ListedCustomer c{rows.field(0).toLongLong(), rows.field(1).toString(),
-                               rows.field(2).toString(),   rows.field(3).toString(),
-                               rows.field(4).toString(),   rows.field(5).toString(),
-                               rows.field(6).toString(),   rows.field(7).toInt(),
-                               rows.field(8).toLongLong(), rows.field(9).toLongLong()};
+        const ListedCustomer c{rows.field(0).toLongLong(),
+                               rows.field(1).toString(),
+                               rows.field(2).toString(),
+                               rows.field(3).toString(),
+                               rows.field(4).toString(),
+                               rows.field(5).toString(),
+                               rows.field(6).toString(),
+                               rows.field(7).toInt(),
+                               rows.field(8).toLongLong(),
+                               rows.field(9).toLongLong(),
+                               {}};
         list.push_back({c, c, true});
     }
     FrmPrint print(std::move(list), true);

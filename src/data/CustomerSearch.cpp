@@ -1,6 +1,7 @@
 #include "data/CustomerSearch.h"
 
 #include "data/CustomerQueries.h"
+#include "domain/Age.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
@@ -65,6 +66,9 @@ ListedCustomer listed(const RecordSet& row) {
     const auto text = [&](const char* column) {
         return CmnNvl(row.field(QString::fromLatin1(column)), QString()).toString();
     };
+    const auto number = [&](const char* column, int nullValue) {
+        return CmnNvl(row.field(QString::fromLatin1(column)), nullValue).toInt();
+    };
     return {row.field(0).toLongLong(),
             text("User_Name"),
             text("User_Kana"),
@@ -74,7 +78,9 @@ ListedCustomer listed(const RecordSet& row) {
             text("User_Tel"),
             CmnNvl(row.field(QStringLiteral("User_Kazok_F")), 0).toInt(),
             CmnNvl(row.field(1), 0).toLongLong(),
-            CmnNvl(row.field(3), 0).toLongLong()};
+            CmnNvl(row.field(3), 0).toLongLong(),
+            {number("User_Tanjo_Go", NoEra), number("User_Tanjo_Nen", 0),
+             number("User_Tanjo_Mon", 0), number("User_Tanjo_Day", 0)}};
 }
 
 // The customers that pass the age filter and the purchase check, in kana order. The checks run

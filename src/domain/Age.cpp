@@ -103,3 +103,20 @@ int AgeOn(int era, int year, int month, int day, const QDate& today) {
         --age;
     return age;
 }
+
+QString BirthDateText(int era, int year, int month, int day) {
+    if (year <= 0)
+        return {};
+    static const QString names[] = {QStringLiteral("大正"), QStringLiteral("昭和"),
+                                    QStringLiteral("平成"), QString(), QStringLiteral("令和")};
+    const QString name = KnownEra(era) ? names[era] : QString();
+    QString text =
+        name.isEmpty() || year > 1 ? name + QString::number(year) : name + QStringLiteral("元");
+    text += QStringLiteral("年");
+    if (month > 0) {
+        text += QString::number(month) + QStringLiteral("月");
+        if (day > 0)
+            text += QString::number(day) + QStringLiteral("日");
+    }
+    return text;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QString>
 
 // The era of a birth date as it is stored. Before 令和 was added, 3 (no era) was how a year
 // after 平成 had to be entered: as a Western year.
@@ -34,3 +35,8 @@ bool BirthDateTaken(int era, int year, int month, int day, const QDate& today);
 // Age in whole years on the given day. A year of 0 (not entered) gives 0; a month of 0
 // (unknown) counts as having had the birthday already this year.
 int AgeOn(int era, int year, int month, int day, const QDate& today);
+
+// A birth date as text in its era: "昭和45年5月3日", "平成元年" for an era's first year, a year
+// without an era as a Western year ("1960年5月4日"); the month and the day only when known.
+// Empty text without a year.
+QString BirthDateText(int era, int year, int month, int day);

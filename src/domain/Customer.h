@@ -24,12 +24,13 @@ struct Customer {
 };
 
 // One customer as the customer list shows him: the fields the list corrects in place, with
-// his sales total and last visit.
+// his sales total and last visit, and his birth date for what is written out of the list.
 struct ListedCustomer {
     qint64 no = 0;
     QString name, kana, yubin, jusyo1, jusyo2, tel;
     int kazok = 0;
     qint64 total = 0;     // sales total
     qint64 lastVisit = 0; // yyyymmdd, 0 when none
+    BirthDate birth;
     bool operator==(const ListedCustomer&) const = default;
 };

@@ -10,24 +10,34 @@
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xLabel.h"
+#include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
+#include "platform/ui/SaveFileDialog.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/FrmPrint.h"
 #include "search/FrmIchiranSub.h"
 #include "search/FrmTotalKensaku.h"
+#include "search/ListCsv.h"
 #include "search/ListGrid.h"
 
 #include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressDialog>
 #include <QVBoxLayout>
 
 namespace {
 
 const QString ScreenName = QStringLiteral("顧客一覧照会画面");
-enum Key { F1 = 0, F3 = 2, F4 = 3, F5 = 4, F6 = 5, F7 = 6, F8 = 7, F9 = 8, F10, F11, F12 };
+// The folder under the program folder that the list's CSV files are offered in.
+const QString ExportFolder = QStringLiteral("Export");
+// A list longer than this shows a progress bar while it is written.
+constexpr size_t LongList = 2000;
+enum Key { F1 = 0, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
 
 } // namespace
 
@@ -58,11 +68,11 @@ void FrmIchiran::buildForm() {
         counter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     keys_ = new FunctionKeyRow(this);
-    keys_->setCaptions({QStringLiteral("閉じる"), QString(), QStringLiteral("顧客削除"),
-                        QStringLiteral("印刷"), QStringLiteral("登録"), QStringLiteral("検索条件"),
-                        QStringLiteral("顧客照会"), QStringLiteral("売上履歴"),
-                        QStringLiteral("氏名順"), QStringLiteral("住所順"),
-                        QStringLiteral("売上順"), QStringLiteral("来店日順")});
+    keys_->setCaptions(
+        {QStringLiteral("閉じる"), QStringLiteral("CSV出力"), QStringLiteral("顧客削除"),
+         QStringLiteral("印刷"), QStringLiteral("登録"), QStringLiteral("検索条件"),
+         QStringLiteral("顧客照会"), QStringLiteral("売上履歴"), QStringLiteral("氏名順"),
+         QStringLiteral("住所順"), QStringLiteral("売上順"), QStringLiteral("来店日順")});
     cmdFnuc = keys_->buttons();
     auto* counters = new QHBoxLayout;
     counters->addStretch();
@@ -90,7 +100,7 @@ void FrmIchiran::Form_Load() {
 }
 
 void FrmIchiran::setListKeys(bool enabled) {
-    for (int key : {F3, F4, F5, F7, F8, F9, F10, F11, F12})
+    for (int key : {F2, F3, F4, F5, F7, F8, F9, F10, F11, F12})
         cmdFnuc[key]->setEnabled(enabled);
 }
 
@@ -123,6 +133,55 @@ void FrmIchiran::Serchkokykau() {
                   setListKeys(found);
                   CmnDspMsg(found ? OpeInf_008 : OpeErr_012);
               });
+}
+
+void FrmIchiran::OutputCsv() {
+    const QString title = windowTitle();
+    const auto cannotWrite = [&](const Failure& failure) {
+        if (failure.number() != ErrorNumber::FileAccess)
+            return false;
+        MsgBox(QStringLiteral("ＣＳＶファイルを書き出せませんでした。") + QChar(13) +
+                   failure.description(),
+               MsgIcon::Exclamation, MsgButtons::OK, title);
+        return true;
+    };
+    Procedure(ScreenName, QStringLiteral("OutputCsv"), QStringLiteral("CSV出力処理"),
+              [&] {
+                  QDir().mkpath(AppPath(ExportFolder));
+                  QString path =
+                      AskSaveFileName(QStringLiteral("CSV出力"),
+                                      AppPath(ExportFolder + QStringLiteral("/顧客一覧_") +
+                                              Now().toString(QStringLiteral("yyyyMMdd_HHmm")) +
+                                              QStringLiteral(".csv")),
+                                      QStringLiteral("CSVファイル (*.csv)"));
+                  if (path.isEmpty())
+                      return;
+                  if (QFileInfo(path).suffix().isEmpty())
+                      path += QStringLiteral(".csv");
+                  const std::vector<ListRow>& rows = spdData->rows();
+                  std::unique_ptr<QProgressDialog> bar;
+                  if (rows.size() > LongList) {
+                      bar = std::make_unique<QProgressDialog>(
+                          QStringLiteral("ＣＳＶファイルに出力しています…"), QStringLiteral("中止"),
+                          0, int(rows.size()), this);
+                      bar->setObjectName(QStringLiteral("prgCsv"));
+                      bar->setWindowTitle(title);
+                      bar->setWindowModality(Qt::WindowModal);
+                      bar->setMinimumDuration(0);
+                  }
+                  const bool written = WriteListCsv(path, rows, Today(), [&](int done) {
+                      if (!bar)
+                          return true;
+                      bar->setValue(done);
+                      return !bar->wasCanceled();
+                  });
+                  bar.reset();
+                  if (written)
+                      MsgBox(QStringLiteral("ＣＳＶファイルに出力しました。") + QChar(13) +
+                                 QDir::toNativeSeparators(path),
+                             MsgIcon::Information, MsgButtons::OK, title);
+              },
+              {.ownMessage = cannotWrite});
 }
 
 void FrmIchiran::toggleDeletion() {
@@ -220,6 +279,9 @@ void FrmIchiran::cmdFnuc_Click(int index) {
     case F1:
         if (!hasUnsavedEdits() || CmnDspMsg(OpeQes_007) == Answer::Yes)
             done(QDialog::Accepted);
+        break;
+    case F2:
+        OutputCsv();
         break;
     case F3:
         toggleDeletion();

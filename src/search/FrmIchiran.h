@@ -24,6 +24,8 @@ public:
     bool UpDataSan_Kokyaku(int row);
     bool DelDataSan_Kokyaku(int row);
     void cmdFnuc_Click(int index);
+    // F2: writes the listed rows, in the list's order, to a CSV file the user chooses.
+    void OutputCsv();
 
     // Rows changed and not yet saved (light yellow); rows marked for deletion do not count.
     bool hasUnsavedEdits() const;

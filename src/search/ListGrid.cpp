@@ -6,13 +6,18 @@
 const QColor ListGrid::White(255, 255, 255);
 const QColor ListGrid::Yellow(255, 255, 128);
 const QColor ListGrid::Red(255, 128, 128);
+const QStringList ListGrid::Headings{
+    QStringLiteral("顧客№"),    QStringLiteral("印刷"),     QStringLiteral("氏 名"),
+    QStringLiteral("かな名"),   QStringLiteral("郵便番号"), QStringLiteral("住所１"),
+    QStringLiteral("住所２"),   QStringLiteral("T E L"),    QStringLiteral("家族"),
+    QStringLiteral("売上累計"), QStringLiteral("最終来店")};
+const QStringList ListGrid::FamilyNames{QStringLiteral("代表"), QStringLiteral("家族"),
+                                        QStringLiteral("個人"), QStringLiteral("DM不要")};
 
 namespace {
 
 using Columns = std::vector<RowModel<ListRow>::Column>;
 constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;
-const QStringList FamilyNames{QStringLiteral("代表"), QStringLiteral("家族"),
-                              QStringLiteral("個人"), QStringLiteral("DM不要")};
 
 QColor colourOf(const ListRow& row) {
     switch (row.state) {
@@ -27,8 +32,8 @@ QColor colourOf(const ListRow& row) {
 }
 
 // A text column the list corrects in place: any change makes the row one to update.
-RowModel<ListRow>::Column editable(const QString& heading, QString ListedCustomer::*field) {
-    return {heading,
+RowModel<ListRow>::Column editable(int column, QString ListedCustomer::*field) {
+    return {ListGrid::Headings[column - 1],
             [field](const ListRow& r) { return r.now.*field; },
             Qt::AlignLeft | Qt::AlignVCenter,
             {},
@@ -43,35 +48,34 @@ RowModel<ListRow>::Column editable(const QString& heading, QString ListedCustome
 
 ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
     setObjectName(QStringLiteral("spdData"));
-    Columns columns{{QStringLiteral("顧客№"),
-                     [](const ListRow& r) { return QString::number(r.now.no); }, Right},
-                    {QStringLiteral("印刷"),
-                     [](const ListRow& r) { return r.marked ? QStringLiteral("●") : QString(); },
-                     Qt::AlignCenter},
-                    editable(QStringLiteral("氏 名"), &ListedCustomer::name),
-                    editable(QStringLiteral("かな名"), &ListedCustomer::kana),
-                    editable(QStringLiteral("郵便番号"), &ListedCustomer::yubin),
-                    editable(QStringLiteral("住所１"), &ListedCustomer::jusyo1),
-                    editable(QStringLiteral("住所２"), &ListedCustomer::jusyo2),
-                    editable(QStringLiteral("T E L"), &ListedCustomer::tel),
-                    {QStringLiteral("家族"),
-                     [](const ListRow& r) { return FamilyNames.value(r.now.kazok); },
-                     Qt::AlignLeft | Qt::AlignVCenter,
-                     [](const ListRow& r) { return QString::number(r.now.kazok); },
-                     [this](ListRow& r, const QString& index) {
-                         r.now.kazok = index.toInt();
-                         r.state = ListState::Changed;
-                         r.changedBeforeDelete = false;
-                         r.marked = MarkAfterFamilyChange(r.now.kazok, shownResult_);
-                     },
-                     FamilyNames},
-                    {QStringLiteral("売上累計"),
-                     [](const ListRow& r) {
-                         return FormatNumber(double(r.now.total), QStringLiteral("###,###,##0"));
-                     },
-                     Right},
-                    {QStringLiteral("最終来店"),
-                     [](const ListRow& r) { return FormatYmd(r.now.lastVisit); }, Right}};
+    Columns columns{
+        {Headings[No - 1], [](const ListRow& r) { return QString::number(r.now.no); }, Right},
+        {Headings[Mark - 1],
+         [](const ListRow& r) { return r.marked ? QStringLiteral("●") : QString(); },
+         Qt::AlignCenter},
+        editable(Name, &ListedCustomer::name),
+        editable(Kana, &ListedCustomer::kana),
+        editable(Yubin, &ListedCustomer::yubin),
+        editable(Jusyo1, &ListedCustomer::jusyo1),
+        editable(Jusyo2, &ListedCustomer::jusyo2),
+        editable(Tel, &ListedCustomer::tel),
+        {Headings[Kazok - 1], [](const ListRow& r) { return FamilyNames.value(r.now.kazok); },
+         Qt::AlignLeft | Qt::AlignVCenter,
+         [](const ListRow& r) { return QString::number(r.now.kazok); },
+         [this](ListRow& r, const QString& index) {
+             r.now.kazok = index.toInt();
+             r.state = ListState::Changed;
+             r.changedBeforeDelete = false;
+             r.marked = MarkAfterFamilyChange(r.now.kazok, shownResult_);
+         },
+         FamilyNames},
+        {Headings[Total - 1],
+         [](const ListRow& r) {
+             return FormatNumber(double(r.now.total), QStringLiteral("###,###,##0"));
+         },
+         Right},
+        {Headings[LastVisit - 1], [](const ListRow& r) { return FormatYmd(r.now.lastVisit); },
+         Right}};
     model_ = new RowModel<ListRow>(std::move(columns), this);
     model_->background = colourOf;
     model_->edited = [this](int, int column) {

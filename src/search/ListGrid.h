@@ -5,6 +5,7 @@
 #include "platform/controls/RowModel.h"
 
 #include <QColor>
+#include <QStringList>
 #include <vector>
 
 // The customer list's grid: one row a customer, with its print mark and what waits to be
@@ -15,6 +16,8 @@ public:
     static const QColor White, Yellow, Red;
     // The grid's columns, counted from 1.
     enum Column { No = 1, Mark, Name, Kana, Yubin, Jusyo1, Jusyo2, Tel, Kazok, Total, LastVisit };
+    // The headings of the columns, and the names of the family categories (0 to 3).
+    static const QStringList Headings, FamilyNames;
     // The orders of F9 to F12: kana, address, sales, last visit.
     enum class Order { Kana, Address, Sales, LastVisit };
 

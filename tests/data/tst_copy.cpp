@@ -1,6 +1,7 @@
 // Copying a whole database between a file and a server with the admin tool, and backing it up
 // and putting it back: a shop that grows from one terminal to several keeps its data, a copy
-// never wipes a shop by accident, and a copy that fails leaves the target as it was.
+// never wipes a shop by accident, and a copy that fails leaves the target as it was. Writing
+// the shop out as CSV files for another system.
 #include "ShopGenerator.h"
 #include "data/DatabaseCopy.h"
 #include "data/ShopDatabase.h"
@@ -145,6 +146,44 @@ private slots:
                                 "where relname = 'san_uriage'"_s)
                          .isNull());
         }
+    }
+
+    // Every column in its own name, the masters' names beside their codes (empty for a deleted
+    // maker), reals in plain decimal; a folder that cannot be written, or no shop, fails.
+    void theShopWrittenOutAsCsv() {
+        InsertCustomer({.no = 2, .name = u"O'Neil, \"花子\""_s, .nen = 0, .mon = 0, .day = 0});
+        InsertCustomer({.no = 1, .tel = QString()});
+        InsertPurchase({.user = 2, .lensMaker = u"008"_s, .syohou = u"遠近\n両用"_s});
+        InsertPurchase({.user = 1, .seq = 3, .youto = u"009"_s, .frameMaker = {}});
+        gCon.execute(u"delete from San_Meka where Meka_No = '008'"_s);
+        const QString out = harness.path(u"out/csv"_s);
+        QVERIFY2(admin({u"export-csv"_s, harness.folder(), out}) == 0, qPrintable(output));
+        QVERIFY2(output.contains(u"顧客 2 件、売上 2 件を書き出しました"_s), qPrintable(output));
+        const QByteArray customers = ReadFile(out + u"/customers.csv"_s);
+        QVERIFY(customers.startsWith("\xEF\xBB\xBFUser_No,User_Name,User_Kana,"));
+        QVERIFY(customers.endsWith(
+            "User_Entry2,User_Dlt_F\r\n"
+            "1,山田 太郎,やまだ たろう,060-0042,札幌市中央区大通西,1-2-3,,,,,,0,0,1,45,5,3,"
+            "2020/04/01,2020/04/01,\r\n"
+            "2,\"O'Neil, \"\"花子\"\"\",やまだ たろう,060-0042,札幌市中央区大通西,1-2-3,"
+            "011-222-3333,,,,,0,0,1,0,0,0,2020/04/01,2020/04/01,\r\n"));
+        const QByteArray purchases = ReadFile(out + u"/purchases.csv"_s);
+        QVERIFY(purchases.startsWith("\xEF\xBB\xBFUri_UserNo,Uri_Seq,Uri_Date,Uri_ItemNo,"
+                                     "Uri_ItemName,Uri_YoutoNo,Uri_YoutoName,Uri_Fm_MekaNo,"
+                                     "Uri_Fm_MekaName,Uri_Fm_Name,"));
+        const QByteArray eye = "0,0,0,0,,0,,0,0,0,0,0";
+        const QByteArray eyes = "-1.25," + eye + ",-1.5," + eye;
+        QCOMPARE(
+            purchases.mid(purchases.indexOf("\r\n") + 2),
+            "1,3,20260101,001,メガネ,009,その他,,,F-1,20000,52,黒,002,ニコン,L-1,18000,38000," +
+                eyes + ",遠近,,\r\n" +
+                "2,1,20260101,001,メガネ,001,遠用,001,HOYA,F-1,20000,52,黒,008,,L-1,18000,"
+                "38000," +
+                eyes + ",\"遠近\n両用\",,\r\n");
+        QFile(harness.path(u"blocked"_s)).open(QIODevice::WriteOnly);
+        QCOMPARE(admin({u"export-csv"_s, harness.folder(), harness.path(u"blocked/csv"_s)}), 1);
+        QVERIFY2(output.contains(u"書き出せませんでした"_s), qPrintable(output));
+        QCOMPARE(admin({u"export-csv"_s, harness.path(u"nowhere"_s), out}), 1);
     }
 
     void backupThenRestoreGivesBackTheWholeShop() {

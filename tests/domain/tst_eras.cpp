@@ -70,17 +70,26 @@ private slots:
     }
 
     // The age shown, and the age condition, for every era and for Western years: at the edges
-    // of the birthday, and with the month or the year unknown.
+    // of the birthday, and with the month or the year unknown; and the birth date as text.
     void agesInEveryEra() {
         const struct {
             int era, year, month, day, today, age;
-        } ages[] = {{Reiwa, 2, 5, 5, 20261123, 6},     {Reiwa, 1, 12, 1, 20261123, 6},
-                    {Heisei, 10, 5, 3, 20180502, 19},  {Heisei, 10, 5, 3, 20180503, 20},
-                    {Heisei, 10, 5, 3, 20180430, 19},  {Heisei, 10, 5, 3, 20180601, 20},
-                    {Showa, 45, 0, 0, 20180101, 48},   {Taisho, 15, 12, 1, 20260101, 99},
-                    {NoEra, 1990, 1, 1, 20260101, 36}, {Showa, 0, 5, 3, 20260101, 0}};
-        for (const auto& c : ages)
+            const char* text;
+        } ages[] = {{Reiwa, 2, 5, 5, 20261123, 6, "令和2年5月5日"},
+                    {Reiwa, 1, 12, 1, 20261123, 6, "令和元年12月1日"},
+                    {Heisei, 10, 5, 3, 20180502, 19, "平成10年5月3日"},
+                    {Heisei, 10, 5, 3, 20180503, 20, "平成10年5月3日"},
+                    {Heisei, 10, 5, 0, 20180430, 19, "平成10年5月"},
+                    {Heisei, 10, 5, 3, 20180601, 20, "平成10年5月3日"},
+                    {Showa, 45, 0, 0, 20180101, 48, "昭和45年"},
+                    {Taisho, 15, 12, 1, 20260101, 99, "大正15年12月1日"},
+                    {NoEra, 1990, 1, 1, 20260101, 36, "1990年1月1日"},
+                    {NoEra, 1, 0, 1, 20260101, 2025, "1年"},
+                    {Showa, 0, 5, 3, 20260101, 0, ""}};
+        for (const auto& c : ages) {
             QCOMPARE(AgeOn(c.era, c.year, c.month, c.day, DateOfYmd(c.today)), c.age);
+            QCOMPARE(BirthDateText(c.era, c.year, c.month, c.day), QString::fromUtf8(c.text));
+        }
         SearchConditions fiveToSeven;
         fiveToSeven.ageFrom = 5;
         fiveToSeven.ageTo = 7;

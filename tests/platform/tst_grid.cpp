@@ -1,6 +1,8 @@
 // The grid of the screens: a view over typed rows. Cells, colours and edits come from the rows;
 // the current row follows its row through sorting; clicks, drags and key moves are reported
-// counted from 1.
+// counted from 1. A table written out as a CSV file.
+#include "platform/CsvText.h"
+#include "platform/Failure.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/RowModel.h"
 
@@ -160,6 +162,54 @@ private slots:
         QTest::mouseRelease(headings, Qt::LeftButton, {}, heading(3));
         QCOMPARE(block.count(), 3);
         QCOMPARE(block.last(), (QList<QVariant>{2, 1, 3, 2}));
+    }
+
+    // The exact bytes of records: quoted only for a comma, a double quote or a line break, the
+    // quotes doubled; blanks, kana and empty values as they are.
+    void csvRecordsAndFiles() {
+        const struct {
+            QStringList fields;
+            QByteArray bytes;
+        } cases[] = {
+            {{QStringLiteral("1"), QStringLiteral("青木 太郎"), QStringLiteral("ｱｵｷ")},
+             "1,青木 太郎,ｱｵｷ\r\n"},
+            {{QStringLiteral("a,b"), QStringLiteral("say \"hi\""), QStringLiteral("\"")},
+             "\"a,b\",\"say \"\"hi\"\"\",\"\"\"\"\r\n"},
+            {{QStringLiteral("1\r2"), QStringLiteral("3\n4"), QStringLiteral("5\r\n6")},
+             "\"1\r2\",\"3\n4\",\"5\r\n6\"\r\n"},
+            {{QString(), QStringLiteral("  函館市 "), QString(), QString()}, ",  函館市 ,,\r\n"},
+            {{QString()}, "\r\n"},
+            {{QStringLiteral("O'Neil;\t"), QStringLiteral("=1+2")}, "O'Neil;\t,=1+2\r\n"},
+        };
+        for (const auto& c : cases)
+            QCOMPARE(CsvRecord(c.fields).toUtf8(), c.bytes);
+
+        // The folder is made; the file appears whole, with the mark, only when committed.
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("Export/顧客.csv"));
+        const auto bytes = [&] {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
+        };
+        {
+            CsvFile file(path);
+            file.write(cases[0].fields);
+            QCOMPARE(bytes(), QByteArray("<none>"));
+            file.commit();
+        }
+        QCOMPARE(bytes(), "\xEF\xBB\xBF" + cases[0].bytes);
+        {
+            CsvFile abandoned(path);
+            abandoned.write(cases[1].fields);
+        }
+        QCOMPARE(bytes(), "\xEF\xBB\xBF" + cases[0].bytes);
+        long number = 0;
+        try {
+            CsvFile(path + QStringLiteral("/below-a-file.csv"));
+        } catch (const Failure& failure) {
+            number = failure.number();
+        }
+        QCOMPARE(number, ErrorNumber::FileAccess);
     }
 };
 

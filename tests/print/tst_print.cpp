@@ -23,7 +23,7 @@ namespace {
 ListRow row(const QString& name, const QString& yubin, int kazok, bool marked,
             const QString& jusyo1 = u"札幌市"_s, qint64 lastVisit = 20261101,
             const QString& jusyo2 = {}, const QString& tel = {}) {
-    const ListedCustomer c{1, name, {}, yubin, jusyo1, jusyo2, tel, kazok, 0, lastVisit};
+    const ListedCustomer c{1, name, {}, yubin, jusyo1, jusyo2, tel, kazok, 0, lastVisit, {}};
     return {c, c, marked};
 }
 

@@ -287,7 +287,7 @@ private slots:
             });
             QCOMPARE(grid.maxRows(), 0);
             QCOMPARE(s.lblTaisyouCnt->text(), u"0"_s);
-            QVERIFY(!s.cmdFnuc[2]->isEnabled());
+            QVERIFY(!s.cmdFnuc[1]->isEnabled() && !s.cmdFnuc[2]->isEnabled());
             // Unticking the last condition drops the family mode: a search of everyone.
             search(s, [](FrmTotalKensaku& c) {
                 tick(c, C::Tel);
@@ -354,6 +354,42 @@ private slots:
         QCOMPARE(QueryCount(u"select * from San_User"_s), 2);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 2"_s), 0);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 1"_s), 3);
+    }
+
+    // F2 writes the listed rows in the order shown, with the mark, the birth date in its era
+    // and the age; a folder that cannot be written is told and leaves nothing; without rows
+    // there is nothing to write.
+    void theListWrittenToCsv() {
+        const QString path = harness.path(u"Export/顧客一覧_20261122_1015.csv"_s);
+        const QString blocked = harness.path(u"blocked"_s);
+        QFile(blocked).open(QIODevice::WriteOnly);
+        ExpectBoxes(harness, {OpeInf_008});
+        harness.msgs.expectBox(u"ＣＳＶファイルに出力しました。\r"_s + path, u"顧客一覧照会"_s);
+        harness.msgs.expectBoxStartingWith(u"ＣＳＶファイルを書き出せませんでした。\r"_s,
+                                           u"顧客一覧照会"_s);
+        harness.saveAnswers = QStringList{path, blocked + u"/一覧.csv"_s, QString()};
+        openList([this](FrmIchiran& s) {
+            QVERIFY(!s.cmdFnuc[1]->isEnabled());
+            QTest::keyClick(&s, Qt::Key_F2);
+            search(s);
+            QTest::keyClick(&s, Qt::Key_F11);
+            for (int i = 0; i < 3; ++i)
+                QTest::keyClick(&s, Qt::Key_F2);
+        });
+        QCOMPARE(harness.savesAsked.size(), 3);
+        QCOMPARE(harness.savesAsked[0].suggested, path);
+        QCOMPARE(ReadFile(path),
+                 "\xEF\xBB\xBF顧客№,印刷,氏 名,かな名,郵便番号,住所１,住所２,T E L,家族,売上累計,"
+                 "最終来店,誕生日,年齢\r\n"
+                 "3,0,上田,,070-0001,札幌市中央区,A\\B_1%,0166-33 Ext_1\\2%,DM不要,50000,"
+                 "2022/01/01,1960年5月4日,66\r\n"
+                 "2,0,伊藤,いとう,040-0001,  函館市  ,札幌通,011-222,家族,50000,2024/03/01,"
+                 "平成元年8月3日,37\r\n"
+                 "1,1,青木,あおき,060-0001,札幌市中央区,1-2-3,011-111,代表,47000,2024/01/10,"
+                 "昭和30年5月3日,71\r\n"
+                 "4,0,江藤,えとう,,,,0138-44,個人,0,,,\r\n"_ba);
+        QCOMPARE(QDir(harness.path(u"Export"_s)).entryList(QDir::Files),
+                 QStringList{u"顧客一覧_20261122_1015.csv"_s});
     }
 
     // Conditions edited and then cancelled change nothing: printing and the inquiry work from

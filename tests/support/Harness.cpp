@@ -68,6 +68,17 @@ QString Harness::setUp(Options options) {
     screens.reset();
     SetMsgBoxHandler([this](const MsgRequest& request) { return msgs.answer(request); });
     SetShowModalHandler([this](QDialog& screen) { return screens.run(screen); });
+    saveAnswers.clear();
+    savesAsked.clear();
+    unexpectedSaves_ = 0;
+    SetSaveFileHandler([this](const SaveFileRequest& request) {
+        savesAsked << request;
+        if (saveAnswers.isEmpty()) {
+            ++unexpectedSaves_;
+            return QString();
+        }
+        return saveAnswers.takeFirst();
+    });
     if (options.createDatabase && onServer()) {
         // A fresh, empty schema with the tables, the view and the starting masters.
         Connection connection;
@@ -91,11 +102,16 @@ QStringList Harness::tearDown() {
     if (!dir_)
         return {};
     QStringList problems = msgs.failures() + screens.failures();
+    if (!saveAnswers.isEmpty() || unexpectedSaves_ > 0)
+        problems << QStringLiteral("save dialogs: %1 expected and not shown, %2 not expected")
+                        .arg(saveAnswers.size())
+                        .arg(unexpectedSaves_);
     if (gCon.inTransaction())
         problems << QStringLiteral("a transaction was left open");
     gCon.close();
     SetMsgBoxHandler({});
     SetShowModalHandler({});
+    SetSaveFileHandler({});
     FixClock(std::nullopt);
     SetAppFolder({});
     SetInstallFolder({});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/db/Connection.h"
+#include "platform/ui/SaveFileDialog.h"
 #include "support/ModalScript.h"
 #include "support/MsgScript.h"
 
@@ -45,8 +46,13 @@ public:
 
     MsgScript msgs;
     ModalScript screens;
+    // The answers to the save dialogs expected, in order (empty text cancels); each dialog that
+    // came is kept in savesAsked. A dialog nobody expected is a failure and is cancelled.
+    QStringList saveAnswers;
+    QList<SaveFileRequest> savesAsked;
 
 private:
+    int unexpectedSaves_ = 0;
     std::unique_ptr<QTemporaryDir> dir_;
     std::unique_ptr<QTemporaryDir> install_;
 };

@@ -1,0 +1,110 @@
+#include "data/ShopExport.h"
+
+#include "platform/CsvText.h"
+#include "platform/Format.h"
+#include "platform/db/Connection.h"
+
+#include <QDir>
+
+namespace {
+
+const QStringList CustomerColumns{
+    QStringLiteral("User_No"),        QStringLiteral("User_Name"),
+    QStringLiteral("User_Kana"),      QStringLiteral("User_Yubin"),
+    QStringLiteral("User_Jusyo1"),    QStringLiteral("User_Jusyo2"),
+    QStringLiteral("User_Tel"),       QStringLiteral("User_Kinmu"),
+    QStringLiteral("User_KinmuTel"),  QStringLiteral("User_Syokai"),
+    QStringLiteral("User_SyokaiTel"), QStringLiteral("User_Sex"),
+    QStringLiteral("User_Kazok_F"),   QStringLiteral("User_Tanjo_Go"),
+    QStringLiteral("User_Tanjo_Nen"), QStringLiteral("User_Tanjo_Mon"),
+    QStringLiteral("User_Tanjo_Day"), QStringLiteral("User_Entry1"),
+    QStringLiteral("User_Entry2"),    QStringLiteral("User_Dlt_F")};
+
+// A column of the purchases' file: its heading and what the query selects for it.
+struct Column {
+    QString heading, selected;
+};
+
+QList<Column> purchaseColumns() {
+    QList<Column> columns;
+    const auto own = [&](const QString& name) {
+        columns.append({name, QStringLiteral("r.") + name});
+    };
+    // A master code, then its master's name.
+    const auto coded = [&](const QString& name, const QString& master, const QString& masterName) {
+        own(name);
+        columns.append({name.chopped(2) + QStringLiteral("Name"), master + u'.' + masterName});
+    };
+    for (const char* name : {"Uri_UserNo", "Uri_Seq", "Uri_Date"})
+        own(QString::fromLatin1(name));
+    coded(QStringLiteral("Uri_ItemNo"), QStringLiteral("i"), QStringLiteral("Item_Name"));
+    coded(QStringLiteral("Uri_YoutoNo"), QStringLiteral("y"), QStringLiteral("Youto_Name"));
+    coded(QStringLiteral("Uri_Fm_MekaNo"), QStringLiteral("fm"), QStringLiteral("Meka_Name"));
+    for (const char* name : {"Uri_Fm_Name", "Uri_Fm_Kinga", "Uri_Fm_Size", "Uri_Fm_Color"})
+        own(QString::fromLatin1(name));
+    coded(QStringLiteral("Uri_Lz_MekaNo"), QStringLiteral("lm"), QStringLiteral("Meka_Name"));
+    for (const char* name : {"Uri_Lz_Name", "Uri_Lz_Kinga", "Uri_KingaKei"})
+        own(QString::fromLatin1(name));
+    for (const char* eye : {"R", "L"})
+        for (const char* suffix : {"Sph", "Cyl", "Ax", "S", "P1", "B1", "P2", "B2", "Gai", "Tama",
+                                   "Pd", "Ragan", "Kyosei"})
+            own(QStringLiteral("Uri_%1_%2").arg(QLatin1String(eye), QLatin1String(suffix)));
+    for (const char* name : {"Uri_Syohou", "Uri_Memo", "Uri_Yobi"})
+        own(QString::fromLatin1(name));
+    return columns;
+}
+
+QString valueText(const QVariant& value) {
+    if (value.isNull())
+        return {};
+    if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float)
+        return PlainDecimal(value.toDouble());
+    return value.toString();
+}
+
+// Writes each row of the query to the file; gives the number of rows.
+qint64 writeRows(Connection& connection, const QString& sql, CsvFile& file) {
+    qint64 count = 0;
+    for (RecordSet rows = connection.execute(sql); !rows.eof(); rows.moveNext(), ++count) {
+        QStringList values;
+        values.reserve(rows.fieldCount());
+        for (int i = 0; i < rows.fieldCount(); ++i)
+            values << valueText(rows.field(i));
+        file.write(values);
+    }
+    return count;
+}
+
+} // namespace
+
+ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
+    const QDir into(folder);
+    CsvFile customers(into.filePath(CustomersCsv));
+    CsvFile purchases(into.filePath(PurchasesCsv));
+    ExportedRows exported;
+    customers.write(CustomerColumns);
+    exported.customers =
+        writeRows(connection,
+                  QStringLiteral("select ") + CustomerColumns.join(QLatin1Char(',')) +
+                      QStringLiteral(" from San_User order by User_No"),
+                  customers);
+    QStringList headings, selected;
+    for (const Column& column : purchaseColumns()) {
+        headings << column.heading;
+        selected << column.selected;
+    }
+    purchases.write(headings);
+    exported.purchases =
+        writeRows(connection,
+                  QStringLiteral("select ") + selected.join(QLatin1Char(',')) +
+                      QStringLiteral(" from San_Uriage r"
+                                     " left join San_Item i on i.Item_No = r.Uri_ItemNo"
+                                     " left join San_Youto y on y.Youto_No = r.Uri_YoutoNo"
+                                     " left join San_Meka fm on fm.Meka_No = r.Uri_Fm_MekaNo"
+                                     " left join San_Meka lm on lm.Meka_No = r.Uri_Lz_MekaNo"
+                                     " order by r.Uri_UserNo, r.Uri_Seq"),
+                  purchases);
+    customers.commit();
+    purchases.commit();
+    return exported;
+}

@@ -1,0 +1,52 @@
+#include "platform/CsvText.h"
+
+#include "platform/Failure.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+QString CsvField(const QString& value) {
+    const bool quoted = value.contains(QLatin1Char(',')) || value.contains(QLatin1Char('"')) ||
+                        value.contains(QLatin1Char('\r')) || value.contains(QLatin1Char('\n'));
+    if (!quoted)
+        return value;
+    QString doubled = value;
+    doubled.replace(QLatin1Char('"'), QStringLiteral("\"\""));
+    return QLatin1Char('"') + doubled + QLatin1Char('"');
+}
+
+QString CsvRecord(const QStringList& fields) {
+    QStringList written;
+    written.reserve(fields.size());
+    for (const QString& field : fields)
+        written << CsvField(field);
+    return written.join(QLatin1Char(',')) + QStringLiteral("\r\n");
+}
+
+CsvFile::CsvFile(const QString& path)
+    : path_(QFileInfo(path).absoluteFilePath()), file_(std::make_unique<QSaveFile>(path_)) {
+    if (!QDir().mkpath(QFileInfo(path_).absolutePath()) || !file_->open(QIODevice::WriteOnly) ||
+        file_->write(Utf8Bom) != Utf8Bom.size())
+        fail();
+}
+
+CsvFile::~CsvFile() = default;
+
+void CsvFile::write(const QStringList& fields) {
+    const QByteArray record = CsvRecord(fields).toUtf8();
+    if (file_->write(record) != record.size())
+        fail();
+}
+
+void CsvFile::commit() {
+    if (!file_->commit())
+        fail();
+}
+
+void CsvFile::fail() const {
+    const QString reason = file_->errorString();
+    throw Failure(ErrorNumber::FileAccess,
+                  QStringLiteral("ファイルを書けません: ") + QDir::toNativeSeparators(path_) +
+                      (reason.isEmpty() ? QString() : QStringLiteral(" (") + reason + u')'));
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "domain/ListRow.h"
+
+#include <QDate>
+#include <QStringList>
+#include <functional>
+#include <vector>
+
+// The customer list written out for a printing service or Excel: the list's columns as the
+// list shows them, apart from the print mark ("1" or "0") and the sales total (a plain number,
+// without the thousands separators that would make Excel read it as text), then the birth date
+// in its era and the age on the given day.
+QStringList ListCsvHeader();
+QStringList ListCsvRecord(const ListRow& row, const QDate& today);
+
+// Writes the rows in the order given to a CSV file (see CsvFile). progress is told how many
+// rows are written, every so many rows; when it answers false the writing stops and the file
+// is left as it was. Gives whether the file was written.
+bool WriteListCsv(const QString& path, const std::vector<ListRow>& rows, const QDate& today,
+                  const std::function<bool(int written)>& progress = {});
