@@ -40,7 +40,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 # The Qt libraries the programs link come from their ELF files; what Qt loads at run time is
 # listed: the database drivers, the platform plugins (xcb) and the Japanese fonts.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite, libqt6sql6-psql, qt6-qpa-plugins, fonts-noto-cjk")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite, libqt6sql6-psql, qt6-qpa-plugins, fonts-noto-cjk, qt6-translations-l10n")
 # pg_dump and pg_restore back up and restore a shop kept on a PostgreSQL server.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS postgresql-client)
 include(CPack)

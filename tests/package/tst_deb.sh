@@ -33,7 +33,7 @@ grep -Eq "^-rwxr-xr-x root/root .* \./usr/bin/mirvane\$" "$work/contents" ||
 
 depends=$(dpkg-deb -f "$deb" Depends)
 for package in libqt6widgets6 libqt6sql6 libqt6printsupport6 libqt6sql6-sqlite libqt6sql6-psql \
-    qt6-qpa-plugins fonts-noto-cjk; do
+    qt6-qpa-plugins fonts-noto-cjk qt6-translations-l10n; do
     [[ ", $depends," =~ ,\ $package[\ ,] ]] || fail "Depends lacks $package: $depends"
 done
 
