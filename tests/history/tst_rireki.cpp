@@ -22,6 +22,7 @@
 #include "support/ShopData.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QtTest>
@@ -72,6 +73,42 @@ private slots:
             QCOMPARE(page.name, seqs.isEmpty() ? QString() : QStringLiteral("山田 太郎"));
             QCOMPARE(page.total, seqs.isEmpty() ? 0 : 38000 * 3 + 20000 + 30000);
         }
+    }
+
+    // Under each block the prescription before its purchase: above it among those of its day,
+    // or on a later page; one without a prescription is passed over, the oldest has none, and a
+    // power 0.50 or more away is marked with its direction. Page by page: the dates, the right
+    // eye's previous Sph, then the date of the second page's blocks.
+    void eachBlockShowsThePreviousPrescription() {
+        gCon.execute(QStringLiteral("update San_Uriage set Uri_R_Sph = 0, Uri_L_Sph = 0 where "
+                                    "Uri_UserNo = 1 and Uri_Seq = 3"));
+        gCon.execute(QStringLiteral(
+            "update San_Uriage set Uri_R_Sph = -2 where Uri_UserNo = 1 and Uri_Seq = 2"));
+        FrmRireki screen;
+        screen.setKokNo(1);
+        harness.screens.expect<FrmRireki>([](FrmRireki& s) {
+            const auto shown = [&s](const char* name) {
+                QStringList texts;
+                for (const UriageBlock* block : s.FraUriage) {
+                    const auto* label = block->findChild<QLabel*>(QLatin1String(name));
+                    texts << (label ? label->text() : QStringLiteral("<none>"));
+                }
+                return texts;
+            };
+            QCOMPARE(shown("lblZenkaiR"), (QStringList{QStringLiteral("前回 2025/06/01"),
+                                                       QStringLiteral("前回 2023/01/01"),
+                                                       QStringLiteral("前回 2025/06/01")}));
+            QCOMPARE(shown("lblZenkaiSph_R"),
+                     (QStringList{QStringLiteral("-1.25"), QStringLiteral("▼-1.25"),
+                                  QStringLiteral("▲-2.00")}));
+            QTest::keyClick(&s, Qt::Key_F12);
+            QCOMPARE(shown("lblZenkaiL"), (QStringList{QStringLiteral("前回 2023/01/01"),
+                                                       QStringLiteral("前回なし"), QString()}));
+            QCOMPARE(shown("lblZenkaiSph_L"),
+                     (QStringList{QStringLiteral("-1.50"), QString(), QString()}));
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        ShowModal(screen);
     }
 
     // Paging back and forth, the day search, and a save that fails: one block that cannot be
