@@ -76,6 +76,14 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
     model_ = new RowModel<Line>(std::move(columns), this);
     model_->background = colourOf;
     setModel(model_);
+    const auto changed = [this] {
+        emit linesChanged();
+    };
+    connect(model_, &QAbstractItemModel::modelReset, this, changed);
+    connect(model_, &QAbstractItemModel::layoutChanged, this, changed);
+    connect(model_, &QAbstractItemModel::rowsInserted, this, changed);
+    connect(model_, &QAbstractItemModel::rowsRemoved, this, changed);
+    connect(model_, &QAbstractItemModel::dataChanged, this, changed);
     setRowSelection();
     QList<int> widths{44, 96, 80, 96, 100, 110, 84, 72, 50, 60, 110, 84, 72, 110, 120};
     for (int i = 0; i < 26; ++i)

@@ -52,6 +52,10 @@ public:
     // The grid's columns, counted from 1.
     enum Column { Status = 1, Date, Total, Item, Youto, FmName, FmMaker, FmKinga };
 
+signals:
+    // Lines came, went, were sorted or changed.
+    void linesChanged();
+
 private:
     QString masterName(MasterKind kind, const QString& code) const;
 

@@ -15,6 +15,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
+#include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
 
 #include <QAbstractItemView>
@@ -25,6 +26,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -85,6 +87,7 @@ UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
     for (QPushButton* button : {cmdOk, cmdCancel, cmdClear})
         button->setAutoDefault(false);
     PressOnMnemonic(cmdOk);
+    reference_ = new PrescriptionReference(this, eyeFields(0), eyeFields(1), true);
     layOut();
     SetTabChain(tabOrder());
     connectEvents();
@@ -105,6 +108,7 @@ void UriageEntry::connectEvents() {
     connect(cmdClear, &QPushButton::clicked, this, &UriageEntry::cmdClear_Click);
     for (xNum* amount : {txtFm_Kinga, txtLz_Kinga})
         connect(amount, &xInput::leave, this, &UriageEntry::updateTotal);
+    connect(txtDatc, &xInput::leave, this, &UriageEntry::showPreviousPrescription);
     // Enter or Tab from the lens amount goes on to the total, ready to be typed over; a click
     // elsewhere goes where it was aimed.
     connect(txtLz_Kinga, &xInput::keyDown, this,
@@ -130,6 +134,35 @@ void UriageEntry::connectEvents() {
                     if (key == Qt::Key_Return || key == Qt::Key_Enter)
                         *handled = enterPressed(note);
                 });
+}
+
+void UriageEntry::attachGrid(PurchaseGrid* grid) {
+    grid_ = grid;
+    connect(grid_, &PurchaseGrid::linesChanged, this, &UriageEntry::showPreviousPrescription);
+}
+
+void UriageEntry::showPreviousPrescription() {
+    if (!grid_)
+        return;
+    // Lines not stored yet get their numbers after every stored one, in the order entered.
+    constexpr int FirstUnstored = 32768;
+    const auto madeAs = [](const PurchaseLine& line) {
+        return line.purchase.seq != 0 ? line.purchase.seq : FirstUnstored + line.id;
+    };
+    std::vector<Purchase> others;
+    int seq = std::numeric_limits<int>::max();
+    for (const PurchaseLine& line : grid_->lines()) {
+        if (line.id == lineId_) {
+            seq = madeAs(line);
+        } else if (line.state != LineState::Deleted) {
+            others.push_back(line.purchase);
+            others.back().seq = madeAs(line);
+        }
+    }
+    // Without a date the purchase is taken as the newest.
+    const QDate typed = txtDatc->date();
+    const QDate date = typed == xDate::EmptyDate ? QDate(9999, 12, 31) : typed;
+    reference_->show(PreviousPrescription(others, date, seq));
 }
 
 void UriageEntry::updateTotal() {
@@ -253,8 +286,9 @@ void UriageEntry::layOut() {
     sale->addWidget(caption(QStringLiteral("メ モ"), this), 3, 4);
     sale->addWidget(txtMemo, 3, 5, 1, 3);
 
-    auto* eyes = PrescriptionGrid(this, eyeFields(0), eyeFields(1),
-                                  {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")});
+    auto* eyes =
+        PrescriptionGrid(this, eyeFields(0), eyeFields(1),
+                         {QStringLiteral("PD(遠用)"), QStringLiteral("PD(近用)")}, reference_);
 
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(cmdOk);
@@ -310,6 +344,7 @@ void UriageEntry::showLine(const PurchaseLine& line) {
         for (int i = 0; i < 13; ++i)
             prescriptionField(eye, i)->setText(PrescriptionText(p.eyes[eye], i));
     shownTexts_ = fieldTexts();
+    showPreviousPrescription();
 }
 
 void UriageEntry::Clear_UriData() {
@@ -327,6 +362,7 @@ void UriageEntry::Clear_UriData() {
         amount->setValue(0);
     lineId_ = 0;
     shownTexts_ = fieldTexts();
+    showPreviousPrescription();
 }
 
 QStringList UriageEntry::fieldTexts() const {

@@ -10,6 +10,7 @@
 
 class QComboBox;
 class QPushButton;
+class PrescriptionReference;
 class PurchaseGrid;
 struct PurchaseLine;
 class xDate;
@@ -24,7 +25,7 @@ public:
     explicit UriageEntry(QWidget* parent = nullptr);
 
     // The grid the entry writes its lines into.
-    void attachGrid(PurchaseGrid* grid) { grid_ = grid; }
+    void attachGrid(PurchaseGrid* grid);
 
     // Fills the four master lists from the attached grid's masters.
     void fillMasterLists();
@@ -83,10 +84,14 @@ private:
     // was told, and the focus is on that field).
     std::optional<Purchase> purchaseFromFields();
     void updateTotal();
+    // Shows the prescription of the purchase before the one in the fields: before the line
+    // they edit, or before a new line of their date (after every line of that day).
+    void showPreviousPrescription();
     // What the fields hold, one text per field, to tell typing from what was shown.
     QStringList fieldTexts() const;
 
     PurchaseGrid* grid_ = nullptr;
+    PrescriptionReference* reference_;
     int lineId_ = 0;
     QStringList shownTexts_;
 };

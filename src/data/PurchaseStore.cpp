@@ -160,8 +160,12 @@ HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page) {
         SqlNum(ymd) + QStringLiteral(" order by San2.Uri_Date desc,san2.Uri_Seq "));
     HistoryPage shown;
     const int first = 3 * page - 2;
-    for (int count = 1; !rows.eof() && shown.purchases.size() < 3; ++count, rows.moveNext()) {
-        if (count < first)
+    // Every purchase up to the day is read: the previous prescription of one shown may be on a
+    // later page, or above it among those of its day.
+    std::vector<Purchase> all;
+    for (int count = 1; !rows.eof(); ++count, rows.moveNext()) {
+        all.push_back(purchaseOf(rows));
+        if (count < first || shown.purchases.size() == 3)
             continue;
         if (!shown.shown) {
             shown.shown = true;
@@ -169,7 +173,11 @@ HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page) {
             shown.name = text(rows, QStringLiteral("User_Name"));
             shown.total = qint64(std::llround(CmnNvl(rows.field(1), 0).toDouble()));
         }
-        shown.purchases.push_back(purchaseOf(rows));
+        shown.purchases.push_back(all.back());
+    }
+    for (const Purchase& p : shown.purchases) {
+        const Purchase* previous = PreviousPrescription(all, p.date, p.seq);
+        shown.previous.push_back(previous ? std::optional(*previous) : std::nullopt);
     }
     return shown;
 }

@@ -5,6 +5,7 @@
 #include "domain/SearchConditions.h"
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 // The statements on the purchase table.
@@ -28,13 +29,15 @@ QString DeleteSql(qint64 customerNo, int seq);
 void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines);
 
 // One page of the sales history: up to three purchases dated on or before a day, newest first,
-// with the customer's name and sales total; `shown` is false when the page is empty.
+// with the customer's name and sales total; `shown` is false when the page is empty. Beside
+// each purchase the one whose prescription it is compared with, read by the same statement.
 struct HistoryPage {
     bool shown = false;
     qint64 customerNo = 0;
     QString name;
     qint64 total = 0;
     std::vector<Purchase> purchases;
+    std::vector<std::optional<Purchase>> previous;
 };
 HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page);
 

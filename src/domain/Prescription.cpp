@@ -6,6 +6,26 @@
 #include "platform/NumberText.h"
 
 #include <QRegularExpression>
+#include <cmath>
+
+namespace {
+enum { Sph, Cyl, Ax, S };
+}
+
+bool HasOpticalValues(const Prescription& eye) {
+    return eye.numbers[Sph] != 0 || eye.numbers[Cyl] != 0 || eye.numbers[Ax] != 0 ||
+           eye.numbers[S] != 0;
+}
+
+PowerMove PowerChange(const Prescription& now, const Prescription& before, int index) {
+    if (now.numbers[index] == 0 || !HasOpticalValues(before))
+        return PowerMove::None;
+    const long long hundredths =
+        std::llround(now.numbers[index] * 100) - std::llround(before.numbers[index] * 100);
+    if (hundredths >= 50)
+        return PowerMove::Up;
+    return hundredths <= -50 ? PowerMove::Down : PowerMove::None;
+}
 
 QString PrescriptionText(const Prescription& eye, int index) {
     const PrescriptionValue& value = PrescriptionColumns[index];

@@ -53,6 +53,17 @@ struct Prescription {
     bool operator==(const Prescription&) const = default;
 };
 
+// Whether an eye was measured: one of its optical values (Sph, Cyl, Ax, S) is entered.
+bool HasOpticalValues(const Prescription& eye);
+
+// How a power moved since the eye's previous prescription.
+enum class PowerMove { None, Up, Down };
+
+// Sph, Cyl or S (index in table order) now against before: a move when the two differ by 0.50
+// or more, compared in hundredths. A value not entered now never moves, nor does any value of
+// an eye that had no optical values before; a value not entered before counts as 0.
+PowerMove PowerChange(const Prescription& now, const Prescription& before, int index);
+
 // Display rule: a value as its field shows it; 0 and empty show as empty text.
 QString PrescriptionText(const Prescription& eye, int index);
 

@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 #include <array>
+#include <vector>
 
 // One purchase (sale) of a customer: master codes as three-digit text (empty when none),
 // amounts in whole yen, and the prescription of the right (0) and left (1) eye.
@@ -18,3 +19,12 @@ struct Purchase {
     QString syohou, memo;
     bool operator==(const Purchase&) const = default;
 };
+
+// Whether a purchase carries a prescription: an optical value of either eye.
+bool HasPrescription(const Purchase& purchase);
+
+// The purchase whose prescription one made on `date` with number `seq` is compared with: of
+// the purchases, the latest one made before it (by date, then by number) that carries a
+// prescription; null when there is none.
+const Purchase* PreviousPrescription(const std::vector<Purchase>& purchases, const QDate& date,
+                                     int seq);

@@ -136,7 +136,8 @@ bool FrmRireki::DispUriage(qint64 ymd) {
         for (int key : {F4, F5, F6, F7})
             cmdFnuc[key]->setEnabled(true);
         for (std::size_t block = 0; block < page.purchases.size(); ++block)
-            FraUriage[block]->show(page.purchases[block]);
+            FraUriage[block]->show(page.purchases[block],
+                                   page.previous[block] ? &*page.previous[block] : nullptr);
         return true;
     } catch (const Failure&) {
         // The history shows what could be read.

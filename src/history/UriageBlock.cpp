@@ -8,6 +8,7 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
+#include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
 
 #include <QComboBox>
@@ -55,6 +56,7 @@ UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     MoveOnEnter(cboLz_Meka, txtLz_Kinga);
     ClearOnDelete(cboFm_Meka);
     ClearOnDelete(cboLz_Meka);
+    reference_ = new PrescriptionReference(this, eyes_[0], eyes_[1], false);
     layOut();
     // Tab follows the block as shown: the sale, the frame, the lens, then the prescription.
     SetTabChain(QList<QWidget*>{txtUriDate, cboItem, cboYouto, txtKinga, cboFm_Meka, txtFm_Name,
@@ -101,16 +103,26 @@ void UriageBlock::layOut() {
     lensRow->addWidget(txtLz_Name, 2);
     lensRow->addWidget(caption(QStringLiteral("金額"), lens));
     lensRow->addWidget(txtLz_Kinga, 1);
+    // The two captions stand at the left inside their frames: the block stays low enough for
+    // three of them, each with its previous prescription, on one screen.
+    for (QGroupBox* box : {frame, lens})
+        box->setStyleSheet(QStringLiteral(
+            "QGroupBox { border: 1px solid palette(mid); border-radius: 3px; margin-top: 0px;"
+            " padding-left: 34px; }"
+            "QGroupBox::title { subcontrol-origin: border; subcontrol-position: left center;"
+            " left: 6px; }"
+            // A style sheet hides the block's colours for disabled text: the same again.
+            "*:disabled { color: #303030; }"));
     auto* goods = new QHBoxLayout;
     goods->addWidget(frame, 3);
     goods->addWidget(lens, 2);
 
     auto* eyes = PrescriptionGrid(this, eyes_[0], eyes_[1],
-                                  {QStringLiteral("PD(遠)"), QStringLiteral("PD(近)")});
+                                  {QStringLiteral("PD(遠)"), QStringLiteral("PD(近)")}, reference_);
 
     auto* block = new QVBoxLayout(this);
-    block->setContentsMargins(8, 4, 8, 4);
-    block->setSpacing(3);
+    block->setContentsMargins(8, 2, 8, 2);
+    block->setSpacing(2);
     block->addLayout(sale);
     block->addLayout(goods);
     block->addLayout(eyes);
@@ -133,11 +145,13 @@ void UriageBlock::clear(MasterNames& masters) {
         for (xField* field : eye)
             field->clear();
     shown_ = Purchase();
+    reference_->clear();
     editing = false;
 }
 
-void UriageBlock::show(const Purchase& p) {
+void UriageBlock::show(const Purchase& p, const Purchase* previous) {
     shown_ = p;
+    reference_->show(previous);
     txtUriDate->setDate(p.date);
     txtKinga->setValue(double(p.total));
     txtFm_Kinga->setValue(double(p.fmKinga));

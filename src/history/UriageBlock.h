@@ -6,6 +6,7 @@
 #include <array>
 
 class MasterNames;
+class PrescriptionReference;
 class QComboBox;
 class xDate;
 class xField;
@@ -20,8 +21,8 @@ public:
     // Empties the block and fills its lists afresh from the screen's masters; the block is
     // disabled.
     void clear(MasterNames& masters);
-    // Shows one purchase of the history.
-    void show(const Purchase& purchase);
+    // Shows one purchase of the history, under its prescription the previous one's (if any).
+    void show(const Purchase& purchase, const Purchase* previous);
     // Whether the block shows a purchase.
     bool showsPurchase() const;
     // The purchase as the block's fields hold it now; what the block does not show (the note,
@@ -43,5 +44,6 @@ public:
 private:
     void layOut();
     std::array<std::array<xField*, 13>, 2> eyes_{};
+    PrescriptionReference* reference_;
     Purchase shown_;
 };

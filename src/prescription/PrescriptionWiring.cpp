@@ -3,6 +3,7 @@
 #include "domain/Prescription.h"
 #include "platform/controls/xField.h"
 #include "prescription/LeaveRules.h"
+#include "prescription/PrescriptionReference.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -113,7 +114,8 @@ bool PrescriptionWiring::keyRule(int eye, int index, int key) {
 }
 
 QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const EyeFields& left,
-                              const QString (&pdCaptions)[2]) {
+                              const QString (&pdCaptions)[2],
+                              const PrescriptionReference* reference) {
     const QString captions[] = {
         QStringLiteral("S度数"),   QStringLiteral("C度数"),   QStringLiteral("軸度"),
         QStringLiteral("加入度"),  QStringLiteral("ﾌﾟﾘｽﾞﾑ1"), QStringLiteral("ﾍﾞｰｽ1"),
@@ -129,15 +131,22 @@ QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const Eye
     }
     const QString eyeNames[] = {QStringLiteral("<Ｒ>"), QStringLiteral("<Ｌ>")};
     const EyeFields* eyes[] = {&right, &left};
+    const int rowsPerEye = reference ? 2 : 1;
     for (int eye = 0; eye < 2; ++eye) {
-        grid->addWidget(new QLabel(eyeNames[eye], parent), eye + 1, 0);
+        const int row = 1 + eye * rowsPerEye;
+        grid->addWidget(new QLabel(eyeNames[eye], parent), row, 0);
         for (int column = 0; column < 12; ++column)
-            grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[column]], eye + 1,
-                            column + 1);
+            grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[column]], row, column + 1);
         auto* pd = new QLabel(pdCaptions[eye], parent);
         pd->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        grid->addWidget(pd, eye + 1, 13);
-        grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[12]], eye + 1, 14);
+        grid->addWidget(pd, row, 13);
+        grid->addWidget((*eyes[eye])[PrescriptionWiring::ScreenOrder[12]], row, 14);
+        if (!reference)
+            continue;
+        grid->addWidget(reference->caption(eye), row + 1, 0);
+        for (int column = 0; column < 13; ++column)
+            grid->addWidget(reference->value(eye, PrescriptionWiring::ScreenOrder[column]), row + 1,
+                            column < 12 ? column + 1 : 14);
     }
     return grid;
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <array>
 
+class PrescriptionReference;
 class QGridLayout;
 class QWidget;
 class xField;
@@ -37,8 +38,10 @@ private:
 
 // The prescription's fields on a screen: the captions above, a row per eye marked <Ｒ> and <Ｌ>,
 // the values in screen order with the Pd field last behind its caption (pdCaptions: right, left).
+// A reference's row of previous values stands under each eye's row, value under value.
 QGridLayout* PrescriptionGrid(QWidget* parent, const EyeFields& right, const EyeFields& left,
-                              const QString (&pdCaptions)[2]);
+                              const QString (&pdCaptions)[2],
+                              const PrescriptionReference* reference = nullptr);
 
 // The prescription's fields in the order Tab runs through them: the right eye's row as shown,
 // then the left eye's.

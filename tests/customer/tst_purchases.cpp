@@ -9,10 +9,12 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
+#include "prescription/PrescriptionReference.h"
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 #include <QtTest>
@@ -231,6 +233,47 @@ private slots:
         const QString columns = QStringLiteral("Uri_Date Uri_KingaKei Uri_Memo");
         QCOMPARE(PurchaseTexts(3, 1, columns), QStringLiteral("20260301|50000|"));
         QCOMPARE(PurchaseTexts(3, 2, columns), QStringLiteral("20240301|12000|鼻あて交換"));
+    }
+
+    // Under each eye the prescription before the purchase shown: one without a prescription is
+    // passed over, a new line comes after every line, the one waiting too. A power typed 0.50
+    // or more away from it is marked by colour and sign, a smaller change is not.
+    void thePreviousPrescriptionStandsUnderTheEntry() {
+        InsertCustomer({.no = 4});
+        InsertPurchase({.user = 4, .seq = 1, .ymd = 20240512}); // R -1.25, L -1.50
+        InsertPurchase({.user = 4, .seq = 2, .ymd = 20250101, .rightSph = 0, .leftSph = 0});
+        InsertPurchase({.user = 4, .seq = 3, .ymd = 20260101});
+        OpenRegister(harness, 4, [](FrmKokyaku& s) {
+            UriageEntry& e = *s.FraUriage;
+            const auto shown = [&e](const char* name) {
+                const auto* label = e.findChild<QLabel*>(QLatin1String(name));
+                return label ? label->text() : QStringLiteral("<none>");
+            };
+            const auto type = [](xField* field, const QString& text) {
+                field->setFocus();
+                field->selectAll();
+                QTest::keyClicks(field, text);
+            };
+            QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R") + shown("lblZenkaiSph_L"),
+                     QStringLiteral("前回 2024/05/12-1.25-1.50"));
+            type(e.txtSph[0], QStringLiteral("-2"));
+            type(e.txtSph[1], QStringLiteral("-1.25"));
+            e.txtCyl[1]->setFocus();
+            QCOMPARE(e.txtSph[0]->text() + shown("lblZenkaiSph_R") + shown("lblZenkaiSph_L"),
+                     QStringLiteral("-2.00▼-1.25-1.50"));
+            QCOMPARE(e.txtSph[0]->InputAreaColor(), PrescriptionReference::MarkColor);
+            QCOMPARE(e.txtSph[1]->InputAreaColor(), QColor(Qt::white));
+            s.spdData_Click(2, 1);
+            QCOMPARE(shown("lblZenkaiL"), QStringLiteral("前回 2024/05/12"));
+            s.spdData_Click(3, 1);
+            QCOMPARE(shown("lblZenkaiL") + shown("lblZenkaiSph_L"), QStringLiteral("前回なし"));
+            QTest::mouseClick(e.cmdClear, Qt::LeftButton);
+            QCOMPARE(shown("lblZenkaiR"), QStringLiteral("前回 2026/01/01"));
+            type(e.txtSph[0], QStringLiteral("-3"));
+            EnterPurchase(e, QDate(2026, 11, 1), 0, 0);
+            QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R"),
+                     QStringLiteral("前回 2026/11/01-3.00"));
+        });
     }
 
     // Masters with gaps: a stored code selects its own entry, and a code whose master row was

@@ -1,4 +1,5 @@
 #include "domain/Age.h"
+#include "domain/Purchase.h"
 #include "domain/SearchConditions.h"
 #include "domain/Ymd.h"
 
@@ -101,6 +102,54 @@ private slots:
                      {Reiwa, 0, false},    {7, 2020, false}};
         for (const auto& c : cases)
             QCOMPARE(AgeMatches(fiveToSeven, c.era, c.year, today.year()), c.kept);
+    }
+
+    // The purchase a prescription is compared with: the latest before it, by date and then by
+    // number, that carries an optical value; one without (度なし, or Pd alone) is passed over.
+    void previousPrescription() {
+        const auto purchase = [](int seq, int ymd, double rightS, double leftAx) {
+            Purchase p;
+            p.seq = seq;
+            p.date = DateOfYmd(ymd);
+            p.eyes[0].numbers[3] = rightS;
+            p.eyes[1].numbers[2] = leftAx;
+            p.eyes[0].numbers[10] = 64; // Pd alone makes no prescription
+            return p;
+        };
+        const std::vector<Purchase> purchases{
+            purchase(1, 20230101, 0, 90), purchase(2, 20240301, 1.5, 0),
+            purchase(3, 20240301, 0, 0),  purchase(4, 20240301, 0, 180),
+            purchase(5, 20250101, 0, 0),  purchase(6, 20260101, 2, 0)};
+        const struct {
+            int ymd, seq, previous;
+        } cases[] = {{20260101, 6, 4},  {20250101, 5, 4},  {20240301, 4, 2},
+                     {20240301, 3, 2},  {20240301, 2, 1},  {20230101, 1, 0},
+                     {20240301, 99, 4}, {20270101, 99, 6}, {20240229, 99, 1}};
+        for (const auto& c : cases) {
+            const Purchase* previous = PreviousPrescription(purchases, DateOfYmd(c.ymd), c.seq);
+            QCOMPARE(previous ? previous->seq : 0, c.previous);
+        }
+    }
+
+    // A power is marked when it moved by 0.50 or more; not when nothing is typed now, nor in an
+    // eye that had no prescription before.
+    void powerChangesOfHalfADioptre() {
+        const struct {
+            double now, before, otherBefore;
+            PowerMove move;
+        } cases[] = {{-1.25, -1.0, 0, PowerMove::None}, {-1.5, -1.0, 0, PowerMove::Down},
+                     {-0.5, -1.0, 0, PowerMove::Up},    {0.5, 0, 90, PowerMove::Up},
+                     {-0.5, 0, 90, PowerMove::Down},    {0.25, 0, 90, PowerMove::None},
+                     {0, -2.0, 0, PowerMove::None},     {2.1, 1.6, 0, PowerMove::Up},
+                     {-3.0, 0, 0, PowerMove::None},     {1.74, 1.25, 0, PowerMove::None}};
+        for (int index : {0, 1, 3})
+            for (const auto& c : cases) {
+                Prescription now, before;
+                now.numbers[index] = c.now;
+                before.numbers[index] = c.before;
+                before.numbers[2] = c.otherBefore;
+                QCOMPARE(PowerChange(now, before, index), c.move);
+            }
     }
 };
 

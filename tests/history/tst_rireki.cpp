@@ -22,9 +22,12 @@
 #include "support/ShopData.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QtTest>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -72,6 +75,36 @@ private slots:
             QCOMPARE(page.name, seqs.isEmpty() ? QString() : QStringLiteral("山田 太郎"));
             QCOMPARE(page.total, seqs.isEmpty() ? 0 : 38000 * 3 + 20000 + 30000);
         }
+    }
+
+    // Under each block the prescription before its purchase: above it among those of its day,
+    // or on a later page; one without a prescription is passed over, the oldest has none, and a
+    // power 0.50 or more away is marked with its direction.
+    void eachBlockShowsThePreviousPrescription() {
+        gCon.execute(QStringLiteral("update San_Uriage set Uri_R_Sph = 0, Uri_L_Sph = 0 where "
+                                    "Uri_UserNo = 1 and Uri_Seq = 3"));
+        gCon.execute(QStringLiteral(
+            "update San_Uriage set Uri_R_Sph = -2 where Uri_UserNo = 1 and Uri_Seq = 2"));
+        FrmRireki screen;
+        screen.setKokNo(1);
+        harness.screens.expect<FrmRireki>([](FrmRireki& s) {
+            // Per block: the caption and the previous Sph of one eye.
+            const auto shown = [&s](const QString& eye) {
+                QStringList texts;
+                for (const UriageBlock* block : s.FraUriage) {
+                    const auto* date = block->findChild<QLabel*>(u"lblZenkai"_s + eye);
+                    const auto* sph = block->findChild<QLabel*>(u"lblZenkaiSph_"_s + eye);
+                    texts << (date && sph ? date->text() + u' ' + sph->text() : u"<none>"_s);
+                }
+                return texts.join(u'|');
+            };
+            QCOMPARE(shown(u"R"_s), u"前回 2025/06/01 -1.25|前回 2023/01/01 ▼-1.25|"
+                                    u"前回 2025/06/01 ▲-2.00"_s);
+            QTest::keyClick(&s, Qt::Key_F12);
+            QCOMPARE(shown(u"L"_s), u"前回 2023/01/01 -1.50|前回なし | "_s);
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        ShowModal(screen);
     }
 
     // Paging back and forth, the day search, and a save that fails: one block that cannot be
