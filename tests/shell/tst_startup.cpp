@@ -47,12 +47,6 @@ private slots:
 
         const QString file =
             Harness::onServer() ? harness.path(ServerConnectionFile) : harness.databaseFile();
-        const auto replaceFile = [&](const QByteArray& content) {
-            QFile::remove(file);
-            QFile replaced(file);
-            QVERIFY(replaced.open(QIODevice::WriteOnly));
-            replaced.write(content);
-        };
         // Each case's preparation and the reason the box gives.
         using Case = std::tuple<const char*, std::function<void()>, QString>;
         const QList<Case> onServer{
@@ -64,7 +58,9 @@ private slots:
              },
              {}},
             {"no server",
-             [&] { replaceFile("host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2"); },
+             [&] {
+                 WriteFile(file, "host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2");
+             },
              {}}};
         const QList<Case> onFiles{
             {"read-only", [&] { QVERIFY(QFile(file).setPermissions(QFile::ReadOwner)); },
@@ -77,8 +73,8 @@ private slots:
                  foreign.execute(u"create table San_User (x int)"_s);
              },
              {}},
-            {"empty file", [&] { replaceFile({}); }, {}},
-            {"text", [&] { replaceFile("this is not a database, only some text"); }, {}},
+            {"empty file", [&] { WriteFile(file, {}); }, {}},
+            {"text", [&] { WriteFile(file, "this is not a database, only some text"); }, {}},
             {"no file", [&] { QVERIFY(QFile::remove(file)); }, {}}};
         for (const auto& [name, prepare, reason] : Harness::onServer() ? onServer : onFiles) {
             prepare();
