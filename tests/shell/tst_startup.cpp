@@ -10,7 +10,7 @@
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/FrmPsw.h"
-#include "support/Harness.h"
+#include "support/Roads.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -101,9 +101,7 @@ private slots:
             seeded << u"Mirvane-202611%1-190000-daily.mdb"_s.arg(day);
         for (const QString& name : seeded)
             QFile(backups.filePath(name)).open(QIODevice::WriteOnly);
-        harness.msgs.expect(OpeErr_001);
-        harness.msgs.expect(OpeErr_005);
-        harness.msgs.expect(OpeErr_005);
+        ExpectBoxes(harness, {OpeErr_001, OpeErr_005, OpeErr_005});
         harness.screens.expect<FrmPsw>([this](FrmPsw& psw) {
             QVERIFY(gCon.isOpen());
             QCOMPARE(gCon.isServer(), Harness::onServer());
