@@ -72,10 +72,6 @@ class TestCopy : public QObject {
         output = QString::fromUtf8(tool.readAllStandardOutput() + tool.readAllStandardError());
         return tool.exitCode();
     }
-    int copy(const QString& from, const QString& to) { return admin({u"copy"_s, from, to}); }
-    int replace(const QString& from, const QString& to) {
-        return admin({u"copy"_s, u"--replace"_s, from, to});
-    }
 
 private slots:
     void init() { HARNESS_INIT(harness); }
@@ -89,7 +85,7 @@ private slots:
         const QString source =
             Harness::onServer() ? Harness::serverConnection() : harness.databaseFile();
         const QString file = harness.path(u"copy.mdb"_s);
-        QVERIFY2(copy(source, file) == 0, qPrintable(output));
+        QVERIFY2(admin({u"copy"_s, source, file}) == 0, qPrintable(output));
         QVERIFY(output.contains(u"件数は元と一致しました"_s));
         Connection target;
         target.open(file);
@@ -97,7 +93,7 @@ private slots:
         if (Harness::onServer()) { // and back onto an empty server: the tables are made first
             gCon.execute(u"drop schema public cascade"_s);
             gCon.execute(u"create schema public"_s);
-            QVERIFY2(copy(file, source) == 0, qPrintable(output));
+            QVERIFY2(admin({u"copy"_s, file, source}) == 0, qPrintable(output));
             QCOMPARE(contentOf(gCon), original);
         }
 
@@ -105,25 +101,25 @@ private slots:
         // The arguments swapped, or a copy onto itself: a target with customers is refused.
         const QStringList grown = contentOf(gCon);
         for (const QString& from : {source, file}) {
-            QCOMPARE(copy(from, source), 1);
+            QCOMPARE(admin({u"copy"_s, from, source}), 1);
             QCOMPARE(contentOf(gCon), grown);
         }
         QVERIFY2(output.contains(u"元のまま"_s), qPrintable(output));
         QCOMPARE(backupsIn(harness.folder()), QStringList());
         // A source that is no database: nothing is made of it.
-        QCOMPARE(replace(harness.path(u"nothing.mdb"_s), file), 1);
+        QCOMPARE(admin({u"copy"_s, u"--replace"_s, harness.path(u"nothing.mdb"_s), file}), 1);
         QCOMPARE(contentOf(target), original);
         // A row the target refuses after the customers are in: all of it comes back.
         target.execute(u"create trigger refuse before insert on San_Uriage begin "
                        "select raise(abort, 'refused'); end"_s);
-        QCOMPARE(replace(source, file), 1);
+        QCOMPARE(admin({u"copy"_s, u"--replace"_s, source, file}), 1);
         QVERIFY2(output.contains(u"元のまま"_s), qPrintable(output));
         QCOMPARE(contentOf(target), original);
         // Rows the target adds on its own fail the count check.
         target.execute(u"drop trigger refuse"_s);
         target.execute(u"create trigger extra after insert on San_Meka begin insert "
                        "into San_Item values('X' || new.Meka_No, 'x'); end"_s);
-        QCOMPARE(replace(source, file), 1);
+        QCOMPARE(admin({u"copy"_s, u"--replace"_s, source, file}), 1);
         QVERIFY2(output.contains(u"件数が一致しません: San_Item"_s), qPrintable(output));
         // Each replacement saved the target first, as it was.
         const QStringList saved = backupsIn(harness.folder());
@@ -139,7 +135,7 @@ private slots:
         target.execute(u"drop trigger extra"_s);
         target.execute(u"delete from San_User where User_No = 1"_s);
         if (Harness::onServer()) {
-            QVERIFY2(replace(file, source) == 0, qPrintable(output));
+            QVERIFY2(admin({u"copy"_s, u"--replace"_s, file, source}) == 0, qPrintable(output));
             QCOMPARE(contentOf(gCon), contentOf(target));
             QCOMPARE(backupsIn(harness.folder()).filter(u"-before-copy.dump"_s).size(), 1);
             QVERIFY(!QueryValue(u"select last_analyze from pg_stat_user_tables "

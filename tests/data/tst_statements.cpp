@@ -15,18 +15,10 @@ const QDate Today(2026, 11, 22);
 
 Purchase sample() {
     Purchase p;
-    p.seq = 4;
-    p.date = QDate(2024, 3, 5);
-    p.itemNo = u"003"_s;
-    p.youtoNo = u"001"_s;
-    p.lzMekaNo = u"002"_s;
-    p.fmName = u" O'FRAME\tX "_s;
-    p.fmKinga = 20000;
-    p.lzKinga = 8000;
-    p.total = 28000;
-    p.eyes[0].numbers[0] = -2.5;
-    p.eyes[1].b1 = u" IN "_s;
-    p.memo = u"メモ"_s;
+    p.seq = 4, p.date = QDate(2024, 3, 5), p.itemNo = u"003"_s, p.youtoNo = u"001"_s;
+    p.lzMekaNo = u"002"_s, p.fmName = u" O'FRAME\tX "_s, p.memo = u"メモ"_s;
+    p.fmKinga = 20000, p.lzKinga = 8000, p.total = 28000;
+    p.eyes[0].numbers[0] = -2.5, p.eyes[1].b1 = u" IN "_s;
     return p;
 }
 
@@ -82,12 +74,8 @@ private slots:
 
     void aCustomerIsInsertedWithTodaysDatesAndUpdatedWithHisOwn() {
         Customer c;
-        c.no = 12;
-        c.name = u" O'Neil "_s;
-        c.kana = u"おにーる"_s;
-        c.tel = u"011"_s;
-        c.birth = {2, 10, 5, 3};
-        c.entry1 = QDate(2020, 4, 1);
+        c.no = 12, c.name = u" O'Neil "_s, c.kana = u"おにーる"_s, c.tel = u"011"_s;
+        c.entry1 = QDate(2020, 4, 1), c.birth = {2, 10, 5, 3};
         QCOMPARE(CustomerStore::InsertSql(c, Today),
                  u"insert into San_User Values(12,'O''Neil','おにーる','','','',"
                  "'011','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"_s);
@@ -105,10 +93,8 @@ private slots:
         const auto d = [](int month, int day) {
             return QDate(2026, month, day);
         };
-        struct Case {
-            QList<QDate> days, kept;
-        };
-        const QList<Case> cases{
+        // The days backed up, and the days kept.
+        const QList<std::pair<QList<QDate>, QList<QDate>>> cases{
             {{d(11, 22), d(11, 20), d(11, 20), d(10, 1)}, {d(11, 22), d(11, 20), d(10, 1)}},
             // Every day: the last seven (Monday 16 to Sunday 22), then each week's Sunday.
             {daysFrom(d(9, 1), d(11, 22)),
@@ -118,10 +104,10 @@ private slots:
             {QList{d(11, 22)} + daysFrom(QDate(2025, 12, 29), d(1, 10)) + QList{d(1, 12)},
              QList{d(11, 22), d(1, 12)} + daysFrom(d(1, 6), d(1, 10)) + QList{d(1, 4)}},
         };
-        for (const Case& c : cases) {
-            QList<QDate> kept = DailyGenerationsToKeep(c.days);
+        for (const auto& [days, expected] : cases) {
+            QList<QDate> kept = DailyGenerationsToKeep(days);
             std::sort(kept.begin(), kept.end(), std::greater<>());
-            QCOMPARE(kept, c.kept);
+            QCOMPARE(kept, expected);
         }
     }
 };

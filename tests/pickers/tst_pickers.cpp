@@ -12,7 +12,7 @@
 #include "platform/controls/xField.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
-#include "support/Harness.h"
+#include "support/Roads.h"
 
 #include <QCalendarWidget>
 #include <QPushButton>
@@ -33,13 +33,6 @@ void seedDirectory() {
           "(60, 42, '北海道', '札幌市中央区', '大通西')",
           "(100, 1, '東京都', '千代田区', '千代田')", "(100, 5, '東京都', '千代田区', '丸の内')"})
         gCon.execute(u"insert into ZipList values "_s + QString::fromUtf8(row));
-}
-
-QString listedCodes(const FrmZipList& screen) {
-    QStringList codes;
-    for (int row = 1; row <= screen.spdZipList->maxRows(); ++row)
-        codes << screen.spdZipList->cellText(row, 1);
-    return codes.join(u' ');
 }
 
 void search(FrmZipList& s, xField* field, const QString& text) {
@@ -82,7 +75,7 @@ private slots:
         const std::function<void(FrmZipList&)> ok = [](FrmZipList& s) {
             QCOMPARE(s.spdZipList->maxRows(), 0);
             search(s, s.txtZip1, u"060"_s);
-            QCOMPARE(listedCodes(s), u"060-0001 060-0042"_s);
+            QCOMPARE(ColumnTexts(*s.spdZipList, 1), u"060-0001|060-0042"_s);
             QCOMPARE(s.spdZipList->cellText(2, 4), u"大通西"_s);
             QTest::mouseClick(s.cmdOK, Qt::LeftButton); // the first row
         };
@@ -93,8 +86,7 @@ private slots:
             QTest::keyClick(s.txtCity, Qt::Key_Return);
             QCOMPARE(s.spdZipList->maxRows(), 2);
             QWidget* cells = s.spdZipList->view()->viewport();
-            const QPoint centre =
-                s.spdZipList->view()->visualRect(s.spdZipList->gridModel()->index(1, 2)).center();
+            const QPoint centre = RowCentre(*s.spdZipList, 2);
             QTest::mouseClick(cells, Qt::LeftButton, {}, centre);
             QTest::mouseDClick(cells, Qt::LeftButton, {}, centre);
         };
@@ -113,9 +105,9 @@ private slots:
             search(s, s.txtZip2, u"1"_s);
             QCOMPARE(s.spdZipList->maxRows(), 1);
             QTest::mouseClick(s.cmdClear, Qt::LeftButton);
-            QCOMPARE(s.spdZipList->maxRows(), 0);
             for (xField* field : {s.txtZip1, s.txtZip2, s.txtTodo, s.txtCity, s.txtTown})
                 QCOMPARE(field->text(), QString());
+            QCOMPARE(s.spdZipList->maxRows(), 0);
             QTest::keyClicks(s.txtZip1, u"0x6"_s);
             QCOMPARE(s.txtZip1->text(), u"06"_s);
             QTest::mouseClick(s.cmdKensak, Qt::LeftButton);

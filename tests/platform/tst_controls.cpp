@@ -16,6 +16,8 @@
 #include <QDialog>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // What an input method sends: each text under composition in turn, then the committed text.
@@ -36,34 +38,29 @@ class TestControls : public QObject {
 
 private slots:
     void theKanaFieldCatchesTheReadingTypedBeforeConversion() {
-        QDialog screen;
-        auto* name = new xField(&screen);
-        auto* kana = new xKana(&screen);
-        kana->linkTo(name);
+        xField name;
+        xKana kana;
+        kana.linkTo(&name);
 
         // や → やま → やまd (romaji on its way) → やまだ, converted to 山田, committed.
-        type(name, {"や", "やま", "やまd", "やまだ", "山田"}, "山田");
-        QCOMPARE(kana->text(), QStringLiteral("やまだ"));
+        type(&name, {"や", "やま", "やまd", "やまだ", "山田"}, "山田");
+        QCOMPARE(kana.text(), u"やまだ"_s);
 
         // A blank typed by hand, then the given name composed in katakana: kept as hiragana.
-        name->insert(QStringLiteral(" "));
-        kana->insert(QStringLiteral(" "));
-        type(name, {"タロウ", "太郎"}, "太郎");
-        QCOMPARE(name->text(), QStringLiteral("山田 太郎"));
-        QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
+        name.insert(u" "_s), kana.insert(u" "_s);
+        type(&name, {"タロウ", "太郎"}, "太郎");
+        QCOMPARE(name.text() + u'|' + kana.text(), u"山田 太郎|やまだ たろう"_s);
 
-        // Kana committed as it is, without conversion.
-        type(name, {}, "さん");
-        QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
-
-        // Text that never went through the input method adds nothing; the field stays editable
-        // and a commit without a reading composed before adds nothing either.
-        name->insert(QStringLiteral("Jr"));
-        QCOMPARE(kana->text(), QStringLiteral("やまだ たろうさん"));
-        kana->setText(QStringLiteral("やまだ たろう"));
-        QVERIFY(!kana->isReadOnly());
-        type(name, {}, "様");
-        QCOMPARE(kana->text(), QStringLiteral("やまだ たろう"));
+        // Kana committed as it is, without conversion; text that never went through the input
+        // method adds nothing.
+        type(&name, {}, "さん");
+        name.insert(u"Jr"_s);
+        QCOMPARE(kana.text(), u"やまだ たろうさん"_s);
+        // The field stays editable, and a commit without a reading composed before adds nothing.
+        kana.setText(u"やまだ たろう"_s);
+        QVERIFY(!kana.isReadOnly());
+        type(&name, {}, "様");
+        QCOMPARE(kana.text(), u"やまだ たろう"_s);
     }
 
     void numberPostalCodeAndDateFieldsShowTheirFormsAndEmptyForms() {
@@ -74,49 +71,46 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&screen));
 
         amount->setFocus();
-        QTest::keyClicks(amount, QStringLiteral("1234567"));
+        QTest::keyClicks(amount, u"1234567"_s);
         other->setFocus();
-        QCOMPARE(amount->text(), QStringLiteral("1,234,567"));
+        QCOMPARE(amount->text(), u"1,234,567"_s);
         QCOMPARE(amount->Value(), 1234567.0);
         amount->setFocus();
-        QCOMPARE(amount->text(), QStringLiteral("1234567"));
-        // Letters are refused; the range holds.
+        QCOMPARE(amount->text(), u"1234567"_s);
+        // Letters are refused; the range holds, against a minus too.
         amount->setRange(0, 99999);
         amount->clear();
-        QTest::keyClicks(amount, QStringLiteral("12a345678"));
-        QCOMPARE(amount->text(), QStringLiteral("12345"));
-        QTest::keyClicks(amount, QStringLiteral("-"));
-        QCOMPARE(amount->text(), QStringLiteral("12345"));
+        QTest::keyClicks(amount, u"12a345678-"_s);
+        QCOMPARE(amount->text(), u"12345"_s);
 
-        amount->setDisplayFormat(QStringLiteral("000"));
+        amount->setDisplayFormat(u"000"_s);
         amount->setValue(5);
-        QCOMPARE(amount->text(), QStringLiteral("005"));
+        QCOMPARE(amount->text(), u"005"_s);
         amount->setValue(0);
-        QCOMPARE(amount->text(), QStringLiteral("000"));
+        QCOMPARE(amount->text(), u"000"_s);
         amount->clearValue();
         QVERIFY(amount->isEmpty());
 
         xZip zip;
-        QCOMPARE(zip.text(), QStringLiteral("***-****"));
-        QTest::keyClicks(&zip, QStringLiteral("0600001"));
-        QCOMPARE(zip.text(), QStringLiteral("060-0001"));
-        zip.setText(QStringLiteral("100-0001"));
-        QCOMPARE(zip.text(), QStringLiteral("100-0001"));
-        zip.setText(QString());
-        QCOMPARE(zip.text(), QStringLiteral("***-****"));
+        QCOMPARE(zip.text(), u"***-****"_s);
+        QTest::keyClicks(&zip, u"0600001"_s);
+        QCOMPARE(zip.text(), u"060-0001"_s);
+        for (const QString& set : {u"100-0001"_s, QString()}) {
+            zip.setText(set);
+            QCOMPARE(zip.text(), set.isEmpty() ? u"***-****"_s : set);
+        }
 
         xDate date;
-        QVERIFY(date.isEmpty());
-        QCOMPARE(date.text(), QString());
+        QVERIFY(date.isEmpty() && date.text().isEmpty());
         QCOMPARE(date.date(), QDate(1899, 12, 30));
         date.setDate(QDate(2026, 2, 3));
-        QCOMPARE(date.text(), QStringLiteral("2026/02/03"));
+        QCOMPARE(date.text(), u"2026/02/03"_s);
         date.setDate(xDate::EmptyDate);
         QVERIFY(date.isEmpty());
-        QTest::keyClicks(&date, QStringLiteral("20261322"));
+        QTest::keyClicks(&date, u"20261322"_s);
         QCOMPARE(date.date(), xDate::EmptyDate); // no 13th month
         date.clear();
-        QTest::keyClicks(&date, QStringLiteral("20261122"));
+        QTest::keyClicks(&date, u"20261122"_s);
         QCOMPARE(date.date(), QDate(2026, 11, 22));
     }
 
@@ -140,81 +134,71 @@ private slots:
 
         // Committed by an input method or pasted, into each kind of number field.
         xField signedValue;
-        signedValue.setNumericInput(QStringLiteral("+0.00"), -9.99, 9.99);
+        signedValue.setNumericInput(u"+0.00"_s, -9.99, 9.99);
         type(&signedValue, {}, "－１．２５");
-        QCOMPARE(signedValue.text(), QStringLiteral("-1.25"));
+        QCOMPARE(signedValue.text(), u"-1.25"_s);
         xField whole; // no sign where the pattern shows none and no negative is allowed
-        whole.setNumericInput(QStringLiteral("000"), 0, 999);
-        QTest::keyClicks(&whole, QStringLiteral("+"));
+        whole.setNumericInput(u"000"_s, 0, 999);
+        QTest::keyClicks(&whole, u"+"_s);
         type(&whole, {}, "０６０");
-        QCOMPARE(whole.text(), QStringLiteral("060"));
+        QCOMPARE(whole.text(), u"060"_s);
         xNum amount;
-        Paste(&amount, QStringLiteral("１２，３４５"));
+        Paste(&amount, u"１２，３４５"_s);
         QCOMPARE(amount.Value(), 12345.0);
         xZip zip;
-        Paste(&zip, QStringLiteral("０６０００４２"));
-        QCOMPARE(zip.text(), QStringLiteral("060-0042"));
+        Paste(&zip, u"０６０００４２"_s);
+        QCOMPARE(zip.text(), u"060-0042"_s);
         xDate date;
-        Paste(&date, QStringLiteral("２０２６１１２２"));
+        Paste(&date, u"２０２６１１２２"_s);
         QCOMPARE(date.date(), QDate(2026, 11, 22));
     }
 
     // A limit counts characters: 𠮷 and an emoji are two UTF-16 units each and stay whole. What
     // goes past the limit is what came last, before the cursor; a lone half never stays.
     void limitsKeepWholeCharacters() {
-        const QString yoshi = QStringLiteral("𠮷"), smile = QStringLiteral("😀");
-        const QString half = smile.left(1);
-        const struct {
-            QString text;
-            int cursor, limit;
-            QString fitted;
-            int fittedCursor;
-        } cases[] = {
-            {QStringLiteral("ab") + yoshi, 4, 3, QStringLiteral("ab") + yoshi, 4},
-            {QStringLiteral("ab") + yoshi + QStringLiteral("c"), 5, 3, QStringLiteral("ab") + yoshi,
-             4},
-            {QStringLiteral("ab") + smile + yoshi, 6, 3, QStringLiteral("ab") + smile, 4},
-            {QStringLiteral("x") + smile + QStringLiteral("yz"), 3, 3, QStringLiteral("xyz"), 1},
-            {QStringLiteral("ab") + half + QStringLiteral("c"), 4, 9, QStringLiteral("abc"), 3},
-            {QStringLiteral("abcd"), 0, 2, QStringLiteral("ab"), 0},
-            {QStringLiteral("a") + smile + QStringLiteral("b"), 2, 2, QStringLiteral("ab"), 1},
+        const QString yoshi = u"𠮷"_s, smile = u"😀"_s, half = smile.left(1);
+        // The text, its cursor and limit; the text fitted and its cursor.
+        const std::tuple<QString, int, int, QString, int> cases[] = {
+            {u"ab"_s + yoshi, 4, 3, u"ab"_s + yoshi, 4},
+            {u"ab"_s + yoshi + u"c"_s, 5, 3, u"ab"_s + yoshi, 4},
+            {u"ab"_s + smile + yoshi, 6, 3, u"ab"_s + smile, 4},
+            {u"x"_s + smile + u"yz"_s, 3, 3, u"xyz"_s, 1},
+            {u"ab"_s + half + u"c"_s, 4, 9, u"abc"_s, 3},
+            {u"abcd"_s, 0, 2, u"ab"_s, 0},
+            {u"a"_s + smile + u"b"_s, 2, 2, u"ab"_s, 1},
         };
-        for (const auto& c : cases) {
-            QString text = c.text;
-            int cursor = c.cursor;
-            FitToCharacters(text, cursor, c.limit);
-            QCOMPARE(text, c.fitted);
-            QCOMPARE(cursor, c.fittedCursor);
+        for (auto [text, cursor, limit, fitted, fittedCursor] : cases) {
+            FitToCharacters(text, cursor, limit);
+            QCOMPARE(text, fitted);
+            QCOMPARE(cursor, fittedCursor);
         }
-        QCOMPARE(CharacterCount(QStringLiteral("あ") + yoshi + smile), 3);
+        QCOMPARE(CharacterCount(u"あ"_s + yoshi + smile), 3);
 
         // The same on a field: typed, pasted, committed by an input method, set by the program.
         QDialog screen;
         auto* field = new xField(&screen, 5);
         auto* number = new xField(&screen, 4);
-        number->setNumericInput(QStringLiteral("0000"), 0, 9999);
+        number->setNumericInput(u"0000"_s, 0, 9999);
         screen.show();
         QVERIFY(QTest::qWaitForWindowActive(&screen));
         field->setFocus();
         type(field, {}, "あいう");
-        QApplication::clipboard()->setText(yoshi + smile + QStringLiteral("x"));
+        QApplication::clipboard()->setText(yoshi + smile + u"x"_s);
         QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(field->text(), QStringLiteral("あいう") + yoshi + smile);
-        QTest::keyClicks(field, QStringLiteral("z"));
-        QCOMPARE(field->text(), QStringLiteral("あいう") + yoshi + smile);
-        field->setText(QStringLiteral("ab") + yoshi + yoshi + yoshi + smile);
-        QCOMPARE(field->text(), QStringLiteral("ab") + yoshi + yoshi + yoshi);
+        QTest::keyClicks(field, u"z"_s);
+        QCOMPARE(field->text(), u"あいう"_s + yoshi + smile);
+        field->setText(u"ab"_s + yoshi + yoshi + yoshi + smile);
         QCOMPARE(field->maxLength(), 5);
         type(field, {}, "𠮷");
-        QCOMPARE(field->text(), QStringLiteral("ab") + yoshi + yoshi + yoshi);
+        QCOMPARE(field->text(), u"ab"_s + yoshi + yoshi + yoshi);
         xKana kana;
-        kana.setText(QStringLiteral("かなかな") + yoshi);
+        kana.setText(u"かなかな"_s + yoshi);
         kana.setMaxLength(4);
-        QCOMPARE(kana.text(), QStringLiteral("かなかな"));
+        QCOMPARE(kana.text(), u"かなかな"_s);
         // A number field keeps its own rule under the limit.
         number->setFocus();
-        QTest::keyClicks(number, QStringLiteral("12a345"));
-        QCOMPARE(number->text(), QStringLiteral("1234"));
+        QTest::keyClicks(number, u"12a345"_s);
+        QCOMPARE(number->text(), u"1234"_s);
     }
 
     void keysReachTheFieldFirstAndFunctionKeysNeedACaption() {
@@ -222,14 +206,12 @@ private slots:
         auto* field = new xField(&screen);
         auto* other = new xField(&screen);
         auto* keys = new FunctionKeyRow(&screen);
-        std::array<QString, 12> captions{QStringLiteral("閉じる")};
-        captions[4] = QStringLiteral("登録");
-        captions[11] = QStringLiteral("履歴照会");
+        std::array<QString, 12> captions{u"閉じる"_s};
+        captions[4] = u"登録"_s, captions[11] = u"履歴照会"_s;
         keys->setCaptions(captions);
         const auto& cmdFnuc = keys->buttons();
-        QCOMPARE(cmdFnuc[4]->text(), QStringLiteral("F5 登録"));
-        QCOMPARE(cmdFnuc[11]->text(), QStringLiteral("F12 履歴照会"));
-        QCOMPARE(cmdFnuc[1]->text(), QStringLiteral("F2"));
+        QCOMPARE(cmdFnuc[4]->text() + u'|' + cmdFnuc[11]->text() + u'|' + cmdFnuc[1]->text(),
+                 u"F5 登録|F12 履歴照会|F2"_s);
 
         screen.show();
         QVERIFY(QTest::qWaitForWindowActive(&screen));
@@ -242,8 +224,8 @@ private slots:
             *handled = key == Qt::Key_X;
         });
         field->setFocus();
-        QTest::keyClicks(field, QStringLiteral("axb"));
-        QCOMPARE(field->text(), QStringLiteral("ab"));
+        QTest::keyClicks(field, u"axb"_s);
+        QCOMPARE(field->text(), u"ab"_s);
         QCOMPARE(seen, (QList<int>{Qt::Key_A, Qt::Key_X, Qt::Key_B}));
         QCOMPARE(left.count(), 0);
         other->setFocus();
@@ -264,8 +246,8 @@ private slots:
         QTest::mouseClick(cmdFnuc[0], Qt::LeftButton);
         QCOMPARE(pressed.last().first().toInt(), 0);
 
-        xCmdBtn escape(Qt::Key_Escape, QStringLiteral("戻る"));
-        QCOMPARE(escape.text(), QStringLiteral("Esc 戻る"));
+        xCmdBtn escape(Qt::Key_Escape, u"戻る"_s);
+        QCOMPARE(escape.text(), u"Esc 戻る"_s);
     }
 };
 

@@ -12,6 +12,8 @@
 #include <QTableView>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Person {
@@ -20,31 +22,28 @@ struct Person {
     bool changed = false;
 };
 
-const QStringList Families{QStringLiteral("代表"), QStringLiteral("家族"), QStringLiteral("個人")};
+const QStringList Families{u"代表"_s, u"家族"_s, u"個人"_s};
 
-RowModel<Person>* people(QObject* parent) {
+// Five people in a grid shown on the screen.
+RowModel<Person>* people(GridView& grid) {
+    using Column = GridColumn<Person>;
     auto* model = new RowModel<Person>(
-        {{QStringLiteral("氏 名"),
-          [](const Person& p) {
-              return p.name;
-          }},
-         {QStringLiteral("家族"), [](const Person& p) { return Families.value(p.family); },
-          Qt::AlignLeft | Qt::AlignVCenter,
-          [](const Person& p) { return QString::number(p.family); },
-          [](Person& p, const QString& index) {
-              p.family = index.toInt();
-              p.changed = true;
-          },
-          Families}},
-        parent);
+        {Column(u"氏 名"_s, [](const Person& p) { return p.name; }),
+         Column(
+             u"家族"_s, [](const Person& p) { return Families.value(p.family); },
+             Qt::AlignLeft | Qt::AlignVCenter,
+             [](const Person& p) { return QString::number(p.family); },
+             [](Person& p, const QString& index) { p.family = index.toInt(), p.changed = true; },
+             Families)},
+        &grid);
     model->background = [](const Person& p) {
         return p.changed ? QColor(255, 255, 128) : QColor();
     };
-    model->setRows({{QStringLiteral("すずき"), 0},
-                    {QStringLiteral("あべ"), 2},
-                    {QStringLiteral("かとう"), 1},
-                    {QStringLiteral("あべ"), 1},
-                    {QStringLiteral("いとう"), 0}});
+    model->setRows(
+        {{u"すずき"_s, 0}, {u"あべ"_s, 2}, {u"かとう"_s, 1}, {u"あべ"_s, 1}, {u"いとう"_s, 0}});
+    grid.setModel(model);
+    grid.resize(500, 300);
+    grid.show();
     return model;
 }
 
@@ -69,12 +68,9 @@ private slots:
     // through a sort.
     void cellsColoursEditsAndSorting() {
         GridView grid;
-        RowModel<Person>* model = people(&grid);
-        grid.setModel(model);
-        grid.resize(400, 240);
-        grid.show();
+        RowModel<Person>* model = people(grid);
         QVERIFY(QTest::qWaitForWindowExposed(&grid));
-        QCOMPARE(model->index(1, 1).data().toString(), QStringLiteral("個人"));
+        QCOMPARE(model->index(1, 1).data().toString(), u"個人"_s);
         QVERIFY(!model->index(1, 0).data(Qt::BackgroundRole).isValid()); // the grid's default
         QVERIFY(!(model->flags(model->index(1, 0)) & Qt::ItemIsEditable));
 
@@ -83,11 +79,10 @@ private slots:
         grid.view()->edit(cell);
         auto* combo = grid.view()->findChild<QComboBox*>();
         QVERIFY(combo);
-        QCOMPARE(combo->currentText(), QStringLiteral("個人"));
+        QCOMPARE(combo->currentText(), u"個人"_s);
         combo->setCurrentIndex(0);
         grid.view()->setCurrentIndex(model->index(1, 0)); // leaving the cell commits
-        QCOMPARE(model->at(1).family, 0);
-        QVERIFY(model->at(1).changed);
+        QVERIFY(model->at(1).family == 0 && model->at(1).changed);
         QCOMPARE(model->index(1, 0).data(Qt::BackgroundRole).value<QColor>(),
                  QColor(255, 255, 128));
 
@@ -96,9 +91,8 @@ private slots:
         QSignalSpy moved(&grid, &GridView::currentRowChanged);
         model->sortRows([](const Person& a, const Person& b) { return a.name < b.name; });
         // Equal names keep their order.
-        QCOMPARE(names(*model), QStringLiteral("あべ0,あべ1,いとう0,かとう1,すずき0"));
-        QCOMPARE(grid.activeRow(), 4);
-        QCOMPARE(model->at(grid.activeRow() - 1).name, QStringLiteral("かとう"));
+        QCOMPARE(names(*model), u"あべ0,あべ1,いとう0,かとう1,すずき0"_s);
+        QCOMPARE(grid.activeRow(), 4); // かとう still
         grid.setActiveCell(2, 1);
         QCOMPARE(moved.last(), (QList<QVariant>{2}));
         model->removeAt(0);
@@ -108,9 +102,7 @@ private slots:
 
     void clicksKeysAndBlocksAreReportedCountedFromOne() {
         GridView grid;
-        grid.setModel(people(&grid));
-        grid.resize(500, 300);
-        grid.show();
+        people(grid);
         QVERIFY(QTest::qWaitForWindowExposed(&grid));
         QCOMPARE(grid.activeRow(), 1); // the first row until another is chosen
 
@@ -125,7 +117,6 @@ private slots:
         QCOMPARE(grid.activeCol(), 2);
         QTest::keyClick(grid.view(), Qt::Key_Down);
         QCOMPARE(moved.last(), (QList<QVariant>{4}));
-        QCOMPARE(block.count(), 0);
 
         // A real double-click: a click, then the second press arrives as a double-click.
         QTest::mouseClick(cells, Qt::LeftButton, {}, cellCentre(grid, 4, 1));
@@ -140,8 +131,6 @@ private slots:
         // Shift-click selects the block from the current cell.
         QTest::mouseClick(cells, Qt::LeftButton, {}, cellCentre(grid, 4, 1));
         QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, cellCentre(grid, 5, 2));
-        QCOMPARE(block.count(), 1);
-        QCOMPARE(block.last(), (QList<QVariant>{4, 1, 5, 2}));
 
         // A drag over the cells or the row headings is a block, told once; a click inside the
         // block shown and a click on a row heading are none.
@@ -152,16 +141,13 @@ private slots:
         QTest::mousePress(cells, Qt::LeftButton, {}, cellCentre(grid, 1, 1));
         QTest::mouseMove(cells, cellCentre(grid, 3, 2));
         QTest::mouseRelease(cells, Qt::LeftButton, {}, cellCentre(grid, 3, 2));
-        QCOMPARE(block.count(), 2);
-        QCOMPARE(block.last(), (QList<QVariant>{1, 1, 3, 2}));
         QTest::mouseClick(cells, Qt::LeftButton, {}, cellCentre(grid, 2, 1));
         QTest::mouseClick(headings, Qt::LeftButton, {}, heading(4));
-        QCOMPARE(block.count(), 2);
         QTest::mousePress(headings, Qt::LeftButton, {}, heading(2));
         QTest::mouseMove(headings, heading(3));
         QTest::mouseRelease(headings, Qt::LeftButton, {}, heading(3));
-        QCOMPARE(block.count(), 3);
-        QCOMPARE(block.last(), (QList<QVariant>{2, 1, 3, 2}));
+        // Each block told once, none for the key, the click inside a block or on a heading.
+        QCOMPARE(block, (QList<QList<QVariant>>{{4, 1, 5, 2}, {1, 1, 3, 2}, {2, 1, 3, 2}}));
     }
 
     // The exact bytes of records: quoted only for a comma, a double quote or a line break, the

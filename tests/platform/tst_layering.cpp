@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int ScreenRank = 4;
@@ -27,10 +29,9 @@ QStringList offences(const QString& file, const QString& text) {
     const QString folder = file.section(QLatin1Char('/'), 0, 0);
     const int own = rankOf(folder);
     if (own < 0)
-        return {file + QStringLiteral(": its folder has no place in the order")};
-    static const QRegularExpression include(
-        QStringLiteral("^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"]"),
-        QRegularExpression::MultilineOption);
+        return {file + u": its folder has no place in the order"_s};
+    static const QRegularExpression include(u"^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"]"_s,
+                                            QRegularExpression::MultilineOption);
     QStringList found;
     for (const QRegularExpressionMatch& match : include.globalMatch(text)) {
         const QString target = match.captured(2);
@@ -38,7 +39,7 @@ QStringList offences(const QString& file, const QString& text) {
             if (target.startsWith(QLatin1String("QSql")) ||
                 target.startsWith(QLatin1String("QtSql")))
                 if (!file.startsWith(QLatin1String("platform/db/")))
-                    found << file + QStringLiteral(": <") + target + QLatin1Char('>');
+                    found << file + u": <"_s + target + QLatin1Char('>');
             continue;
         }
         if (!target.contains(QLatin1Char('/')))
@@ -48,7 +49,7 @@ QStringList offences(const QString& file, const QString& text) {
         const bool allowed = rank >= 0 && (used == folder || rank < own ||
                                            (own == ScreenRank && rank == ScreenRank));
         if (!allowed)
-            found << file + QStringLiteral(": \"") + target + QLatin1Char('"');
+            found << file + u": \""_s + target + QLatin1Char('"');
     }
     return found;
 }
@@ -59,36 +60,23 @@ class TestLayering : public QObject {
     Q_OBJECT
 
 private slots:
-    void theCheckFindsWhatBreaksTheOrder_data() {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("expected");
-        const auto row = [](const char* name, const char* file, const char* text, int count) {
-            QTest::newRow(name) << QString::fromUtf8(file) << QString::fromUtf8(text) << count;
-        };
-        row("frame opens the menu", "frame/Log.cpp", "#include \"shell/FrmMenu.h\"", 1);
-        row("Qt Sql outside platform/db", "data/Lookups.cpp",
-            "#include <QSqlQuery>\n#include <QtSql/QSqlError>", 2);
-        row("screens open screens", "search/FrmKensaku.cpp",
-            "#include \"customer/FrmKokyaku.h\"\n#include \"data/Lookups.h\"\n#include \"FrmX.h\"",
-            0);
-        row("the shell opens the screens", "shell/FrmMenu.cpp",
-            "#include \"masters/FrmMaster.h\"\n#include \"frame/Globals.h\"", 0);
-    }
-
-    void theCheckFindsWhatBreaksTheOrder() {
-        QFETCH(QString, file);
-        QFETCH(QString, text);
-        QFETCH(int, expected);
-        const QStringList found = offences(file, text);
-        QVERIFY2(found.size() == expected, qPrintable(found.join(QLatin1Char('\n'))));
-    }
-
     void everyFileUnderSrcKeepsTheOrder() {
+        // The check itself finds what breaks the order: a file, its includes and how many of
+        // them break it.
+        const std::tuple<QString, QString, qsizetype> samples[] = {
+            {u"frame/Log.cpp"_s, u"#include \"shell/FrmMenu.h\""_s, 1},
+            {u"data/Lookups.cpp"_s, u"#include <QSqlQuery>\n#include <QtSql/QSqlError>"_s, 2},
+            {u"search/FrmKensaku.cpp"_s,
+             u"#include \"customer/FrmKokyaku.h\"\n#include \"data/Lookups.h\"\n"
+             "#include \"FrmX.h\""_s,
+             0},
+            {u"shell/FrmMenu.cpp"_s,
+             u"#include \"masters/FrmMaster.h\"\n#include \"frame/Globals.h\""_s, 0}};
+        for (const auto& [file, text, count] : samples)
+            QVERIFY2(offences(file, text).size() == count, qPrintable(file));
         const QDir src(QStringLiteral(MIRVANE_SOURCE_DIR));
-        QStringList files;
-        QStringList found;
-        QDirIterator it(src.path(), {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+        QStringList files, found;
+        QDirIterator it(src.path(), {u"*.h"_s, u"*.cpp"_s}, QDir::Files,
                         QDirIterator::Subdirectories);
         while (it.hasNext()) {
             QFile source(it.next());
@@ -97,9 +85,8 @@ private slots:
             found << offences(files.last(), QString::fromUtf8(source.readAll()));
         }
         // The walk did reach the sources.
-        QVERIFY2(files.contains(QStringLiteral("platform/db/Connection.cpp")),
-                 qPrintable(src.path()));
-        QVERIFY2(found.isEmpty(), qPrintable(QStringLiteral("\n") + found.join(QLatin1Char('\n'))));
+        QVERIFY2(files.contains(u"platform/db/Connection.cpp"_s), qPrintable(src.path()));
+        QVERIFY2(found.isEmpty(), qPrintable(u"\n"_s + found.join(QLatin1Char('\n'))));
     }
 };
 

@@ -96,30 +96,26 @@ private slots:
     }
 
     void storedValuesAreShownAndTypedValuesRead() {
-        const struct {
-            int index;
-            double number;
-            const char* base;
-            const char* shown;
-        } display[] = {{Sph, 1.25, "", "+1.25"}, {Cyl, -0.5, "", "-0.50"}, {P1, 3, "", "3.00"},
-                       {Pd, 64.0, "", "64.0"},   {Ax, 180, "", "180"},     {Ax, 0, "", ""},
-                       {Kyosei, 0, "", ""},      {B2, 0, "", ""},          {B2, 0, "OUT", "OUT"}};
-        for (const auto& c : display) {
+        // The value's index, the number or base direction stored, what is shown.
+        const std::tuple<int, double, const char*, const char*> display[] = {
+            {Sph, 1.25, "", "+1.25"}, {Cyl, -0.5, "", "-0.50"}, {P1, 3, "", "3.00"},
+            {Pd, 64.0, "", "64.0"},   {Ax, 180, "", "180"},     {Ax, 0, "", ""},
+            {Kyosei, 0, "", ""},      {B2, 0, "", ""},          {B2, 0, "OUT", "OUT"}};
+        for (const auto& [index, number, base, shown] : display) {
             Prescription eye;
-            if (IsPrescriptionText(c.index))
-                eye.base(c.index) = QString::fromUtf8(c.base);
+            if (IsPrescriptionText(index))
+                eye.base(index) = QString::fromUtf8(base);
             else
-                eye.numbers[c.index] = c.number;
-            QCOMPARE(PrescriptionText(eye, c.index), QString::fromUtf8(c.shown));
+                eye.numbers[index] = number;
+            QCOMPARE(PrescriptionText(eye, index), QString::fromUtf8(shown));
         }
         Prescription eye;
         SetPrescriptionText(eye, Sph, u"+1.25"_s);
         SetPrescriptionText(eye, Pd, u" 62.0 "_s);
         SetPrescriptionText(eye, B1, u" O'IN "_s);
         SetPrescriptionText(eye, Cyl, QString());
-        QCOMPARE(eye.numbers[Sph], 1.25);
-        QCOMPARE(eye.numbers[Pd], 62.0);
-        QCOMPARE(eye.numbers[Cyl], 0.0);
+        QCOMPARE((std::array{eye.numbers[Sph], eye.numbers[Pd], eye.numbers[Cyl]}),
+                 (std::array{1.25, 62.0, 0.0}));
         QCOMPARE(eye.b1, u" O'IN "_s); // as typed; written trimmed
         QCOMPARE(FailureNumber([&] { SetPrescriptionText(eye, Ax, u"abc"_s); }), 13L);
     }
@@ -128,21 +124,19 @@ private slots:
         WiredEyes reg(PrescriptionScreen::Register);
         WiredEyes history(PrescriptionScreen::History);
         // A keystroke past the decimals or the range is refused; the base has no settings.
-        const struct {
-            bool onRegister, leftEye;
-            int index;
-            const char *typed, *shown;
-        } typing[] = {{true, false, Sph, "125", "125"},       {false, false, Sph, "125", "12"},
-                      {true, false, P1, "1.234", "1.2"},      {true, true, P1, "1.234", "1.23"},
-                      {false, true, P1, "1.234", "1.2"},      {true, true, Pd, "-64.25", "-64.2"},
-                      {true, false, Pd, "-64", "64"},         {false, true, Pd, "-64", "64"},
-                      {false, false, Cyl, "-1.255", "-1.25"}, {true, false, Gai, "-70", "70"},
-                      {true, false, B1, "IN", "IN"}};
-        for (const auto& c : typing) {
-            const WiredEyes& p = c.onRegister ? reg : history;
-            xField* field = (c.leftEye ? p.left : p.right)[c.index];
-            QTest::keyClicks(field, QString::fromUtf8(c.typed));
-            QCOMPARE(field->text(), QString::fromUtf8(c.shown));
+        // On the register or the history, on the left eye or the right: typed and shown.
+        const std::tuple<bool, bool, int, const char*, const char*> typing[] = {
+            {true, false, Sph, "125", "125"},       {false, false, Sph, "125", "12"},
+            {true, false, P1, "1.234", "1.2"},      {true, true, P1, "1.234", "1.23"},
+            {false, true, P1, "1.234", "1.2"},      {true, true, Pd, "-64.25", "-64.2"},
+            {true, false, Pd, "-64", "64"},         {false, true, Pd, "-64", "64"},
+            {false, false, Cyl, "-1.255", "-1.25"}, {true, false, Gai, "-70", "70"},
+            {true, false, B1, "IN", "IN"}};
+        for (const auto& [onRegister, leftEye, index, typed, shown] : typing) {
+            const WiredEyes& p = onRegister ? reg : history;
+            xField* field = (leftEye ? p.left : p.right)[index];
+            QTest::keyClicks(field, QString::fromUtf8(typed));
+            QCOMPARE(field->text(), QString::fromUtf8(shown));
         }
     }
 
@@ -160,39 +154,34 @@ private slots:
             p.left[Cyl]->setFocus();
             QCOMPARE(p.left[Pd]->text(), u"64.3"_s);
 
-            // An empty field skips the value that depends on it.
-            QTest::keyClick(p.left[Cyl], Qt::Key_Return);
-            QCOMPARE(p.focus(), p.left[S]);
-            p.right[P1]->setFocus();
-            QTest::keyClick(p.right[P1], Qt::Key_Tab);
-            QCOMPARE(p.focus(), p.right[P2]);
-            QTest::keyClick(p.right[P2], Qt::Key_Enter);
-            QCOMPARE(p.focus(), p.right[Gai]);
-            // Not empty: the key keeps its ordinary effect.
-            p.right[Cyl]->setText(u"+0.50"_s);
-            p.right[Cyl]->setFocus();
-            QTest::keyClick(p.right[Cyl], Qt::Key_Tab);
-            QCOMPARE(p.focus(), p.right[Ax]);
             QTest::keyClicks(p.right[Ax], u"90"_s);
+            p.right[Ax]->setFocus();
             QTest::keyClick(p.right[Ax], Qt::Key_Tab);
             QCOMPARE(p.right[Ax]->text(), u"90"_s);
 
-            // The register's arrows run round both eyes, whatever the caret position: from each
-            // field, the key, and where the focus goes. The history's move the caret.
+            // From each field, the key, and where the focus goes on the register and on the
+            // history. An empty field skips the value that depends on it; not empty, the key keeps
+            // its ordinary effect. The register's arrows run round both eyes, whatever the caret
+            // position; the history's move the caret.
             const bool ring = screen == PrescriptionScreen::Register;
-            const QList<std::tuple<xField*, Qt::Key, xField*>> moves{
-                {p.right[Pd], Qt::Key_Right, p.left[Sph]},
-                {p.left[Sph], Qt::Key_Left, p.right[Pd]},
-                {p.right[Pd], Qt::Key_Left, p.right[Kyosei]},
-                {p.left[Pd], Qt::Key_Right, p.right[Sph]},
-                {p.right[Sph], Qt::Key_Left, p.left[Pd]},
-                {p.right[Tama], Qt::Key_Right, p.right[Ragan]}};
+            p.right[Cyl]->setText(u"+0.50"_s);
             p.right[Tama]->setText(u"12"_s);
-            for (const auto& [from, key, to] : moves) {
+            const QList<std::tuple<xField*, Qt::Key, xField*, xField*>> moves{
+                {p.left[Cyl], Qt::Key_Return, p.left[S], p.left[S]},
+                {p.right[P1], Qt::Key_Tab, p.right[P2], p.right[P2]},
+                {p.right[P2], Qt::Key_Enter, p.right[Gai], p.right[Gai]},
+                {p.right[Cyl], Qt::Key_Tab, p.right[Ax], p.right[Ax]},
+                {p.right[Pd], Qt::Key_Right, p.left[Sph], p.right[Pd]},
+                {p.left[Sph], Qt::Key_Left, p.right[Pd], p.left[Sph]},
+                {p.right[Pd], Qt::Key_Left, p.right[Kyosei], p.right[Pd]},
+                {p.left[Pd], Qt::Key_Right, p.right[Sph], p.left[Pd]},
+                {p.right[Sph], Qt::Key_Left, p.left[Pd], p.right[Sph]},
+                {p.right[Tama], Qt::Key_Right, p.right[Ragan], p.right[Tama]}};
+            for (const auto& [from, key, onRegister, onHistory] : moves) {
                 from->setFocus();
                 from->setCursorPosition(0);
                 QTest::keyClick(from, key);
-                QCOMPARE(p.focus(), ring ? to : from);
+                QCOMPARE(p.focus(), ring ? onRegister : onHistory);
             }
             if (!ring)
                 QCOMPARE(p.right[Tama]->cursorPosition(), 1);

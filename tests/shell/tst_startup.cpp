@@ -10,7 +10,7 @@
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/FrmPsw.h"
-#include "support/Harness.h"
+#include "support/Roads.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -47,12 +47,6 @@ private slots:
 
         const QString file =
             Harness::onServer() ? harness.path(ServerConnectionFile) : harness.databaseFile();
-        const auto replaceFile = [&](const QByteArray& content) {
-            QFile::remove(file);
-            QFile replaced(file);
-            QVERIFY(replaced.open(QIODevice::WriteOnly));
-            replaced.write(content);
-        };
         // Each case's preparation and the reason the box gives.
         using Case = std::tuple<const char*, std::function<void()>, QString>;
         const QList<Case> onServer{
@@ -64,7 +58,9 @@ private slots:
              },
              {}},
             {"no server",
-             [&] { replaceFile("host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2"); },
+             [&] {
+                 WriteFile(file, "host=127.0.0.1 port=1 dbname=none user=none connect_timeout=2");
+             },
              {}}};
         const QList<Case> onFiles{
             {"read-only", [&] { QVERIFY(QFile(file).setPermissions(QFile::ReadOwner)); },
@@ -77,8 +73,8 @@ private slots:
                  foreign.execute(u"create table San_User (x int)"_s);
              },
              {}},
-            {"empty file", [&] { replaceFile({}); }, {}},
-            {"text", [&] { replaceFile("this is not a database, only some text"); }, {}},
+            {"empty file", [&] { WriteFile(file, {}); }, {}},
+            {"text", [&] { WriteFile(file, "this is not a database, only some text"); }, {}},
             {"no file", [&] { QVERIFY(QFile::remove(file)); }, {}}};
         for (const auto& [name, prepare, reason] : Harness::onServer() ? onServer : onFiles) {
             prepare();
@@ -105,9 +101,7 @@ private slots:
             seeded << u"Mirvane-202611%1-190000-daily.mdb"_s.arg(day);
         for (const QString& name : seeded)
             QFile(backups.filePath(name)).open(QIODevice::WriteOnly);
-        harness.msgs.expect(OpeErr_001);
-        harness.msgs.expect(OpeErr_005);
-        harness.msgs.expect(OpeErr_005);
+        ExpectBoxes(harness, {OpeErr_001, OpeErr_005, OpeErr_005});
         harness.screens.expect<FrmPsw>([this](FrmPsw& psw) {
             QVERIFY(gCon.isOpen());
             QCOMPARE(gCon.isServer(), Harness::onServer());

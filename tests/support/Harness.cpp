@@ -86,9 +86,7 @@ QString Harness::setUp(Options options) {
         connection.execute(QStringLiteral("drop schema public cascade"));
         connection.execute(QStringLiteral("create schema public"));
         CreateSchema(connection);
-        QFile server(path(ServerConnectionFile));
-        server.open(QIODevice::WriteOnly);
-        server.write(serverConnection().toUtf8());
+        WriteFile(path(ServerConnectionFile), serverConnection().toUtf8());
     } else if (options.createDatabase) {
         CreateDatabase(databaseFile());
     }
@@ -139,6 +137,13 @@ int QueryCount(const QString& sql) {
 QByteArray ReadFile(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString WriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
 }
 
 long FailureNumber(const std::function<void()>& action) {

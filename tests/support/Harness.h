@@ -64,6 +64,8 @@ QVariant QueryValue(const QString& sql);
 int QueryCount(const QString& sql);
 // A file's bytes; empty when it cannot be read.
 QByteArray ReadFile(const QString& path);
+// Writes a file with the bytes, replacing one that is there; gives its path.
+QString WriteFile(const QString& path, const QByteArray& bytes);
 // The number of the Failure the action throws; 0 when it throws none.
 long FailureNumber(const std::function<void()>& action);
 
