@@ -160,20 +160,30 @@ HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page) {
         SqlNum(ymd) + QStringLiteral(" order by San2.Uri_Date desc,san2.Uri_Seq "));
     HistoryPage shown;
     const int first = 3 * page - 2;
-    // Every purchase up to the day is read: the previous prescription of one shown may be on a
-    // later page, or above it among those of its day.
+    // The previous prescription of one shown may be above it among those of its day (a day's
+    // purchases are listed in the order they were made) or on a later page: the purchases are
+    // read until a day older than the last shown that has one, and that day to its end.
     std::vector<Purchase> all;
+    std::optional<QDate> previousDay;
     for (int count = 1; !rows.eof(); ++count, rows.moveNext()) {
         all.push_back(purchaseOf(rows));
-        if (count < first || shown.purchases.size() == 3)
+        const Purchase& read = all.back();
+        if (count < first)
             continue;
-        if (!shown.shown) {
-            shown.shown = true;
-            shown.customerNo = rows.field(QStringLiteral("Uri_UserNo")).toLongLong();
-            shown.name = text(rows, QStringLiteral("User_Name"));
-            shown.total = qint64(std::llround(CmnNvl(rows.field(1), 0).toDouble()));
+        if (shown.purchases.size() < 3) {
+            if (!shown.shown) {
+                shown.shown = true;
+                shown.customerNo = rows.field(QStringLiteral("Uri_UserNo")).toLongLong();
+                shown.name = text(rows, QStringLiteral("User_Name"));
+                shown.total = qint64(std::llround(CmnNvl(rows.field(1), 0).toDouble()));
+            }
+            shown.purchases.push_back(read);
+            continue;
         }
-        shown.purchases.push_back(all.back());
+        if (previousDay && read.date < *previousDay)
+            break;
+        if (!previousDay && read.date < shown.purchases.back().date && HasPrescription(read))
+            previousDay = read.date;
     }
     for (const Purchase& p : shown.purchases) {
         const Purchase* previous = PreviousPrescription(all, p.date, p.seq);
