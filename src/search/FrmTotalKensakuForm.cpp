@@ -78,6 +78,9 @@ void FrmTotalKensaku::buildForm() {
         cmdCalender[i] = smallButton(this, QStringLiteral("…"), QStringLiteral("cmdCalender"), i);
         txtSaisyuRaiten[i] = named(new xDate(this), QStringLiteral("txtSaisyuRaiten"), i);
         CmnRefuseUnreadableDateOnLeave(txtSaisyuRaiten[i]);
+        // Both date ranges line up whatever follows them on their rows.
+        for (xDate* date : {txtRaiten[i], txtSaisyuRaiten[i]})
+            date->setFixedWidth(130);
         cmdSaisyuCalender[i] =
             smallButton(this, QStringLiteral("…"), QStringLiteral("cmdSaisyuCalender"), i);
     }
