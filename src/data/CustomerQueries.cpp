@@ -87,14 +87,23 @@ QString customerFragments(const C& c) {
         if (c.day != 0)
             sql += QStringLiteral(" and San1.User_Tanjo_Day= ") + SqlNum(c.day);
     }
+    // A customer who never bought has 0 as his last visit: he is before every from-date, and
+    // with only a to-date he has not been seen since.
+    if (c.on[C::LastVisit] && c.lastVisitFrom.isValid())
+        sql += QStringLiteral(" and San2.Uri_LastDate >= ") + ymd(c.lastVisitFrom);
+    if (c.on[C::LastVisit] && c.lastVisitTo.isValid())
+        sql += QStringLiteral(" and San2.Uri_LastDate <= ") + ymd(c.lastVisitTo);
     return sql;
 }
 } // namespace
 
+namespace {
+const QString WithView = QStringLiteral(" from San_User as San1,V_San_User as San2 where "
+                                        "San1.User_No = San2.User_No");
+}
+
 QString CustomerQuery(const C& c, const QList<qint64>& only) {
-    QString sql = QStringLiteral("select san2.*,san1.* from San_User as San1,V_San_User as San2 "
-                                 "where San1.User_No = San2.User_No") +
-                  customerFragments(c);
+    QString sql = QStringLiteral("select san2.*,san1.*") + WithView + customerFragments(c);
     if (!only.isEmpty()) {
         QStringList numbers;
         numbers.reserve(only.size());
@@ -107,8 +116,9 @@ QString CustomerQuery(const C& c, const QList<qint64>& only) {
 }
 
 QString CustomerSideQuery(const C& c) {
-    return QStringLiteral("select San1.User_No, San1.User_Tanjo_Go, San1.User_Tanjo_Nen from "
-                          "San_User as San1 where 1 = 1") +
+    // The view's last visits are read only when asked for.
+    return QStringLiteral("select San1.User_No, San1.User_Tanjo_Go, San1.User_Tanjo_Nen") +
+           (c.on[C::LastVisit] ? WithView : QStringLiteral(" from San_User as San1 where 1 = 1")) +
            customerFragments(c) + QStringLiteral(" Order By User_Kana");
 }
 

@@ -21,6 +21,7 @@ struct SearchConditions {
         Meka,
         Amount,
         HinName,
+        LastVisit,
         Count
     };
     std::array<bool, Count> on{};
@@ -34,6 +35,8 @@ struct SearchConditions {
     std::array<QString, 6> youto, item, meka; // master codes; empty when nothing is chosen
     qint64 amountFrom = 0, amountTo = 0;
     std::array<QString, 6> hinName;
+    // The customer's last purchase date; an invalid date is an open bound.
+    QDate lastVisitFrom, lastVisitTo;
 
     bool any() const;
     bool anyPurchaseCondition() const;

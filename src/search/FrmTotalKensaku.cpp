@@ -34,16 +34,32 @@ template <class List> QList<QWidget*> widgets(const List& controls) {
     return QList<QWidget*>(controls.begin(), controls.end());
 }
 
+// The condition a check box switches; none (-1) for the all-customers and family boxes.
+int conditionOf(int box) {
+    for (int condition = 0; condition < C::Count; ++condition)
+        if (FrmTotalKensaku::boxOf(condition) == box)
+            return condition;
+    return -1;
+}
+
+// A date field's bound: an empty field is open (an invalid date).
+QDate bound(const xDate* field) {
+    return field->isEmpty() ? QDate() : field->date();
+}
+
 } // namespace
 
 FrmTotalKensaku::FrmTotalKensaku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmTotalKensaku"));
     setWindowTitle(QStringLiteral("検索条件指定"));
     buildForm();
-    for (int i = 0; i < 15; ++i)
+    for (int i = 0; i < int(chkJoken.size()); ++i)
         connect(chkJoken[i], &QCheckBox::clicked, this, [this, i] { chkJoken_Click(i); });
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         connect(cmdCalender[i], &QPushButton::clicked, this, [this, i] { cmdCalender_Click(i); });
+        connect(cmdSaisyuCalender[i], &QPushButton::clicked, this,
+                [this, i] { cmdSaisyuCalender_Click(i); });
+    }
     for (int i = 0; i < 6; ++i)
         connect(cmdJusyo[i], &QPushButton::clicked, this, [this, i] { cmdJusyo_Click(i); });
     connect(txtToshi[0], &xInput::leave, this, [this] {
@@ -85,6 +101,8 @@ QList<QWidget*> FrmTotalKensaku::group(int index) const {
         return widgets(txtKinga);
     case C::HinName:
         return widgets(txtHinName);
+    case C::LastVisit:
+        return widgets(txtSaisyuRaiten) + widgets(cmdSaisyuCalender);
     default:
         return {};
     }
@@ -93,7 +111,7 @@ QList<QWidget*> FrmTotalKensaku::group(int index) const {
 void FrmTotalKensaku::resetGroup(int index) {
     for (QWidget* control : group(index)) {
         if (auto* date = qobject_cast<xDate*>(control))
-            date->setDate(Today());
+            date->setDate(index == C::LastVisit ? xDate::EmptyDate : Today());
         else if (auto* amount = qobject_cast<xNum*>(control))
             amount->setValue(0);
         else if (auto* field = qobject_cast<QLineEdit*>(control))
@@ -108,7 +126,7 @@ void FrmTotalKensaku::resetGroup(int index) {
 void FrmTotalKensaku::JyokenClear() {
     Procedure(ScreenName, QStringLiteral("JyokenClear"), QStringLiteral("検索条件クリア処理"), [&] {
         for (int i = 0; i < C::Count; ++i) {
-            chkJoken[i]->setChecked(false);
+            chkJoken[boxOf(i)]->setChecked(false);
             resetGroup(i);
             for (QWidget* control : group(i))
                 CmnCtlEnabled(control, false);
@@ -132,24 +150,47 @@ void FrmTotalKensaku::JyokenClear() {
 }
 
 void FrmTotalKensaku::chkJoken_Click(int index) {
-    Procedure(
-        ScreenName, QStringLiteral("chkJoken_Click"), QStringLiteral("検索条件の切替処理"), [&] {
-            if (index < C::Count) {
-                resetGroup(index);
-                const bool on = chkJoken[index]->isChecked();
-                const QList<QWidget*> controls = group(index);
-                for (QWidget* control : controls)
-                    CmnCtlEnabled(control, on);
-                if (on && index != C::Sex && index != C::Youto && index != C::Item &&
-                    index != C::Meka)
-                    controls.first()->setFocus();
-            }
-            const bool anyOn = std::any_of(chkJoken.begin(), chkJoken.begin() + C::Count,
-                                           [](const QCheckBox* box) { return box->isChecked(); });
-            FraAll->setVisible(!anyOn);
-            if (!anyOn)
-                chkJoken[14]->setChecked(false);
-        });
+    Procedure(ScreenName, QStringLiteral("chkJoken_Click"), QStringLiteral("検索条件の切替処理"),
+              [&] {
+                  const int condition = conditionOf(index);
+                  if (condition >= 0) {
+                      resetGroup(condition);
+                      const bool on = chkJoken[index]->isChecked();
+                      const QList<QWidget*> controls = group(condition);
+                      for (QWidget* control : controls)
+                          CmnCtlEnabled(control, on);
+                      if (on && condition != C::Sex && condition != C::Youto &&
+                          condition != C::Item && condition != C::Meka)
+                          controls.first()->setFocus();
+                  }
+                  const bool anyOn = anyConditionOn();
+                  FraAll->setVisible(!anyOn);
+                  if (!anyOn)
+                      chkJoken[14]->setChecked(false);
+              });
+}
+
+bool FrmTotalKensaku::anyConditionOn() const {
+    for (int i = 0; i < C::Count; ++i)
+        if (chkJoken[boxOf(i)]->isChecked())
+            return true;
+    return false;
+}
+
+// A date that is none, or a from-date after the to-date, is refused. An empty visit date is
+// the earliest date; an empty last-visit bound is open and contradicts nothing.
+bool FrmTotalKensaku::dateRangeRefused(int condition, const std::array<xDate*, 2>& dates) {
+    if (!chkJoken[boxOf(condition)]->isChecked())
+        return false;
+    if (CmnRefuseUnreadableDate(dates[0]) || CmnRefuseUnreadableDate(dates[1]))
+        return true;
+    if (condition == C::LastVisit && (dates[0]->isEmpty() || dates[1]->isEmpty()))
+        return false;
+    if (dates[0]->date() <= dates[1]->date())
+        return false;
+    CmnDspMsg(OpeErr_003);
+    dates[0]->setFocus();
+    return true;
 }
 
 bool FrmTotalKensaku::checksPass() {
@@ -164,11 +205,8 @@ bool FrmTotalKensaku::checksPass() {
     };
     if (chkJoken[C::Age]->isChecked() && txtToshi[0]->Value() > txtToshi[1]->Value())
         return fail(OpeErr_003, txtToshi[0]);
-    if (chkJoken[C::Visit]->isChecked() &&
-        (CmnRefuseUnreadableDate(txtRaiten[0]) || CmnRefuseUnreadableDate(txtRaiten[1])))
+    if (dateRangeRefused(C::Visit, txtRaiten) || dateRangeRefused(C::LastVisit, txtSaisyuRaiten))
         return false;
-    if (chkJoken[C::Visit]->isChecked() && txtRaiten[0]->date() > txtRaiten[1]->date())
-        return fail(OpeErr_003, txtRaiten[0]);
     if (chkJoken[C::Youto]->isChecked() && allEmpty(cboYoto))
         return fail(OpeErr_001, cboYoto[0]);
     if (chkJoken[C::Item]->isChecked() && allEmpty(cboItem))
@@ -219,11 +257,19 @@ bool FrmTotalKensaku::enterPressed(QWidget* from) {
 }
 
 void FrmTotalKensaku::cmdCalender_Click(int index) {
+    pickDate(txtRaiten[index]);
+}
+
+void FrmTotalKensaku::cmdSaisyuCalender_Click(int index) {
+    pickDate(txtSaisyuRaiten[index]);
+}
+
+void FrmTotalKensaku::pickDate(xDate* field) {
     FrmCalender calendar(this);
-    calendar.setInDate(txtRaiten[index]->date());
+    calendar.setInDate(field->date());
     ShowModal(calendar);
     if (calendar.EndType())
-        txtRaiten[index]->setDate(calendar.ResultDate());
+        field->setDate(calendar.ResultDate());
 }
 
 void FrmTotalKensaku::cmdJusyo_Click(int index) {
@@ -237,7 +283,7 @@ void FrmTotalKensaku::cmdJusyo_Click(int index) {
 SearchConditions FrmTotalKensaku::conditions() const {
     SearchConditions c;
     for (int i = 0; i < C::Count; ++i)
-        c.on[i] = chkJoken[i]->isChecked();
+        c.on[i] = chkJoken[boxOf(i)]->isChecked();
     c.kana = txtKana->text();
     c.jusyo1 = txtJusyo1->text();
     c.tel = txtTel->text();
@@ -248,6 +294,8 @@ SearchConditions FrmTotalKensaku::conditions() const {
     c.day = int(txtDay->Value());
     c.visitFrom = txtRaiten[0]->date();
     c.visitTo = txtRaiten[1]->date();
+    c.lastVisitFrom = bound(txtSaisyuRaiten[0]);
+    c.lastVisitTo = bound(txtSaisyuRaiten[1]);
     c.amountFrom = qint64(txtKinga[0]->Value());
     c.amountTo = qint64(txtKinga[1]->Value());
     for (int i = 0; i < 6; ++i) {

@@ -36,9 +36,16 @@ public:
     void cmdKensaku_Click();
     void cmdCancel_Click();
     void cmdCalender_Click(int index);
+    void cmdSaisyuCalender_Click(int index);
     void cmdJusyo_Click(int index);
 
-    std::array<QCheckBox*, 15> chkJoken;
+    // The check box of a condition: the conditions' own order for 0 to 12, then 15 for the last
+    // visit; 13 is "< 全顧客対象 >" and 14 "< 家族対象 >".
+    static constexpr int boxOf(int condition) {
+        return condition == SearchConditions::LastVisit ? 15 : condition;
+    }
+
+    std::array<QCheckBox*, 16> chkJoken;
     xKana* txtKana;
     xField *txtJusyo1, *txtTel;
     std::array<xZip*, 6> txtYubin;
@@ -49,6 +56,8 @@ public:
     xNum *txtMonth, *txtDay;
     std::array<xDate*, 2> txtRaiten;
     std::array<QPushButton*, 2> cmdCalender;
+    std::array<xDate*, 2> txtSaisyuRaiten; // the last visit's range, open where left empty
+    std::array<QPushButton*, 2> cmdSaisyuCalender;
     std::array<QComboBox*, 6> cboYoto, cboItem, cboMeka;
     std::array<xNum*, 2> txtKinga;
     std::array<xField*, 6> txtHinName;
@@ -67,6 +76,9 @@ private:
     QList<QWidget*> group(int index) const;
     void resetGroup(int index);
     bool checksPass();
+    bool dateRangeRefused(int condition, const std::array<xDate*, 2>& dates);
+    bool anyConditionOn() const;
+    void pickDate(xDate* field);
 
     int result_ = 0;
 };

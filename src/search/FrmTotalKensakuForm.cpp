@@ -46,15 +46,15 @@ QLabel* text(const QString& caption, QWidget* parent) {
 } // namespace
 
 void FrmTotalKensaku::buildForm() {
-    const QString captions[] = {QStringLiteral("かな名"),      QStringLiteral("住所"),
-                                QStringLiteral("郵便番号"),    QStringLiteral("ＴＥＬ"),
-                                QStringLiteral("性別"),        QStringLiteral("年齢"),
-                                QStringLiteral("誕生日"),      QStringLiteral("来店日"),
-                                QStringLiteral("用途"),        QStringLiteral("アイテム"),
-                                QStringLiteral("メーカー"),    QStringLiteral("売上額"),
-                                QStringLiteral("商品名"),      QStringLiteral("< 全顧客対象 >"),
-                                QStringLiteral("< 家族対象 >")};
-    for (int i = 0; i < 15; ++i)
+    const QString captions[] = {QStringLiteral("かな名"),       QStringLiteral("住所"),
+                                QStringLiteral("郵便番号"),     QStringLiteral("ＴＥＬ"),
+                                QStringLiteral("性別"),         QStringLiteral("年齢"),
+                                QStringLiteral("誕生日"),       QStringLiteral("来店日"),
+                                QStringLiteral("用途"),         QStringLiteral("アイテム"),
+                                QStringLiteral("メーカー"),     QStringLiteral("売上額"),
+                                QStringLiteral("商品名"),       QStringLiteral("< 全顧客対象 >"),
+                                QStringLiteral("< 家族対象 >"), QStringLiteral("最終来店日")};
+    for (int i = 0; i < int(chkJoken.size()); ++i)
         chkJoken[i] = named(new QCheckBox(captions[i], this), QStringLiteral("chkJoken"), i);
     txtKana = named(new xKana(this), QStringLiteral("txtKana"));
     txtJusyo1 = named(new xField(this, 50), QStringLiteral("txtJusyo1"));
@@ -76,6 +76,13 @@ void FrmTotalKensaku::buildForm() {
         txtRaiten[i] = named(new xDate(this), QStringLiteral("txtRaiten"), i);
         CmnRefuseUnreadableDateOnLeave(txtRaiten[i]);
         cmdCalender[i] = smallButton(this, QStringLiteral("…"), QStringLiteral("cmdCalender"), i);
+        txtSaisyuRaiten[i] = named(new xDate(this), QStringLiteral("txtSaisyuRaiten"), i);
+        CmnRefuseUnreadableDateOnLeave(txtSaisyuRaiten[i]);
+        // Both date ranges line up whatever follows them on their rows.
+        for (xDate* date : {txtRaiten[i], txtSaisyuRaiten[i]})
+            date->setFixedWidth(130);
+        cmdSaisyuCalender[i] =
+            smallButton(this, QStringLiteral("…"), QStringLiteral("cmdSaisyuCalender"), i);
     }
     for (int i = 0; i < 6; ++i) {
         txtYubin[i] = named(new xZip(this), QStringLiteral("txtYubin"), i);
@@ -155,16 +162,20 @@ void FrmTotalKensaku::buildForm() {
     rows->addWidget(chkJoken[7], 7, 0);
     rows->addLayout(range(txtRaiten[0], cmdCalender[0], txtRaiten[1], cmdCalender[1], QString()), 7,
                     1);
-    rows->addWidget(chkJoken[8], 8, 0, Qt::AlignTop);
-    rows->addLayout(six(cboYoto), 8, 1);
-    rows->addWidget(chkJoken[9], 9, 0, Qt::AlignTop);
-    rows->addLayout(six(cboItem), 9, 1);
-    rows->addWidget(chkJoken[10], 10, 0, Qt::AlignTop);
-    rows->addLayout(six(cboMeka), 10, 1);
-    rows->addWidget(chkJoken[11], 11, 0);
-    rows->addLayout(range(txtKinga[0], nullptr, txtKinga[1], nullptr, QStringLiteral("円")), 11, 1);
-    rows->addWidget(chkJoken[12], 12, 0, Qt::AlignTop);
-    rows->addLayout(six(txtHinName), 12, 1);
+    rows->addWidget(chkJoken[15], 8, 0);
+    rows->addLayout(range(txtSaisyuRaiten[0], cmdSaisyuCalender[0], txtSaisyuRaiten[1],
+                          cmdSaisyuCalender[1], QStringLiteral("（空欄は制限なし）")),
+                    8, 1);
+    rows->addWidget(chkJoken[8], 9, 0, Qt::AlignTop);
+    rows->addLayout(six(cboYoto), 9, 1);
+    rows->addWidget(chkJoken[9], 10, 0, Qt::AlignTop);
+    rows->addLayout(six(cboItem), 10, 1);
+    rows->addWidget(chkJoken[10], 11, 0, Qt::AlignTop);
+    rows->addLayout(six(cboMeka), 11, 1);
+    rows->addWidget(chkJoken[11], 12, 0);
+    rows->addLayout(range(txtKinga[0], nullptr, txtKinga[1], nullptr, QStringLiteral("円")), 12, 1);
+    rows->addWidget(chkJoken[12], 13, 0, Qt::AlignTop);
+    rows->addLayout(six(txtHinName), 13, 1);
     rows->setColumnStretch(1, 1);
 
     auto* bottom = new QHBoxLayout;

@@ -208,6 +208,51 @@ private slots:
         QCOMPARE(found, expected);
     }
 
+    // Customers not seen for a while, on a shop added to the seeded one. Ages in 2024: 11 is 39,
+    // 12 40, 13 and 15 70, 14 71; 11 to 14 born in April. Last visits: 11, 14 and 15 on
+    // 2023/12/31, 12 on 2024/01/01 (after a visit in 2023), 13 never. Both bounds count.
+    void theLastVisitCondition_data() {
+        QTest::addColumn<C>("conditions");
+        QTest::addColumn<Numbers>("expected");
+        const QDate Dec31Before(2023, 12, 31);
+        QTest::newRow("not seen since 2024, never bought too")
+            << when({C::LastVisit}, {.lastVisitTo = Dec31Before}) << Numbers{3, 4, 11, 13, 14, 15};
+        QTest::newRow("and aged 40 to 70")
+            << when({C::LastVisit, C::Age},
+                    {.ageFrom = 40, .ageTo = 70, .lastVisitTo = Dec31Before})
+            << Numbers{3, 13, 15};
+        QTest::newRow("born in April")
+            << when({C::LastVisit, C::Birthday}, {.month = 4, .lastVisitTo = Dec31Before})
+            << Numbers{11, 13, 14};
+        QTest::newRow("and bought in 2023")
+            << when({C::LastVisit, C::Visit}, {.visitFrom = QDate(2023, 1, 1),
+                                               .visitTo = Dec31Before,
+                                               .lastVisitTo = Dec31Before})
+            << Numbers{11, 14, 15};
+        QTest::newRow("seen since 2024, never bought not")
+            << when({C::LastVisit}, {.lastVisitFrom = Jan1, .lastVisitTo = Dec31})
+            << Numbers{1, 2, 12};
+    }
+    void theLastVisitCondition() {
+        QFETCH(C, conditions);
+        QFETCH(Numbers, expected);
+        // no, kana, year in 昭和, month of birth, purchase dates
+        const std::tuple<qint64, QString, int, int, QList<int>> shop[] = {
+            {11, u"かとう"_s, 60, 4, {20231231}},
+            {12, u"きむら"_s, 59, 4, {20230601, 20240101}},
+            {13, u"くどう"_s, 29, 4, {}},
+            {14, u"けんざき"_s, 28, 4, {20231231}},
+            {15, u"こばやし"_s, 29, 6, {20231231}}};
+        for (const auto& [no, kana, year, month, visits] : shop) {
+            InsertCustomer({.no = no, .kana = kana, .tanjoGo = 1, .nen = year, .mon = month});
+            for (int seq = 1; seq <= visits.size(); ++seq)
+                InsertPurchase({.user = no, .seq = seq, .ymd = visits[seq - 1]});
+        }
+        Numbers found;
+        SearchCustomers(conditions, 2024, [&](const ListedCustomer& c) { found << c.no; });
+        QCOMPARE(found, expected);
+    }
+
     // The quick search takes the typed text as it is, ignoring ASCII case only (an underscore,
     // a backslash and % stand for themselves). The inquiry's maker condition keeps the terms of
     // the empty choices: a purchase without a lens maker is shown whatever maker is asked for;
@@ -469,6 +514,26 @@ private slots:
             QCOMPARE(s.lblKaisu->text() + u' ' + s.lblKinga->text(), u"0 \\0"_s);
         });
         ShowModal(inquiry);
+    }
+
+    // The last visit alone is a condition: the family mode stays on with it. A from-date after
+    // the to-date is refused; a bound left empty is open.
+    void theLastVisitOnTheConditionsScreen() {
+        ExpectBoxes(harness, {OpeErr_003, OpeInf_008});
+        openList([this](FrmIchiran& s) {
+            search(s, [](FrmTotalKensaku& c) {
+                tick(c, FrmTotalKensaku::boxOf(C::LastVisit));
+                QTest::keyClicks(c.txtSaisyuRaiten[0], u"20240101"_s);
+                tick(c, 14);
+                c.txtSaisyuRaiten[1]->setDate(QDate(2023, 12, 31));
+                QTest::mouseClick(c.cmdKensaku, Qt::LeftButton);
+                QVERIFY(c.isVisible() && c.focusWidget() == c.txtSaisyuRaiten[0]);
+                c.txtSaisyuRaiten[1]->clear();
+            });
+            // 2 is one of the family: marked in the family mode of a search with conditions.
+            QCOMPARE(ColumnTexts(*s.spdData, ListGrid::No), u"1|2"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, ListGrid::Mark), u"●|●"_s);
+        });
     }
 
     // A customer renamed in the register comes back read again: a later correction in the

@@ -264,8 +264,9 @@ int showList(const QString& folder) {
 int showConditions(const QString& folder) {
     seedShop(folder);
     FrmTotalKensaku screen;
-    for (int index : {0, 5, 7, 8})
+    for (int index : {0, 5, 7, 8, FrmTotalKensaku::boxOf(SearchConditions::LastVisit), 14})
         screen.chkJoken[index]->click();
+    screen.txtSaisyuRaiten[1]->setDate(QDate(2023, 12, 31));
     screen.txtKana->setText(QStringLiteral("やま"));
     screen.txtToshi[0]->setValue(60);
     screen.txtToshi[1]->setValue(70);
