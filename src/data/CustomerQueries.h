@@ -11,7 +11,8 @@
 // customer numbers, only those.
 QString CustomerQuery(const SearchConditions& c, const QList<qint64>& only = {});
 
-// The customers of the customer-side conditions alone, by kana: number, era and year of birth.
+// The customers of the customer-side conditions alone, in no order: number, era and year of
+// birth.
 QString CustomerSideQuery(const SearchConditions& c);
 
 // Which form the maker condition takes: the list's (only chosen makers) or the inquiry's

@@ -83,7 +83,7 @@ ListedCustomer listed(const RecordSet& row) {
              number("User_Tanjo_Mon", 0), number("User_Tanjo_Day", 0)}};
 }
 
-// The customers that pass the age filter and the purchase check, in kana order. The checks run
+// The customers that pass the age filter and the purchase check, in no order. The checks run
 // on the customer side alone; the totals are read afterwards for those that passed.
 QList<qint64> filteredCustomers(const SearchConditions& c, int currentYear) {
     std::optional<PurchaseCheck> purchases;
