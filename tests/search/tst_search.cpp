@@ -321,17 +321,14 @@ private slots:
                 QCOMPARE(c.focusWidget(), c.txtTel); // opened again where Enter was pressed
                 c.txtTel->setText(u"099"_s);
             });
-            QCOMPARE(grid.maxRows(), 0);
-            QCOMPARE(s.lblTaisyouCnt->text(), u"0"_s);
+            QCOMPARE(QString::number(grid.maxRows()) + u' ' + s.lblTaisyouCnt->text(), u"0 0"_s);
             QVERIFY(!s.cmdFnuc[1]->isEnabled() && !s.cmdFnuc[2]->isEnabled());
             // Unticking the last condition drops the family mode: a search of everyone.
             search(s, [](FrmTotalKensaku& c) {
                 tick(c, C::Tel);
-                QVERIFY(c.FraAll->isVisible());
-                QVERIFY(!c.chkJoken[14]->isChecked());
+                QVERIFY(c.FraAll->isVisible() && !c.chkJoken[14]->isChecked());
             });
-            QCOMPARE(s.shownSearch().result, 2);
-            QVERIFY(!GlbKazokTaisyou);
+            QVERIFY(s.shownSearch().result == 2 && !GlbKazokTaisyou);
             QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1|2|4"_s);
             // All customers: representatives and individuals with an address are marked.
             QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|●||"_s);
@@ -359,14 +356,13 @@ private slots:
             QTest::mouseMove(area, at(grid, 2, ListGrid::Name));
             QTest::mouseRelease(area, Qt::LeftButton, {}, at(grid, 2, ListGrid::Name));
             QCOMPARE(repaints.count(), 1);
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"●|||●"_s);
-            QCOMPARE(s.lblPrintCnt->text(), u"2"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + s.lblPrintCnt->text(),
+                     u"●|||● 2"_s);
             QTest::mouseClick(area, Qt::LeftButton, {}, at(grid, 1, ListGrid::Mark));
             QHeaderView* headings = grid.view()->verticalHeader();
             QTest::mouseClick(headings->viewport(), Qt::LeftButton, {},
                               QPoint(5, headings->sectionViewportPosition(2) + 5));
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|||●"_s);
-            QCOMPARE(s.lblPrintCnt->text(), u"1"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + s.lblPrintCnt->text(), u"|||● 1"_s);
             // Row 2 corrected in place; as an individual now it is marked again.
             edit(grid, 2, ListGrid::Name, u"青木 改"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::Yellow);
@@ -379,9 +375,8 @@ private slots:
                 QCOMPARE(grid.rowColor(row), ListGrid::Red);
             }
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::No) + u' ' + s.lblTaisyouCnt->text(), u"3|1 2"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::White);
-            QCOMPARE(s.lblTaisyouCnt->text(), u"2"_s);
             QTest::keyClick(&s, Qt::Key_F5); // nothing left to save
         });
         QCOMPARE(RowTexts(u"select * from San_User where User_No = 1"_s,
@@ -574,22 +569,20 @@ private slots:
             expectRegister(0, u"090-9"_s);
             s.txtTel->setText(u" 090-9 "_s);
             QTest::keyClick(&s, Qt::Key_F12);
-            QVERIFY(!s.cmdBtn[1]->isEnabled());
-            QCOMPARE(s.focusWidget(), s.txtTel);
+            QVERIFY(!s.cmdBtn[1]->isEnabled() && s.focusWidget() == s.txtTel);
             QCOMPARE(s.txtTel->text(), u" 090-9 "_s);
             // One hit opens that customer at once and stays listed.
             expectRegister(2, u"011-222"_s);
             s.txtTel->setText(u"222"_s);
             QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-            QCOMPARE(ColumnTexts(*s.spdData, 1), u"2"_s);
-            QCOMPARE(s.spdData->cellText(1, 4), u"函館市札幌通"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1) + u' ' + s.spdData->cellText(1, 4),
+                     u"2 函館市札幌通"_s);
             // Several are listed for the user to choose.
             s.txtTel->clear();
             s.txtKana->setText(u"とう"_s);
             QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(ColumnTexts(*s.spdData, 1), u"2|4"_s);
-            QVERIFY(s.cmdBtn[1]->isEnabled());
-            QCOMPARE(s.focusWidget(), s.spdData->view());
+            QVERIFY(s.cmdBtn[1]->isEnabled() && s.focusWidget() == s.spdData->view());
             expectRegister(4, u"0138-44"_s); // a double click leaves the list
             QWidget* area = s.spdData->view()->viewport();
             const QPoint centre = RowCentre(*s.spdData, 2);
@@ -599,8 +592,7 @@ private slots:
             expectRegister(2, u"011-222"_s); // F5 empties the screen after
             s.spdData->setActiveCell(1, 3);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->maxRows(), 0);
-            QCOMPARE(s.txtKana->text(), QString());
+            QVERIFY(s.spdData->maxRows() == 0 && s.txtKana->text().isEmpty());
             QCOMPARE(s.focusWidget(), s.txtTel);
             // Blanks count as typed: no condition, every customer listed by kana.
             s.txtKana->setText(u" "_s);
@@ -609,8 +601,7 @@ private slots:
             expectRegister(0, u"099"_s);
             s.txtTel->setText(u"099 "_s);
             QTest::keyClick(&s, Qt::Key_F1);
-            QCOMPARE(s.spdData->maxRows(), 0);
-            QCOMPARE(s.txtTel->text(), QString());
+            QVERIFY(s.spdData->maxRows() == 0 && s.txtTel->text().isEmpty());
             QTest::keyClick(&s, Qt::Key_Escape);
             QVERIFY(!s.isVisible());
         });
