@@ -275,8 +275,7 @@ private slots:
             ListRow row;
             row.state = before;
             ToggleRowDeletion(row);
-            QCOMPARE(row.state, ListState::ToDelete);
-            QVERIFY(!HasUnsavedEdit(row));
+            QVERIFY(row.state == ListState::ToDelete && !HasUnsavedEdit(row));
             ToggleRowDeletion(row);
             QCOMPARE(row.state, before);
         }
