@@ -48,9 +48,7 @@ void insertCustomer(int number) {
 // The shop's zone, Japan's, set before Qt first reads it: log lines must not be written in UTC.
 const bool ShopTimeZone = qputenv("TZ", "Asia/Tokyo");
 
-const QString Where = u"顧客登録"_s;
-const QString Name = u"Save_User"_s;
-const QString Description = u"顧客マスター保存処理"_s;
+const QString Where = u"顧客登録"_s, Name = u"Save_User"_s, Description = u"顧客マスター保存処理"_s;
 
 } // namespace
 

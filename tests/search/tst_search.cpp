@@ -378,9 +378,8 @@ private slots:
             QCOMPARE(grid.rowColor(2), ListGrid::White);
             QTest::keyClick(&s, Qt::Key_F5); // nothing left to save
         });
-        QCOMPARE(RowTexts(u"select * from San_User where User_No = 1"_s,
-                          {u"User_Name"_s, u"User_Kazok_F"_s, u"User_Entry2"_s}),
-                 (QStringList{u"青木 改"_s, u"2"_s, u"2026/11/22"_s}));
+        QCOMPARE(CustomerTexts(1, u"User_Name User_Kazok_F User_Entry2"_s),
+                 u"青木 改|2|2026/11/22"_s);
         QCOMPARE(QueryCount(u"select * from San_User"_s), 2);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 2"_s), 0);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 1"_s), 3);
@@ -546,9 +545,7 @@ private slots:
             edit(*s.spdData, 2, ListGrid::Jusyo2, u"2階"_s);
             QTest::keyClick(&s, Qt::Key_F5);
         });
-        QCOMPARE(RowTexts(u"select * from San_User where User_No = 1"_s,
-                          {u"User_Name"_s, u"User_Jusyo2"_s}),
-                 (QStringList{u"青木 新姓"_s, u"2階"_s}));
+        QCOMPARE(CustomerTexts(1, u"User_Name User_Jusyo2"_s), u"青木 新姓|2階"_s);
     }
 
     // The quick search from the menu through its three outcomes (no hit, one, several), the
