@@ -410,7 +410,7 @@ private slots:
     // the question to save again, written to the log, and the typing stays for the next F5.
     // A name or kana at its limit with 𠮷 or an emoji past it keeps whole characters, and the
     // customer is stored as shown.
-    void aLockHeldPastTheWaitAsksToSaveAgain() {
+    void aLockHeldPastTheWaitAsksToSaveAgainKeepingWholeCharacters() {
         gCon.setLockWait(300);
         ExpectBoxes(harness, {OpeQes_011, SysErr_007, OpeQes_011, OpeInf_001});
         const QString name = QString(29, QChar(u'あ')) + u"😀"_s;

@@ -102,7 +102,7 @@ private slots:
     // Under each block the prescription before its purchase: above it among those of its day,
     // or on a later page; one without a prescription is passed over, the oldest has none, and a
     // power 0.50 or more away is marked with its direction.
-    void pagingAndAFailingSave() {
+    void pagingThePreviousPrescriptionsAndAFailingSave() {
         gCon.execute(u"update San_Uriage set Uri_R_Sph = 0, Uri_L_Sph = 0 where "
                      "Uri_UserNo = 1 and Uri_Seq = 3"_s);
         gCon.execute(
