@@ -19,6 +19,8 @@
 #include <QTableView>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 class TestPurchases : public QObject {
     Q_OBJECT
     Harness harness;
@@ -53,33 +55,28 @@ private slots:
         OpenRegister(harness, 0, [](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
             PurchaseGrid& grid = *s.spdData;
-            s.txtName->setText(QStringLiteral("田中 一"));
+            s.txtName->setText(u"田中 一"_s);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QCOMPARE(s.focusWidget(), e.cboItem);
             e.cboItem->setCurrentIndex(0);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
-            QCOMPARE(s.focusWidget(), e.cboYoto);
-            QVERIFY(grid.isHidden());
+            QVERIFY(s.focusWidget() == e.cboYoto && grid.isHidden());
             e.cboMeka[1]->setCurrentIndex(2);
             e.cboMeka[1]->setFocus();
             QTest::keyClick(e.cboMeka[1], Qt::Key_Delete);
-            QCOMPARE(e.cboMeka[1]->currentIndex(), -1);
             QTest::keyClick(e.cboMeka[1], Qt::Key_Return);
-            QCOMPARE(s.focusWidget(), e.txtLz_Kinga);
+            QVERIFY(e.cboMeka[1]->currentIndex() == -1 && s.focusWidget() == e.txtLz_Kinga);
             e.txtMemo->setFocus();
             QTest::keyClick(e.txtMemo, Qt::Key_Return);
             QCOMPARE(s.focusWidget(), e.txtSph[0]);
-            e.txtFm_Kinga->setFocus();
-            QTest::keyClicks(e.txtFm_Kinga, QStringLiteral("20000"));
+            Retype(e.txtFm_Kinga, u"20000"_s);
             e.txtLz_Kinga->setFocus();
             QCOMPARE(e.txtKingaKci->Value(), 20000.0);
-            QTest::keyClicks(e.txtLz_Kinga, QStringLiteral("18000"));
+            Retype(e.txtLz_Kinga, u"18000"_s);
             e.txtSyohou->setFocus();
             QCOMPARE(e.txtKingaKci->Value(), 38000.0);
             e.cboYoto->setCurrentIndex(0);
-            e.txtDatc->setFocus();
-            e.txtDatc->clear();
-            QTest::keyClicks(e.txtDatc, QStringLiteral("20240230"));
+            Retype(e.txtDatc, u"20240230"_s);
             QTest::keyClick(e.txtDatc, Qt::Key_Tab);
             QCOMPARE(s.focusWidget(), e.txtDatc);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
@@ -89,22 +86,20 @@ private slots:
             QVERIFY(grid.isVisible());
             EnterPurchase(e, QDate(2026, 11, 20), 1, 1, 15000);
             EnterPurchase(e, QDate(2025, 1, 5), 2, 2);
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Date),
-                     QStringLiteral("2026/11/20|2026/10/01|2025/01/05"));
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), QStringLiteral("新規|新規|新規"));
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Total), QStringLiteral("15,000|38,000|0"));
-            QCOMPARE(grid.cellText(1, PurchaseGrid::Item), QStringLiteral("サングラス"));
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Date), u"2026/11/20|2026/10/01|2025/01/05"_s);
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), u"新規|新規|新規"_s);
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Total), u"15,000|38,000|0"_s);
+            QCOMPARE(grid.cellText(1, PurchaseGrid::Item), u"サングラス"_s);
             QCOMPARE(grid.rowColor(2), QColor(128, 255, 255));
             // The entry is empty again for the next purchase.
-            QCOMPARE(e.cboItem->currentIndex(), -1);
-            QCOMPARE(s.focusWidget(), e.txtDatc);
+            QVERIFY(e.cboItem->currentIndex() == -1 && s.focusWidget() == e.txtDatc);
             QTest::keyClick(&s, Qt::Key_F5);
         });
         QCOMPARE(StoredSeqs(1), (QList<int>{1, 2, 3}));
         QCOMPARE(PurchaseTexts(1, 2,
-                               QStringLiteral("Uri_Date Uri_ItemNo Uri_YoutoNo Uri_Lz_MekaNo "
-                                              "Uri_Fm_Kinga Uri_Lz_Kinga Uri_KingaKei")),
-                 QStringLiteral("20261001|001|001||20000|18000|38000"));
+                               u"Uri_Date Uri_ItemNo Uri_YoutoNo Uri_Lz_MekaNo "
+                               "Uri_Fm_Kinga Uri_Lz_Kinga Uri_KingaKei"_s),
+                 u"20261001|001|001||20000|18000|38000"_s);
     }
 
     // The lens amount left by Enter or Tab goes on to the total, selected so that what is typed
@@ -112,9 +107,9 @@ private slots:
     void theLensAmountGoesOnToTheTotalByTheKeysOnly_data() {
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("click into S度数") << 0 << QStringLiteral("15000|1.25");
-        QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("125|0");
-        QTest::newRow("Tab") << int(Qt::Key_Tab) << QStringLiteral("125|0");
+        QTest::newRow("click into S度数") << 0 << u"15000|1.25"_s;
+        QTest::newRow("Enter") << int(Qt::Key_Return) << u"125|0"_s;
+        QTest::newRow("Tab") << int(Qt::Key_Tab) << u"125|0"_s;
     }
     void theLensAmountGoesOnToTheTotalByTheKeysOnly() {
         QFETCH(int, key);
@@ -124,7 +119,7 @@ private slots:
         OpenRegister(harness, 2, [key](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
             QTest::mouseClick(e.txtLz_Kinga, Qt::LeftButton);
-            QTest::keyClicks(e.txtLz_Kinga, QStringLiteral("15000"));
+            QTest::keyClicks(e.txtLz_Kinga, u"15000"_s);
             QWidget* next = key == 0 ? static_cast<QWidget*>(e.txtSph[0]) : e.txtKingaKci;
             if (key == 0)
                 QTest::mouseClick(e.txtSph[0], Qt::LeftButton);
@@ -132,13 +127,13 @@ private slots:
                 QTest::keyClick(e.txtLz_Kinga, Qt::Key(key));
             QCOMPARE(s.focusWidget(), next);
             QCOMPARE(e.txtKingaKci->Value(), 15000.0);
-            QTest::keyClicks(next, QStringLiteral("125"));
+            QTest::keyClicks(next, u"125"_s);
             e.cboItem->setCurrentIndex(0);
             e.cboYoto->setCurrentIndex(0);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QTest::keyClick(&s, Qt::Key_F5);
         });
-        QCOMPARE(PurchaseTexts(2, 1, QStringLiteral("Uri_KingaKei Uri_R_Sph")), stored);
+        QCOMPARE(PurchaseTexts(2, 1, u"Uri_KingaKei Uri_R_Sph"_s), stored);
     }
 
     // "明細削除" marks a stored line and takes the mark back, a marked line refuses a change, a
@@ -152,52 +147,50 @@ private slots:
         OpenRegister(harness, 5, [](FrmKokyaku& s) {
             PurchaseGrid& grid = *s.spdData;
             UriageEntry& e = *s.FraUriage;
-            e.txtMemo->setText(QStringLiteral("変えた")); // line 1 was shown on opening
+            e.txtMemo->setText(u"変えた"_s); // line 1 was shown on opening
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QCOMPARE(grid.rowColor(1), QColor(255, 255, 128));
             s.spdData_Click(2, 3);
             QTest::mouseClick(e.cmdCancel, Qt::LeftButton);
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), QStringLiteral("変更|削除"));
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), u"変更|削除"_s);
             QCOMPARE(grid.rowColor(2), QColor(255, 128, 128));
             s.spdData_Click(2, 3);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QTest::mouseClick(e.cmdCancel, Qt::LeftButton);
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), QStringLiteral("変更|"));
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), u"変更|"_s);
             QCOMPARE(grid.rowColor(2), QColor(255, 255, 128));
             grid.setActiveCell(2, 1);
             QTest::mouseClick(e.cmdCancel, Qt::LeftButton);
             EnterPurchase(e, QDate(2026, 11, 22), 0, 0);
             grid.setActiveCell(1, 1);
             QTest::mouseClick(e.cmdCancel, Qt::LeftButton);
-            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), QStringLiteral("変更|削除"));
+            QCOMPARE(ColumnTexts(grid, PurchaseGrid::Status), u"変更|削除"_s);
             QCOMPARE(s.focusWidget(), e.txtDatc);
             QTest::keyClick(&s, Qt::Key_F5);
         });
         QCOMPARE(StoredSeqs(5), QList<int>{1});
-        QCOMPARE(PurchaseTexts(5, 1, QStringLiteral("Uri_Date Uri_Memo")),
-                 QStringLiteral("20250101|変えた"));
+        QCOMPARE(PurchaseTexts(5, 1, u"Uri_Date Uri_Memo"_s), u"20250101|変えた"_s);
     }
 
     void aFailingLineRollsBackTheCustomerChangeToo() {
         InsertCustomer({.no = 8});
         InsertPurchase({.user = 8, .seq = 1});
         // Another terminal wrote the same purchase number first.
-        CreateBeforeInsertTrigger(
-            QStringLiteral("same_seq"), QStringLiteral("San_Uriage"),
-            QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
-                           "values (new.Uri_UserNo, new.Uri_Seq, 0)"));
+        CreateBeforeInsertTrigger(u"same_seq"_s, u"San_Uriage"_s,
+                                  u"insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) "
+                                  "values (new.Uri_UserNo, new.Uri_Seq, 0)"_s);
         ExpectBoxes(harness, {OpeQes_001, OpeErr_010, OpeQes_007});
         OpenRegister(harness, 8, [](FrmKokyaku& s) {
-            s.txtName->setText(QStringLiteral("名前を変えた"));
+            s.txtName->setText(u"名前を変えた"_s);
             QTest::mouseClick(s.FraUriage->cmdOk, Qt::LeftButton); // line 1 changed
             EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), QStringLiteral("新規|変更"));
+            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規|変更"_s);
             QTest::keyClick(&s, Qt::Key_F1);
         });
-        QCOMPARE(CustomerTexts(8, QStringLiteral("User_Name")), QStringLiteral("山田 太郎"));
+        QCOMPARE(CustomerTexts(8, u"User_Name"_s), u"山田 太郎"_s);
         QCOMPARE(StoredSeqs(8), QList<int>{1});
-        QCOMPARE(PurchaseTexts(8, 1, QStringLiteral("Uri_Date")), QStringLiteral("20260101"));
+        QCOMPARE(PurchaseTexts(8, 1, u"Uri_Date"_s), u"20260101"_s);
     }
 
     // Moving the current line by the arrow key or by a drag loads that line, so the memo typed
@@ -226,13 +219,13 @@ private slots:
                 QTest::keyClick(s.spdData->view(), Qt::Key_Down);
             }
             QCOMPARE(e.txtDatc->date(), QDate(2024, 3, 1));
-            e.txtMemo->setText(QStringLiteral("鼻あて交換"));
+            e.txtMemo->setText(u"鼻あて交換"_s);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QTest::keyClick(&s, Qt::Key_F5);
         });
-        const QString columns = QStringLiteral("Uri_Date Uri_KingaKei Uri_Memo");
-        QCOMPARE(PurchaseTexts(3, 1, columns), QStringLiteral("20260301|50000|"));
-        QCOMPARE(PurchaseTexts(3, 2, columns), QStringLiteral("20240301|12000|鼻あて交換"));
+        const QString columns = u"Uri_Date Uri_KingaKei Uri_Memo"_s;
+        QCOMPARE(PurchaseTexts(3, 1, columns), u"20260301|50000|"_s);
+        QCOMPARE(PurchaseTexts(3, 2, columns), u"20240301|12000|鼻あて交換"_s);
     }
 
     // Under each eye the prescription before the purchase shown: one without a prescription is
@@ -247,32 +240,26 @@ private slots:
             UriageEntry& e = *s.FraUriage;
             const auto shown = [&e](const char* name) {
                 const auto* label = e.findChild<QLabel*>(QLatin1String(name));
-                return label ? label->text() : QStringLiteral("<none>");
-            };
-            const auto type = [](xField* field, const QString& text) {
-                field->setFocus();
-                field->selectAll();
-                QTest::keyClicks(field, text);
+                return label ? label->text() : u"<none>"_s;
             };
             QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R") + shown("lblZenkaiSph_L"),
-                     QStringLiteral("前回 2024/05/12-1.25-1.50"));
-            type(e.txtSph[0], QStringLiteral("-2"));
-            type(e.txtSph[1], QStringLiteral("-1.25"));
+                     u"前回 2024/05/12-1.25-1.50"_s);
+            Retype(e.txtSph[0], u"-2"_s);
+            Retype(e.txtSph[1], u"-1.25"_s);
             e.txtCyl[1]->setFocus();
             QCOMPARE(e.txtSph[0]->text() + shown("lblZenkaiSph_R") + shown("lblZenkaiSph_L"),
-                     QStringLiteral("-2.00▼-1.25-1.50"));
+                     u"-2.00▼-1.25-1.50"_s);
             QCOMPARE(e.txtSph[0]->InputAreaColor(), PrescriptionReference::MarkColor);
             QCOMPARE(e.txtSph[1]->InputAreaColor(), QColor(Qt::white));
             s.spdData_Click(2, 1);
-            QCOMPARE(shown("lblZenkaiL"), QStringLiteral("前回 2024/05/12"));
+            QCOMPARE(shown("lblZenkaiL"), u"前回 2024/05/12"_s);
             s.spdData_Click(3, 1);
-            QCOMPARE(shown("lblZenkaiL") + shown("lblZenkaiSph_L"), QStringLiteral("前回なし"));
+            QCOMPARE(shown("lblZenkaiL") + shown("lblZenkaiSph_L"), u"前回なし"_s);
             QTest::mouseClick(e.cmdClear, Qt::LeftButton);
-            QCOMPARE(shown("lblZenkaiR"), QStringLiteral("前回 2026/01/01"));
-            type(e.txtSph[0], QStringLiteral("-3"));
+            QCOMPARE(shown("lblZenkaiR"), u"前回 2026/01/01"_s);
+            Retype(e.txtSph[0], u"-3"_s);
             EnterPurchase(e, QDate(2026, 11, 1), 0, 0);
-            QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R"),
-                     QStringLiteral("前回 2026/11/01-3.00"));
+            QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R"), u"前回 2026/11/01-3.00"_s);
         });
     }
 
@@ -281,47 +268,44 @@ private slots:
     // A frame name pasted from a spreadsheet holds a tab: it is stored as pasted and every
     // other column, the prescription's numbers too, keeps its own value.
     void codesSurviveDeletedMastersAndAPastedTabNeverShiftsAColumn() {
-        MasterStore::Remove(MasterKind::Item, QStringLiteral("002"));
-        MasterStore::Remove(MasterKind::Meka, QStringLiteral("002"));
+        MasterStore::Remove(MasterKind::Item, u"002"_s);
+        MasterStore::Remove(MasterKind::Meka, u"002"_s);
         InsertCustomer({.no = 6});
         InsertPurchase({.user = 6, .seq = 1, .ymd = 20260301});
         InsertPurchase({.user = 6,
                         .seq = 2,
                         .ymd = 20200301,
-                        .item = QStringLiteral("003"),
-                        .frameMaker = QStringLiteral("002"),
-                        .lensMaker = QStringLiteral("004")});
+                        .item = u"003"_s,
+                        .frameMaker = u"002"_s,
+                        .lensMaker = u"004"_s});
         ExpectSaved(harness);
         OpenRegister(harness, 6, [](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
-            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmMaker), QStringLiteral("002:"));
+            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmMaker), u"002:"_s);
             s.spdData_Click(2, 1);
-            QCOMPARE(e.cboItem->currentText(), QStringLiteral("003:コンタクトレンズ"));
-            QCOMPARE(e.cboMeka[0]->currentText(), QStringLiteral("002:"));
-            QCOMPARE(e.cboMeka[1]->currentText(), QStringLiteral("004:東海光学"));
-            e.txtMemo->setText(QStringLiteral("メモだけ変更"));
+            QCOMPARE(e.cboItem->currentText() + e.cboMeka[0]->currentText() +
+                         e.cboMeka[1]->currentText(),
+                     u"003:コンタクトレンズ002:004:東海光学"_s);
+            e.txtMemo->setText(u"メモだけ変更"_s);
             QTest::mouseClick(e.cmdOk, Qt::LeftButton);
             QCOMPARE(s.spdData->lineCount(), 2);
             // A cleared entry offers no deleted code to a new purchase.
-            QCOMPARE(e.cboMeka[0]->findText(QStringLiteral("002:")), -1);
-            Paste(e.txtFm_Name, QStringLiteral("FRAME\tX"));
-            e.txtSph[0]->setFocus();
-            QTest::keyClicks(e.txtSph[0], QStringLiteral("-2.5"));
-            e.txtSph[1]->setFocus();
-            QTest::keyClicks(e.txtSph[1], QStringLiteral("125")); // hundredths: +1.25
+            QCOMPARE(e.cboMeka[0]->findText(u"002:"_s), -1);
+            Paste(e.txtFm_Name, u"FRAME\tX"_s);
+            Retype(e.txtSph[0], u"-2.5"_s);
+            Retype(e.txtSph[1], u"125"_s); // hundredths: +1.25
             e.txtMemo->setFocus();
             EnterPurchase(e, QDate(2026, 11, 1), 0, 0, 20000, 8000);
-            QCOMPARE(s.spdData->cellText(1, PurchaseGrid::FmName), QStringLiteral("FRAME\tX"));
+            QCOMPARE(s.spdData->cellText(1, PurchaseGrid::FmName), u"FRAME\tX"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->cellText(1, 29), QStringLiteral("+1.25")); // as read back
+            QCOMPARE(s.spdData->cellText(1, 29), u"+1.25"_s); // as read back
         });
-        QCOMPARE(
-            PurchaseTexts(6, 2, QStringLiteral("Uri_ItemNo Uri_Fm_MekaNo Uri_Lz_MekaNo Uri_Memo")),
-            QStringLiteral("003|002|004|メモだけ変更"));
+        QCOMPARE(PurchaseTexts(6, 2, u"Uri_ItemNo Uri_Fm_MekaNo Uri_Lz_MekaNo Uri_Memo"_s),
+                 u"003|002|004|メモだけ変更"_s);
         QCOMPARE(PurchaseTexts(6, 3,
-                               QStringLiteral("Uri_Fm_Name Uri_Fm_Kinga Uri_Fm_Size Uri_Lz_Kinga "
-                                              "Uri_R_Sph Uri_L_Sph Uri_Memo")),
-                 QStringLiteral("FRAME\tX|20000||8000|-2.5|1.25|"));
+                               u"Uri_Fm_Name Uri_Fm_Kinga Uri_Fm_Size Uri_Lz_Kinga "
+                               "Uri_R_Sph Uri_L_Sph Uri_Memo"_s),
+                 u"FRAME\tX|20000||8000|-2.5|1.25|"_s);
     }
 };
 

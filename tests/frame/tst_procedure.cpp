@@ -48,9 +48,7 @@ void insertCustomer(int number) {
 // The shop's zone, Japan's, set before Qt first reads it: log lines must not be written in UTC.
 const bool ShopTimeZone = qputenv("TZ", "Asia/Tokyo");
 
-const QString Where = u"顧客登録"_s;
-const QString Name = u"Save_User"_s;
-const QString Description = u"顧客マスター保存処理"_s;
+const QString Where = u"顧客登録"_s, Name = u"Save_User"_s, Description = u"顧客マスター保存処理"_s;
 
 } // namespace
 
@@ -111,22 +109,17 @@ private slots:
     }
 
     void eachKindHasItsIconButtonsAndTitle() {
-        const struct {
-            const char* msg;
-            MsgIcon icon;
-            MsgButtons buttons;
-            int press;
-        } cases[] = {
+        const std::tuple<const char*, MsgIcon, MsgButtons, int> cases[] = {
             {"OpeInf_001保存しました", MsgIcon::Information, MsgButtons::OK, Answer::OK},
             {"OpeErr_005誤りです", MsgIcon::Exclamation, MsgButtons::OK, Answer::OK},
             {"SysErr_002起動済み", MsgIcon::Critical, MsgButtons::OK, Answer::OK},
             {"OpeQes_009よろしいですか", MsgIcon::Question, MsgButtons::YesNo, Answer::Yes},
             {"OpeQes_002削除しますか", MsgIcon::Question, MsgButtons::YesNo, Answer::No}};
-        for (const auto& c : cases) {
-            harness.msgs.expect(QString::fromUtf8(c.msg), c.press); // text and title
-            QCOMPARE(CmnDspMsg(QString::fromUtf8(c.msg)), c.press);
-            QCOMPARE(harness.msgs.shown().last().icon, c.icon);
-            QCOMPARE(harness.msgs.shown().last().buttons, c.buttons);
+        for (const auto& [msg, icon, buttons, press] : cases) {
+            harness.msgs.expect(QString::fromUtf8(msg), press); // text and title
+            QCOMPARE(CmnDspMsg(QString::fromUtf8(msg)), press);
+            QCOMPARE(harness.msgs.shown().last().icon, icon);
+            QCOMPARE(harness.msgs.shown().last().buttons, buttons);
         }
         // No message gives 0; an unknown kind (compared exactly) is a development error.
         harness.msgs.expectBox(u"メッセージコードが未設定です。"_s, u"注意"_s);
@@ -256,15 +249,13 @@ private slots:
             QCOMPARE(CmnNvl(kept, 7), kept);
 
         // 1.005 is held as 1.00499999...; a written half still goes up.
-        const struct {
-            double value;
-            const char *kind, *text;
-        } numbers[] = {{0, "+", ""},         {0, "2", ""},           {1.25, "+", "+1.25"},
-                       {-0.5, "+", "-0.50"}, {0.5, "2", "0.50"},     {-1.25, "1", "-1.3"},
-                       {1.005, "2", "1.01"}, {-2.675, "+", "-2.68"}, {0.004, "+", "+0.00"},
-                       {12.5, "x", "12.50"}};
-        for (const auto& n : numbers)
-            QCOMPARE(CmnFmtNum(n.value, QString::fromLatin1(n.kind)), QString::fromLatin1(n.text));
+        const std::tuple<double, const char*, const char*> numbers[] = {
+            {0, "+", ""},         {0, "2", ""},           {1.25, "+", "+1.25"},
+            {-0.5, "+", "-0.50"}, {0.5, "2", "0.50"},     {-1.25, "1", "-1.3"},
+            {1.005, "2", "1.01"}, {-2.675, "+", "-2.68"}, {0.004, "+", "+0.00"},
+            {12.5, "x", "12.50"}};
+        for (const auto& [value, kind, text] : numbers)
+            QCOMPARE(CmnFmtNum(value, QString::fromLatin1(kind)), QString::fromLatin1(text));
     }
 
     void enablingColoursInputAreasAndMasterListsHoldCodeAndNameInOrder() {

@@ -199,21 +199,9 @@ private slots:
         QTest::newRow("amount within the visits")
             << when({C::Amount, C::Visit}, inYear) << Numbers{1};
         QTest::newRow("and a woman") << when({C::Amount, C::Visit, C::Sex}, inYear) << Numbers{};
-    }
-    void theCustomersFound() {
-        QFETCH(C, conditions);
-        QFETCH(Numbers, expected);
-        Numbers found;
-        SearchCustomers(conditions, 2024, [&](const ListedCustomer& c) { found << c.no; });
-        QCOMPARE(found, expected);
-    }
-
-    // Customers not seen for a while, on a shop added to the seeded one. Ages in 2024: 11 is 39,
-    // 12 40, 13 and 15 70, 14 71; 11 to 14 born in April. Last visits: 11, 14 and 15 on
-    // 2023/12/31, 12 on 2024/01/01 (after a visit in 2023), 13 never. Both bounds count.
-    void theLastVisitCondition_data() {
-        QTest::addColumn<C>("conditions");
-        QTest::addColumn<Numbers>("expected");
+        // The last visit, on the shop with the absentees added. Ages in 2024: 11 is 39, 12 40,
+        // 13 and 15 70, 14 71; 11 to 14 born in April. Last visits: 11, 14 and 15 on 2023/12/31,
+        // 12 on 2024/01/01 (after a visit in 2023), 13 never. Both bounds count.
         const QDate Dec31Before(2023, 12, 31);
         QTest::newRow("not seen since 2024, never bought too")
             << when({C::LastVisit}, {.lastVisitTo = Dec31Before}) << Numbers{3, 4, 11, 13, 14, 15};
@@ -233,17 +221,20 @@ private slots:
             << when({C::LastVisit}, {.lastVisitFrom = Jan1, .lastVisitTo = Dec31})
             << Numbers{1, 2, 12};
     }
-    void theLastVisitCondition() {
+    void theCustomersFound() {
         QFETCH(C, conditions);
         QFETCH(Numbers, expected);
-        // no, kana, year in 昭和, month of birth, purchase dates
-        const std::tuple<qint64, QString, int, int, QList<int>> shop[] = {
+        // Customers not seen for a while, on a shop added to the seeded one: no, kana, year in
+        // 昭和, month of birth, purchase dates.
+        const std::tuple<qint64, QString, int, int, QList<int>> absentees[] = {
             {11, u"かとう"_s, 60, 4, {20231231}},
             {12, u"きむら"_s, 59, 4, {20230601, 20240101}},
             {13, u"くどう"_s, 29, 4, {}},
             {14, u"けんざき"_s, 28, 4, {20231231}},
             {15, u"こばやし"_s, 29, 6, {20231231}}};
-        for (const auto& [no, kana, year, month, visits] : shop) {
+        for (const auto& [no, kana, year, month, visits] : absentees) {
+            if (!conditions.on[C::LastVisit])
+                break; // the seeded shop alone
             InsertCustomer({.no = no, .kana = kana, .tanjoGo = 1, .nen = year, .mon = month});
             for (int seq = 1; seq <= visits.size(); ++seq)
                 InsertPurchase({.user = no, .seq = seq, .ymd = visits[seq - 1]});
@@ -284,8 +275,7 @@ private slots:
             ListRow row;
             row.state = before;
             ToggleRowDeletion(row);
-            QCOMPARE(row.state, ListState::ToDelete);
-            QVERIFY(!HasUnsavedEdit(row));
+            QVERIFY(row.state == ListState::ToDelete && !HasUnsavedEdit(row));
             ToggleRowDeletion(row);
             QCOMPARE(row.state, before);
         }
@@ -330,17 +320,14 @@ private slots:
                 QCOMPARE(c.focusWidget(), c.txtTel); // opened again where Enter was pressed
                 c.txtTel->setText(u"099"_s);
             });
-            QCOMPARE(grid.maxRows(), 0);
-            QCOMPARE(s.lblTaisyouCnt->text(), u"0"_s);
+            QCOMPARE(QString::number(grid.maxRows()) + u' ' + s.lblTaisyouCnt->text(), u"0 0"_s);
             QVERIFY(!s.cmdFnuc[1]->isEnabled() && !s.cmdFnuc[2]->isEnabled());
             // Unticking the last condition drops the family mode: a search of everyone.
             search(s, [](FrmTotalKensaku& c) {
                 tick(c, C::Tel);
-                QVERIFY(c.FraAll->isVisible());
-                QVERIFY(!c.chkJoken[14]->isChecked());
+                QVERIFY(c.FraAll->isVisible() && !c.chkJoken[14]->isChecked());
             });
-            QCOMPARE(s.shownSearch().result, 2);
-            QVERIFY(!GlbKazokTaisyou);
+            QVERIFY(s.shownSearch().result == 2 && !GlbKazokTaisyou);
             QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1|2|4"_s);
             // All customers: representatives and individuals with an address are marked.
             QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|●||"_s);
@@ -368,14 +355,13 @@ private slots:
             QTest::mouseMove(area, at(grid, 2, ListGrid::Name));
             QTest::mouseRelease(area, Qt::LeftButton, {}, at(grid, 2, ListGrid::Name));
             QCOMPARE(repaints.count(), 1);
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"●|||●"_s);
-            QCOMPARE(s.lblPrintCnt->text(), u"2"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + s.lblPrintCnt->text(),
+                     u"●|||● 2"_s);
             QTest::mouseClick(area, Qt::LeftButton, {}, at(grid, 1, ListGrid::Mark));
             QHeaderView* headings = grid.view()->verticalHeader();
             QTest::mouseClick(headings->viewport(), Qt::LeftButton, {},
                               QPoint(5, headings->sectionViewportPosition(2) + 5));
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|||●"_s);
-            QCOMPARE(s.lblPrintCnt->text(), u"1"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + s.lblPrintCnt->text(), u"|||● 1"_s);
             // Row 2 corrected in place; as an individual now it is marked again.
             edit(grid, 2, ListGrid::Name, u"青木 改"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::Yellow);
@@ -388,14 +374,12 @@ private slots:
                 QCOMPARE(grid.rowColor(row), ListGrid::Red);
             }
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::No) + u' ' + s.lblTaisyouCnt->text(), u"3|1 2"_s);
             QCOMPARE(grid.rowColor(2), ListGrid::White);
-            QCOMPARE(s.lblTaisyouCnt->text(), u"2"_s);
             QTest::keyClick(&s, Qt::Key_F5); // nothing left to save
         });
-        QCOMPARE(RowTexts(u"select * from San_User where User_No = 1"_s,
-                          {u"User_Name"_s, u"User_Kazok_F"_s, u"User_Entry2"_s}),
-                 (QStringList{u"青木 改"_s, u"2"_s, u"2026/11/22"_s}));
+        QCOMPARE(CustomerTexts(1, u"User_Name User_Kazok_F User_Entry2"_s),
+                 u"青木 改|2|2026/11/22"_s);
         QCOMPARE(QueryCount(u"select * from San_User"_s), 2);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 2"_s), 0);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 1"_s), 3);
@@ -475,9 +459,7 @@ private slots:
                 QCOMPARE(c.txtRaiten[0]->date(), QDate(2026, 11, 22));
                 // A visit date that is none is refused, the focus on it.
                 c.txtToshi[1]->setValue(40);
-                c.txtRaiten[1]->setFocus();
-                c.txtRaiten[1]->clear();
-                QTest::keyClicks(c.txtRaiten[1], u"20240230"_s);
+                Retype(c.txtRaiten[1], u"20240230"_s);
                 QTest::mouseClick(c.cmdKensaku, Qt::LeftButton);
                 QVERIFY(c.isVisible() && c.focusWidget() == c.txtRaiten[1]);
                 c.txtRaiten[1]->setDate(QDate(2026, 11, 22));
@@ -563,9 +545,7 @@ private slots:
             edit(*s.spdData, 2, ListGrid::Jusyo2, u"2階"_s);
             QTest::keyClick(&s, Qt::Key_F5);
         });
-        QCOMPARE(RowTexts(u"select * from San_User where User_No = 1"_s,
-                          {u"User_Name"_s, u"User_Jusyo2"_s}),
-                 (QStringList{u"青木 新姓"_s, u"2階"_s}));
+        QCOMPARE(CustomerTexts(1, u"User_Name User_Jusyo2"_s), u"青木 新姓|2階"_s);
     }
 
     // The quick search from the menu through its three outcomes (no hit, one, several), the
@@ -585,22 +565,20 @@ private slots:
             expectRegister(0, u"090-9"_s);
             s.txtTel->setText(u" 090-9 "_s);
             QTest::keyClick(&s, Qt::Key_F12);
-            QVERIFY(!s.cmdBtn[1]->isEnabled());
-            QCOMPARE(s.focusWidget(), s.txtTel);
+            QVERIFY(!s.cmdBtn[1]->isEnabled() && s.focusWidget() == s.txtTel);
             QCOMPARE(s.txtTel->text(), u" 090-9 "_s);
             // One hit opens that customer at once and stays listed.
             expectRegister(2, u"011-222"_s);
             s.txtTel->setText(u"222"_s);
             QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-            QCOMPARE(ColumnTexts(*s.spdData, 1), u"2"_s);
-            QCOMPARE(s.spdData->cellText(1, 4), u"函館市札幌通"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, 1) + u' ' + s.spdData->cellText(1, 4),
+                     u"2 函館市札幌通"_s);
             // Several are listed for the user to choose.
             s.txtTel->clear();
             s.txtKana->setText(u"とう"_s);
             QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(ColumnTexts(*s.spdData, 1), u"2|4"_s);
-            QVERIFY(s.cmdBtn[1]->isEnabled());
-            QCOMPARE(s.focusWidget(), s.spdData->view());
+            QVERIFY(s.cmdBtn[1]->isEnabled() && s.focusWidget() == s.spdData->view());
             expectRegister(4, u"0138-44"_s); // a double click leaves the list
             QWidget* area = s.spdData->view()->viewport();
             const QPoint centre = RowCentre(*s.spdData, 2);
@@ -610,8 +588,7 @@ private slots:
             expectRegister(2, u"011-222"_s); // F5 empties the screen after
             s.spdData->setActiveCell(1, 3);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.spdData->maxRows(), 0);
-            QCOMPARE(s.txtKana->text(), QString());
+            QVERIFY(s.spdData->maxRows() == 0 && s.txtKana->text().isEmpty());
             QCOMPARE(s.focusWidget(), s.txtTel);
             // Blanks count as typed: no condition, every customer listed by kana.
             s.txtKana->setText(u" "_s);
@@ -620,8 +597,7 @@ private slots:
             expectRegister(0, u"099"_s);
             s.txtTel->setText(u"099 "_s);
             QTest::keyClick(&s, Qt::Key_F1);
-            QCOMPARE(s.spdData->maxRows(), 0);
-            QCOMPARE(s.txtTel->text(), QString());
+            QVERIFY(s.spdData->maxRows() == 0 && s.txtTel->text().isEmpty());
             QTest::keyClick(&s, Qt::Key_Escape);
             QVERIFY(!s.isVisible());
         });

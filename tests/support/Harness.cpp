@@ -12,6 +12,8 @@
 #include <QApplication>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 const QDateTime Harness::FixedNow(QDate(2026, 11, 22), QTime(10, 15, 30));
 
 namespace {
@@ -24,12 +26,11 @@ QString testServer() {
 // One database per test process on the server, made on first use.
 QString processDatabase() {
     static const QString name = [] {
-        const QString database =
-            QStringLiteral("mirvane_t%1").arg(QCoreApplication::applicationPid());
+        const QString database = u"mirvane_t%1"_s.arg(QCoreApplication::applicationPid());
         Connection maintenance;
         maintenance.openServer(testServer());
-        maintenance.execute(QStringLiteral("drop database if exists ") + database);
-        maintenance.execute(QStringLiteral("create database ") + database);
+        maintenance.execute(u"drop database if exists "_s + database);
+        maintenance.execute(u"create database "_s + database);
         return database;
     }();
     return name;
@@ -43,22 +44,21 @@ bool Harness::onServer() {
 
 QString Harness::serverConnection() {
     QString connection = testServer();
-    connection.remove(QRegularExpression(QStringLiteral("\\bdbname=\\S+")));
-    return connection.trimmed() + QStringLiteral(" dbname=") + processDatabase();
+    connection.remove(QRegularExpression(u"\\bdbname=\\S+"_s));
+    return connection.trimmed() + u" dbname="_s + processDatabase();
 }
 
 QString Harness::setUp(Options options) {
     if (onServer() && options.createDatabase && testServer().isEmpty())
-        return QStringLiteral("no PostgreSQL test server (MIRVANE_TEST_PG is not set)");
+        return u"no PostgreSQL test server (MIRVANE_TEST_PG is not set)"_s;
     dir_ = std::make_unique<QTemporaryDir>();
     install_ = std::make_unique<QTemporaryDir>();
     QDir root(dir_->path());
     for (const char* sub : {"DB", "Log"})
         root.mkpath(QString::fromLatin1(sub));
-    QDir(install_->path()).mkpath(QStringLiteral("jfm"));
-    for (const QFileInfo& form :
-         QDir(QStringLiteral(MIRVANE_JFM_DIR)).entryInfoList({QStringLiteral("*.jfm")}))
-        QFile::copy(form.filePath(), installPath(QStringLiteral("jfm/") + form.fileName()));
+    QDir(install_->path()).mkpath(u"jfm"_s);
+    for (const QFileInfo& form : QDir(QStringLiteral(MIRVANE_JFM_DIR)).entryInfoList({u"*.jfm"_s}))
+        QFile::copy(form.filePath(), installPath(u"jfm/"_s + form.fileName()));
     SetAppFolder(dir_->path());
     SetInstallFolder(install_->path());
     SetReportOutput(ReportOutput::PdfOnly);
@@ -83,8 +83,8 @@ QString Harness::setUp(Options options) {
         // A fresh, empty schema with the tables, the view and the starting masters.
         Connection connection;
         connection.openServer(serverConnection());
-        connection.execute(QStringLiteral("drop schema public cascade"));
-        connection.execute(QStringLiteral("create schema public"));
+        connection.execute(u"drop schema public cascade"_s);
+        connection.execute(u"create schema public"_s);
         CreateSchema(connection);
         WriteFile(path(ServerConnectionFile), serverConnection().toUtf8());
     } else if (options.createDatabase) {
@@ -101,11 +101,11 @@ QStringList Harness::tearDown() {
         return {};
     QStringList problems = msgs.failures() + screens.failures();
     if (!saveAnswers.isEmpty() || unexpectedSaves_ > 0)
-        problems << QStringLiteral("save dialogs: %1 expected and not shown, %2 not expected")
+        problems << u"save dialogs: %1 expected and not shown, %2 not expected"_s
                         .arg(saveAnswers.size())
                         .arg(unexpectedSaves_);
     if (gCon.inTransaction())
-        problems << QStringLiteral("a transaction was left open");
+        problems << u"a transaction was left open"_s;
     gCon.close();
     SetMsgBoxHandler({});
     SetShowModalHandler({});
@@ -115,8 +115,8 @@ QStringList Harness::tearDown() {
     SetInstallFolder({});
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible())
-            problems << QStringLiteral("window left open: %1")
-                            .arg(QString::fromLatin1(window->metaObject()->className()));
+            problems << u"window left open: %1"_s.arg(
+                QString::fromLatin1(window->metaObject()->className()));
     dir_.reset();
     install_.reset();
     return problems;
@@ -158,17 +158,15 @@ long FailureNumber(const std::function<void()>& action) {
 void CreateBeforeInsertTrigger(const QString& name, const QString& table,
                                const QString& statement) {
     if (!Harness::onServer()) {
-        gCon.execute(QStringLiteral("create trigger %1 before insert on %2 begin %3; end")
-                         .arg(name, table, statement));
+        gCon.execute(
+            u"create trigger %1 before insert on %2 begin %3; end"_s.arg(name, table, statement));
         return;
     }
-    gCon.execute(
-        QStringLiteral("create function %1() returns trigger language plpgsql as $$ "
-                       "begin if pg_trigger_depth() = 1 then %2; end if; return new; end $$")
-            .arg(name, statement));
-    gCon.execute(
-        QStringLiteral("create trigger %1 before insert on %2 for each row execute function %1()")
-            .arg(name, table));
+    gCon.execute(u"create function %1() returns trigger language plpgsql as $$ "
+                 "begin if pg_trigger_depth() = 1 then %2; end if; return new; end $$"_s.arg(
+                     name, statement));
+    gCon.execute(u"create trigger %1 before insert on %2 for each row execute function %1()"_s.arg(
+        name, table));
 }
 
 std::unique_ptr<Connection> OtherTerminalHolding(const QString& folder, const QString& statement) {
@@ -180,10 +178,10 @@ std::unique_ptr<Connection> OtherTerminalHolding(const QString& folder, const QS
 }
 
 std::unique_ptr<Connection> TerminateServerSession() {
-    const qint64 session = QueryValue(QStringLiteral("select pg_backend_pid()")).toLongLong();
+    const qint64 session = QueryValue(u"select pg_backend_pid()"_s).toLongLong();
     auto other = std::make_unique<Connection>();
     other->openServer(testServer());
     // Waits up to 5 s for the session to be gone.
-    other->execute(QStringLiteral("select pg_terminate_backend(%1, 5000)").arg(session));
+    other->execute(u"select pg_terminate_backend(%1, 5000)"_s.arg(session));
     return other;
 }

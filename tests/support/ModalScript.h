@@ -20,8 +20,6 @@ public:
     int run(QDialog& screen);
 
     QStringList failures() const;
-    // The class names of the screens opened so far, in order.
-    const QStringList& opened() const { return opened_; }
     void reset() { *this = {}; }
 
 private:
@@ -30,6 +28,5 @@ private:
         std::function<void(QDialog&)> drive;
     };
     QList<Expected> expected_;
-    QStringList opened_;
     QStringList failures_;
 };

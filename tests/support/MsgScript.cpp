@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 std::pair<QString, QString> catalogueBox(const QString& msgCode) {
     return {msgCode.mid(10).left(50).trimmed(), ExpectedTitle(msgCode)};
@@ -21,8 +23,8 @@ void MsgScript::expectEither(const QString& msgCode, const QString& otherCode, i
 }
 
 void MsgScript::expectFailure(const QString& description, long number) {
-    expectBox(QStringLiteral("障害発生！ サポート先までご連絡お願い致します。\r\r") + description,
-              QStringLiteral(" VB ERROR No.%1").arg(number));
+    expectBox(u"障害発生！ サポート先までご連絡お願い致します。\r\r"_s + description,
+              u" VB ERROR No.%1"_s.arg(number));
 }
 
 void MsgScript::expectBoxStartingWith(const QString& text, const QString& title, int answer) {
@@ -33,8 +35,7 @@ int MsgScript::answer(const MsgRequest& request) {
     shown_.append(request);
     const int fallback = request.buttons == MsgButtons::YesNo ? Answer::No : Answer::OK;
     if (expected_.isEmpty()) {
-        failures_ << QStringLiteral("unexpected box \"%1\" titled \"%2\"")
-                         .arg(request.text, request.title);
+        failures_ << u"unexpected box \"%1\" titled \"%2\""_s.arg(request.text, request.title);
         return fallback;
     }
     const Expected next = expected_.takeFirst();
@@ -45,25 +46,24 @@ int MsgScript::answer(const MsgRequest& request) {
                    : request.buttons == MsgButtons::OK           ? Answer::OK
                    : request.defaultButton == MsgDefault::Second ? Answer::No
                                                                  : Answer::Yes;
-    failures_ << QStringLiteral("expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\"")
-                     .arg(next.boxes[0].first, next.boxes[0].second, request.text, request.title);
+    failures_ << u"expected box \"%1\" titled \"%2\", shown \"%3\" titled \"%4\""_s.arg(
+        next.boxes[0].first, next.boxes[0].second, request.text, request.title);
     return fallback;
 }
 
 QStringList MsgScript::failures() const {
     QStringList all = failures_;
     for (const Expected& missing : expected_)
-        all << QStringLiteral("box never shown: \"%1\" titled \"%2\"")
-                   .arg(missing.boxes[0].first, missing.boxes[0].second);
+        all << u"box never shown: \"%1\" titled \"%2\""_s.arg(missing.boxes[0].first,
+                                                              missing.boxes[0].second);
     return all;
 }
 
 QString ExpectedTitle(const QString& msgCode) {
-    static const QHash<QString, QString> titles{
-        {QStringLiteral("OpeInf"), QStringLiteral("ｲﾝﾌｫﾒｰｼｮﾝ No.")},
-        {QStringLiteral("OpeErr"), QStringLiteral("ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No.")},
-        {QStringLiteral("SysErr"), QStringLiteral("ｼｽﾃﾑ ｴﾗｰ No.")},
-        {QStringLiteral("OpeQes"), QStringLiteral("問い合わせ No.")}};
+    static const QHash<QString, QString> titles{{u"OpeInf"_s, u"ｲﾝﾌｫﾒｰｼｮﾝ No."_s},
+                                                {u"OpeErr"_s, u"ｵﾍﾟﾚｰｼｮﾝ ｴﾗｰ No."_s},
+                                                {u"SysErr"_s, u"ｼｽﾃﾑ ｴﾗｰ No."_s},
+                                                {u"OpeQes"_s, u"問い合わせ No."_s}};
     const auto title = titles.constFind(msgCode.left(6));
-    return title == titles.cend() ? QStringLiteral("?") : *title + msgCode.mid(7, 3);
+    return title == titles.cend() ? u"?"_s : *title + msgCode.mid(7, 3);
 }

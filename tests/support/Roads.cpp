@@ -17,11 +17,19 @@
 #include <QTableView>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 void Commit(QWidget* field, const QString& text) {
     field->setFocus();
     QInputMethodEvent event;
     event.setCommitString(text);
     QCoreApplication::sendEvent(field, &event);
+}
+
+void Retype(QLineEdit* field, const QString& text) {
+    field->setFocus();
+    field->clear();
+    QTest::keyClicks(field, text);
 }
 
 void Paste(QWidget* field, const QString& text) {
@@ -59,8 +67,7 @@ void ExpectBoxes(Harness& harness, std::initializer_list<QString> codes) {
 
 QList<int> StoredSeqs(qint64 customerNo) {
     RecordSet rows = gCon.execute(
-        QStringLiteral("select Uri_Seq from San_Uriage where Uri_UserNo = %1 order by Uri_Seq")
-            .arg(customerNo));
+        u"select Uri_Seq from San_Uriage where Uri_UserNo = %1 order by Uri_Seq"_s.arg(customerNo));
     QList<int> seqs;
     for (; !rows.eof(); rows.moveNext())
         seqs << rows.field(0).toInt();
@@ -74,15 +81,14 @@ QString texts(const QString& sql, const QString& columns) {
 } // namespace
 
 QString CustomerTexts(qint64 customerNo, const QString& columns) {
-    return texts(QStringLiteral("select * from San_User where User_No = %1").arg(customerNo),
-                 columns);
+    return texts(u"select * from San_User where User_No = %1"_s.arg(customerNo), columns);
 }
 
 QString PurchaseTexts(qint64 customerNo, int seq, const QString& columns) {
-    return texts(QStringLiteral("select * from San_Uriage where Uri_UserNo = %1 and Uri_Seq = %2")
-                     .arg(customerNo)
-                     .arg(seq),
-                 columns);
+    return texts(
+        u"select * from San_Uriage where Uri_UserNo = %1 and Uri_Seq = %2"_s.arg(customerNo)
+            .arg(seq),
+        columns);
 }
 
 QString ColumnTexts(const GridView& grid, int column) {

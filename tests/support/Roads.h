@@ -9,6 +9,7 @@
 
 class FrmKokyaku;
 class GridView;
+class QLineEdit;
 class QWidget;
 class UriageEntry;
 
@@ -17,6 +18,8 @@ class UriageEntry;
 // Text as an input method commits it into the field that has the focus (full-width digits,
 // kana, kanji: what QTest::keyClicks cannot type).
 void Commit(QWidget* field, const QString& text);
+// Text typed key by key over a field's whole text, the focus put on it first.
+void Retype(QLineEdit* field, const QString& text);
 // Text pasted over a field's whole text from the clipboard (Ctrl+A, Ctrl+V).
 void Paste(QWidget* field, const QString& text);
 
