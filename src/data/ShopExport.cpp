@@ -1,5 +1,7 @@
 #include "data/ShopExport.h"
 
+#include "data/PurchaseStore.h"
+#include "domain/Prescription.h"
 #include "platform/CsvText.h"
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
@@ -45,10 +47,9 @@ QList<Column> purchaseColumns() {
     coded(QStringLiteral("Uri_Lz_MekaNo"), QStringLiteral("lm"), QStringLiteral("Meka_Name"));
     for (const char* name : {"Uri_Lz_Name", "Uri_Lz_Kinga", "Uri_KingaKei"})
         own(QString::fromLatin1(name));
-    for (const char* eye : {"R", "L"})
-        for (const char* suffix : {"Sph", "Cyl", "Ax", "S", "P1", "B1", "P2", "B2", "Gai", "Tama",
-                                   "Pd", "Ragan", "Kyosei"})
-            own(QStringLiteral("Uri_%1_%2").arg(QLatin1String(eye), QLatin1String(suffix)));
+    for (int eye : {0, 1})
+        for (int value = 0; value < int(PrescriptionColumns.size()); ++value)
+            own(PurchaseStore::PrescriptionColumn(value, eye));
     for (const char* name : {"Uri_Syohou", "Uri_Memo", "Uri_Yobi"})
         own(QString::fromLatin1(name));
     return columns;
