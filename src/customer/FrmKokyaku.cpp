@@ -9,6 +9,7 @@
 #include "domain/Age.h"
 #include "domain/Prescription.h"
 #include "frame/BasCmnSubFun.h"
+#include "frame/Conflicts.h"
 #include "frame/DateFields.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
@@ -194,6 +195,7 @@ void FrmKokyaku::forgetCustomer() {
 }
 
 void FrmKokyaku::showCustomer(const Customer& c) {
+    shown_ = std::make_unique<Customer>(c);
     shownNo_ = c.no;
     lblNo->setText(QString::number(c.no));
     txtName->setText(c.name);
@@ -261,11 +263,11 @@ qint64 FrmKokyaku::Get_LastUNo() {
 
 bool FrmKokyaku::Save_User() {
     const auto ownMessage = [this](const Failure& failure) {
-        if (failure.number() == ErrorNumber::RowNotFound) {
-            // Deleted by another terminal meanwhile: nothing was stored.
-            CmnDspMsg(OpeErr_008);
-            forgetCustomer();
-        } else if (failure.number() == ErrorNumber::DatabaseFailed) {
+        if (IsConflict(failure)) {
+            tellConflict(failure);
+            return true;
+        }
+        if (failure.number() == ErrorNumber::DatabaseFailed) {
             CmnDspMsg(OpeErr_010);
         } else {
             return false;
@@ -311,11 +313,50 @@ bool FrmKokyaku::datesFit() {
     return false;
 }
 
+void FrmKokyaku::tellConflict(const Failure& failure) {
+    std::optional<Customer> stored;
+    if (currentNo_ != 0 && EditMode != 0)
+        Procedure(ScreenName, QStringLiteral("Disp_User"), QStringLiteral("顧客情報の取得処理"),
+                  [&] { stored = CustomerStore::Find(currentNo_); });
+    if (!stored) {
+        // He is gone: what was typed stays, to be registered as a new customer if wanted.
+        MsgBox(failure.description() +
+                   QStringLiteral("\n今回の登録では何も保存していません。入力した内容は画面に残して"
+                                  "います。\n新しい顧客として登録するときは、もう一度［F5 登録］を"
+                                  "押してください。"),
+               MsgIcon::Exclamation, MsgButtons::OK, ConflictTitle);
+        forgetCustomer();
+    } else if (CmnAskReadAgain(failure.description())) {
+        readAgainKeepingNewLines();
+    }
+    txtName->setFocus();
+}
+
+void FrmKokyaku::readAgainKeepingNewLines() {
+    std::vector<Purchase> waiting;
+    for (const PurchaseLine& line : spdData->lines())
+        if (line.state == LineState::New)
+            waiting.push_back(line.purchase);
+    WaitCursor wait;
+    Clear_User();
+    EditMode = 1;
+    Disp_User(currentNo_);
+    for (const Purchase& purchase : waiting)
+        spdData->writeEntry(0, purchase);
+    if (spdData->lineCount() > 0)
+        spdData_Click(1, 1);
+    Form_Activate();
+}
+
 void FrmKokyaku::saveCustomer() {
     Customer customer = customerFromFields();
     Transaction transaction(gCon);
     if (EditMode == 2) {
-        CustomerStore::Remove(currentNo_);
+        std::vector<Purchase> shownPurchases;
+        for (const PurchaseLine& line : spdData->lines())
+            if (line.state != LineState::New)
+                shownPurchases.push_back(line.read);
+        CustomerStore::Remove(*shown_, shownPurchases);
         transaction.commit();
         CmnDspMsg(OpeInf_002);
         showGrid(false);
@@ -327,7 +368,7 @@ void FrmKokyaku::saveCustomer() {
             customer.no = Get_LastUNo();
             CustomerStore::Insert(customer, Today());
         } else {
-            CustomerStore::Update(customer, Today());
+            CustomerStore::Update(*shown_, customer, Today());
         }
         Save_UriData(customer.no);
         transaction.commit();
@@ -383,7 +424,7 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
         // A deletion that fails leaves the mode as it was: the next F5 saves, it never deletes.
         const int before = EditMode;
         EditMode = 2;
-        if (!Save_User())
+        if (!Save_User() && EditMode == 2)
             EditMode = before;
         koushin_ = true;
         break;

@@ -3,11 +3,13 @@
 #include "platform/ui/Screen.h"
 
 #include <array>
+#include <memory>
 
 class QLabel;
 class QPushButton;
 class QRadioButton;
 class QButtonGroup;
+class Failure;
 class FunctionKeyRow;
 class UriageEntry;
 class PurchaseGrid;
@@ -101,6 +103,10 @@ private:
     void westernYearToEra();
     void showEraOf(int westernYear);
     void showCustomer(const Customer& customer);
+    // After a save that met another terminal's work: says so, and reads the stored customer
+    // again when the staff ask for it (lines not stored yet stay).
+    void tellConflict(const Failure& failure);
+    void readAgainKeepingNewLines();
 
     qint64 syori_ = 0;
     QString tel_;
@@ -108,6 +114,8 @@ private:
     qint64 reopenFor_ = 0;
     qint64 currentNo_ = 0;
     qint64 shownNo_ = 0;
+    // The customer as last read: a save writes only what the fields changed from it.
+    std::unique_ptr<Customer> shown_;
     int age_ = 0;
     // A Western year typed while an era was chosen: its era follows the month and day typed.
     int typedWesternYear_ = 0;

@@ -110,7 +110,7 @@ void PurchaseGrid::showPurchases(const std::vector<Purchase>& purchases) {
     std::vector<Line> lines;
     lines.reserve(purchases.size());
     for (const Purchase& purchase : purchases)
-        lines.push_back({++lastId_, purchase});
+        lines.push_back({++lastId_, purchase, purchase});
     model_->setRows(std::move(lines));
 }
 
@@ -129,7 +129,7 @@ bool PurchaseGrid::hasMarkedLines() const {
 bool PurchaseGrid::writeEntry(int id, const Purchase& purchase) {
     const int row = id == 0 ? 0 : rowOf(id);
     if (row == 0) {
-        model_->append({++lastId_, purchase, LineState::New});
+        model_->append({++lastId_, purchase, {}, LineState::New});
     } else {
         const std::optional<LineState> state = StateAfterEntry(line(row).state);
         if (!state)
@@ -154,7 +154,7 @@ void PurchaseGrid::keepUnstoredLines() {
     std::vector<Line> kept;
     for (const Line& line : lines())
         if (line.state == LineState::New || line.state == LineState::Changed) {
-            Line typed{line.id, line.purchase, LineState::New};
+            Line typed{line.id, line.purchase, {}, LineState::New};
             typed.purchase.seq = 0;
             kept.push_back(typed);
         }

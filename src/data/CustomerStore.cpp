@@ -1,5 +1,8 @@
 #include "data/CustomerStore.h"
 
+#include "data/CustomerSearch.h"
+#include "data/Numbering.h"
+#include "data/PurchaseStore.h"
 #include "domain/Prescription.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
@@ -7,6 +10,7 @@
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -53,6 +57,159 @@ std::vector<Customer> customers(const QString& sql) {
     return found;
 }
 
+QString dateLiteral(const QDate& date) {
+    return SqlQuote(CustomerStore::DateText(date));
+}
+
+// The columns the register writes, as it writes them.
+const std::vector<ColumnOf<Customer>>& registerColumns() {
+    static const std::vector<ColumnOf<Customer>> columns{
+        {"User_Name", "氏名",
+         [](const Customer& c) {
+             return SqlStr(c.name);
+         }},
+        {"User_Kana", "かな名",
+         [](const Customer& c) {
+             return SqlStr(c.kana);
+         }},
+        {"User_Yubin", "郵便番号",
+         [](const Customer& c) {
+             return SqlStr(c.yubin);
+         }},
+        {"User_Jusyo1", "住所１",
+         [](const Customer& c) {
+             return SqlStr(c.jusyo1);
+         }},
+        {"User_Jusyo2", "住所２",
+         [](const Customer& c) {
+             return SqlStr(c.jusyo2);
+         }},
+        {"User_Tel", "ＴＥＬ",
+         [](const Customer& c) {
+             return SqlStr(c.tel);
+         }},
+        {"User_Kinmu", "勤務先",
+         [](const Customer& c) {
+             return SqlStr(c.kinmu);
+         }},
+        {"User_KinmuTel", "勤務先のＴＥＬ",
+         [](const Customer& c) {
+             return SqlStr(c.kinmuTel);
+         }},
+        {"User_Syokai", "紹介者",
+         [](const Customer& c) {
+             return SqlStr(c.syokai);
+         }},
+        {"User_SyokaiTel", "紹介者のＴＥＬ",
+         [](const Customer& c) {
+             return SqlStr(c.syokaiTel);
+         }},
+        {"User_Sex", "性別",
+         [](const Customer& c) {
+             return SqlNum(c.sex);
+         }},
+        {"User_Kazok_F", "家族区分",
+         [](const Customer& c) {
+             return SqlNum(c.kazok);
+         }},
+        {"User_Tanjo_Go", "誕生日",
+         [](const Customer& c) {
+             return SqlNum(c.birth.era);
+         }},
+        {"User_Tanjo_Nen", "誕生日",
+         [](const Customer& c) {
+             return SqlNum(c.birth.year);
+         }},
+        {"User_Tanjo_Mon", "誕生日",
+         [](const Customer& c) {
+             return SqlNum(c.birth.month);
+         }},
+        {"User_Tanjo_Day", "誕生日",
+         [](const Customer& c) {
+             return SqlNum(c.birth.day);
+         }},
+        {"User_Entry1", "登録日", [](const Customer& c) {
+             return dateLiteral(c.entry1);
+         }}};
+    return columns;
+}
+
+// The columns the customer list corrects, as it writes them.
+const std::vector<ColumnOf<ListedCustomer>>& listColumns() {
+    using L = ListedCustomer;
+    static const std::vector<ColumnOf<L>> columns{{"user_Name", "氏名",
+                                                   [](const L& c) {
+                                                       return SqlStr(c.name);
+                                                   }},
+                                                  {"user_Kana", "かな名",
+                                                   [](const L& c) {
+                                                       return SqlStr(c.kana);
+                                                   }},
+                                                  {"user_Yubin", "郵便番号",
+                                                   [](const L& c) {
+                                                       return SqlStr(c.yubin);
+                                                   }},
+                                                  {"user_Jusyo1", "住所１",
+                                                   [](const L& c) {
+                                                       return SqlQuote(c.jusyo1);
+                                                   }},
+                                                  {"user_Jusyo2", "住所２",
+                                                   [](const L& c) {
+                                                       return SqlStr(c.jusyo2);
+                                                   }},
+                                                  {"user_Tel", "ＴＥＬ",
+                                                   [](const L& c) {
+                                                       return SqlStr(c.tel);
+                                                   }},
+                                                  {"user_kazok_f", "家族", [](const L& c) {
+                                                       return SqlNum(c.kazok);
+                                                   }}};
+    return columns;
+}
+
+// Every update names the last change; the columns changed come before it.
+QString updateSql(qint64 customerNo, const QStringList& assignments, const QDate& today) {
+    return QStringLiteral("update San_User set ") +
+           (assignments + QStringList{QStringLiteral("User_Entry2 = ") + dateLiteral(today)})
+               .join(QLatin1Char(',')) +
+           QStringLiteral(" where User_No = ") + SqlNum(customerNo);
+}
+
+// Locks the customer's row for the rest of the transaction.
+bool lockCustomer(qint64 customerNo) {
+    return !gCon.execute(QStringLiteral("select User_No from San_User where User_No = ") +
+                         SqlNum(customerNo) + gCon.lockRows())
+                .eof();
+}
+
+// The customer as stored now, locked; RowDeleted when he is gone or marked deleted.
+Customer lockedCustomer(qint64 customerNo, const QString& record) {
+    std::optional<Customer> stored;
+    if (lockCustomer(customerNo))
+        stored = CustomerStore::Find(customerNo);
+    if (!stored)
+        throw RowDeletedMeanwhile(record);
+    return *stored;
+}
+
+// The customer as the list reads him, locked; RowDeleted when he is gone.
+ListedCustomer lockedListed(qint64 customerNo, const QString& record) {
+    std::optional<ListedCustomer> stored;
+    if (lockCustomer(customerNo))
+        stored = FindListedCustomer(customerNo);
+    if (!stored)
+        throw RowDeletedMeanwhile(record);
+    return *stored;
+}
+
+// A statement that must change exactly the one row it checked.
+void executeOnOneRow(const QString& statement, const QString& record) {
+    long changed = 0;
+    gCon.execute(statement, &changed);
+    if (changed != 1)
+        throw RowDeletedMeanwhile(record);
+}
+
 } // namespace
 
 namespace CustomerStore {
@@ -67,8 +224,7 @@ std::optional<Customer> Find(qint64 customerNo) {
 }
 
 qint64 NextNo() {
-    RecordSet rows = gCon.execute(QStringLiteral("select max(User_No) from San_User"));
-    return rows.field(0).isNull() ? 1 : rows.field(0).toLongLong() + 1;
+    return Numbering::TakeCustomerNo();
 }
 
 QString DateText(const QDate& date) {
@@ -100,31 +256,13 @@ QString InsertSql(const Customer& c, const QDate& today) {
            QStringLiteral(",'' )");
 }
 
-QString UpdateSql(const Customer& c, const QDate& today) {
-    const std::pair<const char*, QString> assignments[] = {
-        {"User_Name", SqlStr(c.name)},
-        {"User_Kana", SqlStr(c.kana)},
-        {"User_Yubin", SqlStr(c.yubin)},
-        {"User_Jusyo1", SqlStr(c.jusyo1)},
-        {"User_Jusyo2", SqlStr(c.jusyo2)},
-        {"User_Tel", SqlStr(c.tel)},
-        {"User_Kinmu", SqlStr(c.kinmu)},
-        {"User_KinmuTel", SqlStr(c.kinmuTel)},
-        {"User_Syokai", SqlStr(c.syokai)},
-        {"User_SyokaiTel", SqlStr(c.syokaiTel)},
-        {"User_Sex", SqlNum(c.sex)},
-        {"User_Kazok_F", SqlNum(c.kazok)},
-        {"User_Tanjo_Go", SqlNum(c.birth.era)},
-        {"User_Tanjo_Nen", SqlNum(c.birth.year)},
-        {"User_Tanjo_Mon", SqlNum(c.birth.month)},
-        {"User_Tanjo_Day", SqlNum(c.birth.day)},
-        {"User_Entry1", SqlQuote(DateText(c.entry1))},
-        {"User_Entry2", SqlQuote(DateText(today))}};
-    QStringList set;
-    for (const auto& [column, value] : assignments)
-        set << QString::fromLatin1(column) + QStringLiteral(" = ") + value;
-    return QStringLiteral("update San_User set ") + set.join(QLatin1Char(',')) +
-           QStringLiteral(" where User_No = ") + SqlNum(c.no);
+QString RecordName(qint64 customerNo, const QString& name) {
+    return QStringLiteral("顧客番号 %1「%2」").arg(customerNo).arg(name.trimmed());
+}
+
+QString UpdateSql(const Customer& shown, const Customer& now, const QDate& today) {
+    return updateSql(now.no, PlanWrite(Compare(registerColumns(), shown, now, shown)).assignments,
+                     today);
 }
 
 QStringList DeleteSql(qint64 customerNo) {
@@ -136,17 +274,31 @@ void Insert(const Customer& customer, const QDate& today) {
     gCon.execute(InsertSql(customer, today));
 }
 
-void Update(const Customer& customer, const QDate& today) {
-    long changed = 0;
-    gCon.execute(UpdateSql(customer, today), &changed);
-    if (changed == 0)
-        throw Failure(ErrorNumber::RowNotFound,
-                      QStringLiteral("顧客番号 %1 の顧客は存在しません。").arg(customer.no));
+void Update(const Customer& shown, const Customer& now, const QDate& today) {
+    const QString record = RecordName(shown.no, shown.name);
+    const Customer stored = lockedCustomer(shown.no, record);
+    const GuardedWrite write = PlanWrite(Compare(registerColumns(), shown, now, stored));
+    if (!write.collisions.isEmpty())
+        throw RowChangedMeanwhile(record, write.collisions);
+    executeOnOneRow(updateSql(shown.no, write.assignments, today), record);
 }
 
-void Remove(qint64 customerNo) {
-    for (const QString& statement : DeleteSql(customerNo))
+void Remove(const Customer& shown, const std::vector<Purchase>& shownPurchases) {
+    const QString record = RecordName(shown.no, shown.name);
+    if (lockedCustomer(shown.no, record) != shown)
+        throw RowChangedMeanwhile(record);
+    std::vector<Purchase> stored = PurchaseStore::OfCustomer(shown.no);
+    std::vector<Purchase> expected = shownPurchases;
+    const auto bySeq = [](const Purchase& a, const Purchase& b) {
+        return a.seq < b.seq;
+    };
+    std::sort(stored.begin(), stored.end(), bySeq);
+    std::sort(expected.begin(), expected.end(), bySeq);
+    if (stored != expected)
+        throw RowChangedMeanwhile(record, {QStringLiteral("売上")});
+    for (const QString& statement : DeleteSql(shown.no))
         gCon.execute(statement);
+    Numbering::ForgetCustomer(shown.no);
 }
 
 QString QuickSearchSql(const QString& kana, const QString& tel) {
@@ -170,35 +322,37 @@ std::vector<Customer> WithTel(const QString& tel) {
                      QStringLiteral(" Order By User_Kana"));
 }
 
-QString ListedUpdateSql(const ListRow& row, const QDate& today) {
-    const ListedCustomer& now = row.now;
-    const ListedCustomer& read = row.read;
-    QStringList set;
-    const auto change = [&](bool changed, const char* column, const QString& value) {
-        if (changed)
-            set << QString::fromLatin1(column) + QStringLiteral(" = ") + value;
-    };
-    change(now.name != read.name, "user_Name", SqlStr(now.name));
-    change(now.kana != read.kana, "user_Kana", SqlStr(now.kana));
-    change(now.yubin != read.yubin, "user_Yubin", SqlStr(now.yubin));
-    change(now.jusyo1 != read.jusyo1, "user_Jusyo1", SqlQuote(now.jusyo1));
-    change(now.jusyo2 != read.jusyo2, "user_Jusyo2", SqlStr(now.jusyo2));
-    change(now.tel != read.tel, "user_Tel", SqlStr(now.tel));
-    change(now.kazok != read.kazok, "user_kazok_f", SqlNum(now.kazok));
-    set << QStringLiteral("user_entry2 = ") + SqlQuote(DateText(today));
-    return QStringLiteral("update San_user set ") + set.join(QLatin1Char(',')) +
-           QStringLiteral(" where user_No = ") + SqlNum(now.no);
+GuardedWrite PlanListedUpdate(const ListRow& row, const ListedCustomer& stored) {
+    return PlanWrite(Compare(listColumns(), row.read, row.now, stored));
+}
+
+QString ListedUpdateSql(qint64 customerNo, const QStringList& assignments, const QDate& today) {
+    return QStringLiteral("update San_user set ") +
+           (assignments + QStringList{QStringLiteral("user_entry2 = ") + SqlQuote(DateText(today))})
+               .join(QLatin1Char(',')) +
+           QStringLiteral(" where user_No = ") + SqlNum(customerNo);
 }
 
 void UpdateListed(const ListRow& row, const QDate& today) {
     Transaction transaction(gCon);
-    gCon.execute(ListedUpdateSql(row, today));
+    const QString record = RecordName(row.read.no, row.read.name);
+    const GuardedWrite write = PlanListedUpdate(row, lockedListed(row.read.no, record));
+    if (!write.collisions.isEmpty())
+        throw RowChangedMeanwhile(record, write.collisions);
+    executeOnOneRow(ListedUpdateSql(row.read.no, write.assignments, today), record);
     transaction.commit();
 }
 
-void RemoveAlone(qint64 customerNo) {
+void RemoveListed(const ListRow& row) {
     Transaction transaction(gCon);
-    Remove(customerNo);
+    const QString record = RecordName(row.read.no, row.read.name);
+    // His sales total and last visit stand for his purchases: one added or changed meanwhile
+    // shows in them.
+    if (lockedListed(row.read.no, record) != row.read)
+        throw RowChangedMeanwhile(record);
+    for (const QString& statement : DeleteSql(row.read.no))
+        gCon.execute(statement);
+    Numbering::ForgetCustomer(row.read.no);
     transaction.commit();
 }
 

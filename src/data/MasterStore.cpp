@@ -1,5 +1,6 @@
 #include "data/MasterStore.h"
 
+#include "data/GuardedWrite.h"
 #include "frame/Globals.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
@@ -29,6 +30,26 @@ QString nameColumn(MasterKind kind) {
 void runAlone(const QString& statement) {
     Transaction transaction(gCon);
     gCon.execute(statement);
+    transaction.commit();
+}
+
+// Runs the statement on the entry in a transaction of its own, when the entry still holds the
+// name shown.
+void runOnShown(MasterKind kind, const MasterEntry& shown, const QString& statement) {
+    Transaction transaction(gCon);
+    const QString record = MasterStore::RecordName(kind, shown);
+    RecordSet stored =
+        gCon.execute(QStringLiteral("select ") + nameColumn(kind) + QStringLiteral(" from ") +
+                     MasterStore::Table(kind) + QStringLiteral(" where ") + numberColumn(kind) +
+                     QStringLiteral(" = ") + SqlStr(shown.code) + gCon.lockRows());
+    if (stored.eof())
+        throw RowDeletedMeanwhile(record);
+    if (stored.field(0).toString() != shown.name)
+        throw RowChangedMeanwhile(record, {QStringLiteral("名称")});
+    long changed = 0;
+    gCon.execute(statement, &changed);
+    if (changed != 1)
+        throw RowDeletedMeanwhile(record);
     transaction.commit();
 }
 
@@ -69,12 +90,18 @@ void Insert(MasterKind kind, const MasterEntry& entry) {
     runAlone(InsertSql(kind, entry));
 }
 
-void Rename(MasterKind kind, const MasterEntry& entry) {
-    runAlone(RenameSql(kind, entry));
+QString RecordName(MasterKind kind, const MasterEntry& entry) {
+    const char* const names[] = {"アイテム", "用途", "メーカー"};
+    return QString::fromUtf8(names[int(kind)]) + QLatin1Char(' ') + entry.code.trimmed() +
+           QStringLiteral("「") + entry.name.trimmed() + QStringLiteral("」");
 }
 
-void Remove(MasterKind kind, const QString& code) {
-    runAlone(DeleteSql(kind, code));
+void Rename(MasterKind kind, const MasterEntry& shown, const QString& name) {
+    runOnShown(kind, shown, RenameSql(kind, {shown.code, name}));
+}
+
+void Remove(MasterKind kind, const MasterEntry& shown) {
+    runOnShown(kind, shown, DeleteSql(kind, shown.code));
 }
 
 } // namespace MasterStore

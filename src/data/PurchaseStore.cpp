@@ -1,13 +1,17 @@
 #include "data/PurchaseStore.h"
 
 #include "data/CustomerQueries.h"
+#include "data/GuardedWrite.h"
+#include "data/Numbering.h"
 #include "domain/Ymd.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "platform/Format.h"
 #include "platform/db/SqlText.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace {
 
@@ -52,9 +56,87 @@ QString prescriptionValue(const Purchase& p, int eye, int index) {
                                      : SqlReal(p.eyes[eye].numbers[index]);
 }
 
-// The code of a master list as the history writes it: quoted as it is, not trimmed.
-QString code(const QString& value) {
-    return SqlQuote(value);
+// The register writes texts and codes trimmed; the history writes them as they are, and
+// leaves the note and the memo alone.
+enum class WrittenBy { Register, History };
+
+std::vector<GuardedColumn> compare(WrittenBy by, const Purchase& shown, const Purchase& now,
+                                   const Purchase& stored) {
+    std::vector<GuardedColumn> columns;
+    const auto add = [&](const QString& name, const QString& caption, const auto& literal) {
+        columns.push_back({name, caption, literal(shown), literal(now), literal(stored)});
+    };
+    const auto text = [by](QString Purchase::*field) {
+        return [by, field](const Purchase& p) {
+            return by == WrittenBy::Register ? SqlStr(p.*field) : SqlQuote(p.*field);
+        };
+    };
+    const auto number = [](qint64 Purchase::*field) {
+        return [field](const Purchase& p) {
+            return SqlNum(p.*field);
+        };
+    };
+    add(QStringLiteral("Uri_Date"), QStringLiteral("売上日"),
+        [](const Purchase& p) { return SqlNum(YmdOf(p.date)); });
+    add(QStringLiteral("Uri_ItemNo"), QStringLiteral("ｱｲﾃﾑ"), text(&Purchase::itemNo));
+    add(QStringLiteral("Uri_YoutoNo"), QStringLiteral("用途"), text(&Purchase::youtoNo));
+    add(QStringLiteral("Uri_Fm_MekaNo"), QStringLiteral("ﾌﾚｰﾑのﾒｰｶｰ"), text(&Purchase::fmMekaNo));
+    add(QStringLiteral("Uri_Fm_Name"), QStringLiteral("ﾌﾚｰﾑ品名"), text(&Purchase::fmName));
+    add(QStringLiteral("Uri_Fm_Kinga"), QStringLiteral("ﾌﾚｰﾑの金額"), number(&Purchase::fmKinga));
+    add(QStringLiteral("Uri_Fm_Size"), QStringLiteral("ｻｲｽﾞ"), text(&Purchase::fmSize));
+    add(QStringLiteral("Uri_Fm_Color"), QStringLiteral("ｶﾗｰ"), text(&Purchase::fmColor));
+    add(QStringLiteral("Uri_Lz_MekaNo"), QStringLiteral("ﾚﾝｽﾞのﾒｰｶｰ"), text(&Purchase::lzMekaNo));
+    add(QStringLiteral("Uri_Lz_Name"), QStringLiteral("ﾚﾝｽﾞ品名"), text(&Purchase::lzName));
+    add(QStringLiteral("Uri_Lz_Kinga"), QStringLiteral("ﾚﾝｽﾞの金額"), number(&Purchase::lzKinga));
+    add(QStringLiteral("Uri_KingaKei"), QStringLiteral("売上合計"), number(&Purchase::total));
+    for (int eye = 0; eye < 2; ++eye)
+        for (int i = 0; i < int(PrescriptionColumns.size()); ++i)
+            add(PurchaseStore::PrescriptionColumn(i, eye),
+                QString::fromUtf8(PrescriptionColumns[i].heading) +
+                    (eye == 0 ? QStringLiteral("(R)") : QStringLiteral("(L)")),
+                [eye, i](const Purchase& p) { return prescriptionValue(p, eye, i); });
+    if (by == WrittenBy::Register) {
+        add(QStringLiteral("Uri_Syohou"), QStringLiteral("眼処方"), text(&Purchase::syohou));
+        add(QStringLiteral("Uri_Memo"), QStringLiteral("メモ"), text(&Purchase::memo));
+    }
+    return columns;
+}
+
+QString updateSql(qint64 customerNo, int seq, const QStringList& assignments) {
+    return QStringLiteral("update San_Uriage set ") + assignments.join(QStringLiteral(", ")) +
+           QStringLiteral(" where Uri_UserNo = ") + SqlNum(customerNo) +
+           QStringLiteral(" and Uri_Seq = ") + SqlNum(seq);
+}
+
+// A statement that must change exactly the one row it checked.
+void executeOnOneRow(const QString& statement, const QString& record) {
+    long changed = 0;
+    gCon.execute(statement, &changed);
+    if (changed != 1)
+        throw RowDeletedMeanwhile(record);
+}
+
+// The purchase as stored now; fails when it is gone, or (whole: for a deletion) no longer
+// as shown.
+const Purchase& storedAsShown(const std::map<int, Purchase>& stored, const Purchase& shown,
+                              const QString& record, bool whole) {
+    const auto found = stored.find(shown.seq);
+    if (found == stored.end())
+        throw RowDeletedMeanwhile(record);
+    if (whole && found->second != shown)
+        throw RowChangedMeanwhile(record);
+    return found->second;
+}
+
+// Writes what the screen changed of one purchase, unless another terminal changed it too.
+void writeChanges(WrittenBy by, qint64 customerNo, const Purchase& shown, const Purchase& now,
+                  const Purchase& stored) {
+    const QString record = PurchaseStore::RecordName(customerNo, shown);
+    const GuardedWrite write = PlanWrite(compare(by, shown, now, stored));
+    if (!write.collisions.isEmpty())
+        throw RowChangedMeanwhile(record, write.collisions);
+    if (!write.assignments.isEmpty())
+        executeOnOneRow(updateSql(customerNo, shown.seq, write.assignments), record);
 }
 
 } // namespace
@@ -76,11 +158,11 @@ std::vector<Purchase> OfCustomer(qint64 customerNo) {
     return purchases;
 }
 
-int NextSeq(qint64 customerNo) {
-    RecordSet rows =
-        gCon.execute(QStringLiteral("select max(Uri_Seq) from San_Uriage where Uri_UserNo = ") +
-                     SqlNum(customerNo));
-    return rows.field(0).isNull() ? 1 : rows.field(0).toInt() + 1;
+QString RecordName(qint64 customerNo, const Purchase& purchase) {
+    return QStringLiteral("顧客番号 %1 の %2 の売上（No.%3）")
+        .arg(customerNo)
+        .arg(purchase.date.toString(QStringLiteral("yyyy/MM/dd")))
+        .arg(purchase.seq);
 }
 
 QString InsertSql(qint64 customerNo, const Purchase& p) {
@@ -97,28 +179,9 @@ QString InsertSql(qint64 customerNo, const Purchase& p) {
            QStringLiteral(",'' )");
 }
 
-QString UpdateSql(qint64 customerNo, const Purchase& p) {
-    QStringList set{QStringLiteral("Uri_Date = ") + SqlNum(YmdOf(p.date)),
-                    QStringLiteral(" Uri_ItemNo = ") + SqlStr(p.itemNo),
-                    QStringLiteral(" Uri_YoutoNo = ") + SqlStr(p.youtoNo),
-                    QStringLiteral(" Uri_Fm_MekaNo = ") + SqlStr(p.fmMekaNo),
-                    QStringLiteral(" Uri_Fm_Name = ") + SqlStr(p.fmName),
-                    QStringLiteral(" Uri_Fm_Kinga = ") + SqlNum(p.fmKinga),
-                    QStringLiteral(" Uri_Fm_Size = ") + SqlStr(p.fmSize),
-                    QStringLiteral(" Uri_Fm_Color = ") + SqlStr(p.fmColor),
-                    QStringLiteral(" Uri_Lz_MekaNo = ") + SqlStr(p.lzMekaNo),
-                    QStringLiteral(" Uri_Lz_Name = ") + SqlStr(p.lzName),
-                    QStringLiteral(" Uri_Lz_Kinga = ") + SqlNum(p.lzKinga),
-                    QStringLiteral(" Uri_KingaKei = ") + SqlNum(p.total)};
-    for (int eye = 0; eye < 2; ++eye)
-        for (int i = 0; i < int(PrescriptionColumns.size()); ++i)
-            set << QLatin1Char(' ') + PrescriptionColumn(i, eye) + QStringLiteral(" = ") +
-                       prescriptionValue(p, eye, i);
-    set << QStringLiteral(" Uri_Syohou = ") + SqlStr(p.syohou)
-        << QStringLiteral(" Uri_Memo = ") + SqlStr(p.memo);
-    return QStringLiteral("update San_Uriage set ") + set.join(QLatin1Char(',')) +
-           QStringLiteral(" where Uri_UserNo = ") + SqlNum(customerNo) +
-           QStringLiteral(" and Uri_Seq = ") + SqlNum(p.seq);
+QString UpdateSql(qint64 customerNo, const Purchase& shown, const Purchase& now) {
+    return updateSql(customerNo, now.seq,
+                     PlanWrite(compare(WrittenBy::Register, shown, now, shown)).assignments);
 }
 
 QString DeleteSql(qint64 customerNo, int seq) {
@@ -127,22 +190,33 @@ QString DeleteSql(qint64 customerNo, int seq) {
 }
 
 void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines) {
+    const auto waiting = [&](LineState state) {
+        return std::count_if(lines.begin(), lines.end(),
+                             [state](const PurchaseLine& l) { return l.state == state; });
+    };
+    std::map<int, Purchase> stored;
+    if (waiting(LineState::Changed) + waiting(LineState::Deleted) > 0)
+        for (Purchase& p : OfCustomer(customerNo))
+            stored.emplace(p.seq, std::move(p));
     int nextSeq = 0;
+    if (const auto count = waiting(LineState::New); count > 0)
+        nextSeq = Numbering::TakePurchaseSeqs(customerNo, int(count));
     for (const PurchaseLine& line : lines) {
+        const QString record = RecordName(customerNo, line.read);
         switch (line.state) {
         case LineState::New: {
-            if (nextSeq == 0)
-                nextSeq = NextSeq(customerNo);
             Purchase inserted = line.purchase;
             inserted.seq = nextSeq++;
             gCon.execute(InsertSql(customerNo, inserted));
             break;
         }
         case LineState::Changed:
-            gCon.execute(UpdateSql(customerNo, line.purchase));
+            writeChanges(WrittenBy::Register, customerNo, line.read, line.purchase,
+                         storedAsShown(stored, line.read, record, false));
             break;
         case LineState::Deleted:
-            gCon.execute(DeleteSql(customerNo, line.purchase.seq));
+            storedAsShown(stored, line.read, record, true);
+            executeOnOneRow(DeleteSql(customerNo, line.read.seq), record);
             break;
         case LineState::Stored:
             break;
@@ -192,36 +266,23 @@ HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page) {
     return shown;
 }
 
-QString HistoryUpdateSql(qint64 customerNo, const Purchase& p) {
-    enum { Sph, Cyl, Ax, S, P1, B1, P2, B2, Gai, Tama, Pd, Ragan, Kyosei };
-    // Each value right then left, in this order; the column names as the history writes them.
-    constexpr int order[] = {Sph, Cyl, Ax, S, P1, P2, B1, B2, Gai, Tama, Pd, Ragan, Kyosei};
-    QStringList set{QStringLiteral(" Uri_Date = ") + SqlNum(YmdOf(p.date)),
-                    QStringLiteral(" Uri_ItemNo = ") + code(p.itemNo),
-                    QStringLiteral(" Uri_YoutoNo = ") + code(p.youtoNo),
-                    QStringLiteral(" Uri_Fm_MekaNo = ") + code(p.fmMekaNo),
-                    QStringLiteral(" Uri_Lz_MekaNo = ") + code(p.lzMekaNo),
-                    QStringLiteral(" Uri_Fm_Name = ") + SqlQuote(p.fmName),
-                    QStringLiteral(" Uri_Lz_Name = ") + SqlQuote(p.lzName),
-                    QStringLiteral(" Uri_Fm_Size = ") + SqlQuote(p.fmSize),
-                    QStringLiteral(" Uri_Fm_Color = ") + SqlQuote(p.fmColor),
-                    QStringLiteral(" Uri_Fm_Kinga = ") + SqlNum(p.fmKinga),
-                    QStringLiteral(" Uri_Lz_Kinga = ") + SqlNum(p.lzKinga),
-                    QStringLiteral(" Uri_KingaKei = ") + SqlNum(p.total)};
-    for (int index : order)
-        for (int eye = 0; eye < 2; ++eye) {
-            const QString suffix = QString::fromLatin1(PrescriptionColumns[index].suffix);
-            set << QStringLiteral(" Uri_") + (eye == 0 ? QLatin1Char('R') : QLatin1Char('L')) +
-                       QLatin1Char('_') + (index == Kyosei ? suffix : suffix.toUpper()) +
-                       QStringLiteral(" = ") + prescriptionValue(p, eye, index);
-        }
-    return QStringLiteral("update San_Uriage set ") + set.join(QLatin1Char(',')) +
-           QStringLiteral(" where Uri_UserNo = ") + SqlNum(customerNo) +
-           QStringLiteral(" and Uri_Seq = ") + SqlNum(p.seq);
+QString HistoryUpdateSql(qint64 customerNo, const Purchase& shown, const Purchase& now) {
+    return updateSql(customerNo, now.seq,
+                     PlanWrite(compare(WrittenBy::History, shown, now, shown)).assignments);
 }
 
-void SaveFromHistory(qint64 customerNo, const Purchase& purchase) {
-    gCon.execute(HistoryUpdateSql(customerNo, purchase));
+void SaveFromHistory(qint64 customerNo, const Purchase& shown, const Purchase& now) {
+    const QString record = RecordName(customerNo, shown);
+    if (gCon.execute(QStringLiteral("select User_No from San_User where User_No = ") +
+                     SqlNum(customerNo) + gCon.lockRows())
+            .eof())
+        throw RowDeletedMeanwhile(record);
+    RecordSet row =
+        gCon.execute(QStringLiteral("select * from San_Uriage where Uri_UserNo = ") +
+                     SqlNum(customerNo) + QStringLiteral(" and Uri_Seq = ") + SqlNum(shown.seq));
+    if (row.eof())
+        throw RowDeletedMeanwhile(record);
+    writeChanges(WrittenBy::History, customerNo, shown, now, purchaseOf(row));
 }
 
 qint64 SalesForAmountCheck(const SearchConditions& c, qint64 customerNo) {

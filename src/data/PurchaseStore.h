@@ -17,15 +17,20 @@ QString PrescriptionColumn(int index, int eye);
 // A customer's purchases, newest first (ties by their number).
 std::vector<Purchase> OfCustomer(qint64 customerNo);
 
-// The number a customer's next purchase gets: the highest plus one, 1 for the first.
-int NextSeq(qint64 customerNo);
+// A purchase as the staff know it: "顧客番号 3 の 2024/03/05 の売上（No.2）".
+QString RecordName(qint64 customerNo, const Purchase& purchase);
 
 QString InsertSql(qint64 customerNo, const Purchase& purchase);
-QString UpdateSql(qint64 customerNo, const Purchase& purchase);
+// "update San_Uriage set ...": the columns in which the purchase now differs from how it was
+// shown.
+QString UpdateSql(qint64 customerNo, const Purchase& shown, const Purchase& now);
 QString DeleteSql(qint64 customerNo, int seq);
 
-// Writes the register's marked lines inside the caller's transaction: new lines are inserted
-// with consecutive numbers, changed ones updated, those marked for deletion deleted.
+// Writes the register's marked lines inside the caller's transaction, which has locked the
+// customer's row: new lines are inserted with consecutive numbers never given before, changed
+// ones updated in the columns changed, those marked for deletion deleted. A line whose
+// purchase another terminal deleted, or changed in a column this save writes (or at all, for
+// one to delete), fails the save with RowDeleted or RowChanged.
 void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines);
 
 // One page of the sales history: up to three purchases dated on or before a day, newest first,
@@ -42,11 +47,13 @@ struct HistoryPage {
 HistoryPage ReadHistoryPage(qint64 customerNo, qint64 ymd, int page);
 
 // The history writes a corrected purchase back with its own statement: the prescription right
-// and left eye alternating, texts as typed. The note and the memo are not touched.
-QString HistoryUpdateSql(qint64 customerNo, const Purchase& purchase);
+// and left eye alternating, texts as typed, the columns changed since the purchase was shown.
+// The note and the memo are not touched.
+QString HistoryUpdateSql(qint64 customerNo, const Purchase& shown, const Purchase& now);
 
-// Writes corrected purchases of the history inside the caller's transaction.
-void SaveFromHistory(qint64 customerNo, const Purchase& purchase);
+// Writes a corrected purchase of the history inside the caller's transaction, checked like the
+// register's changed lines (the customer's row locked first).
+void SaveFromHistory(qint64 customerNo, const Purchase& shown, const Purchase& now);
 
 // The customer's sales within the visit-date range of the conditions (0 when none).
 qint64 SalesForAmountCheck(const SearchConditions& c, qint64 customerNo);

@@ -1,5 +1,6 @@
 #include "data/Schema.h"
 
+#include "data/Numbering.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
@@ -117,6 +118,8 @@ QStringList SchemaStatements() {
         QStringLiteral("CREATE INDEX IX_San_User_Tel ON San_User (User_Tel)"),
         QStringLiteral("CREATE INDEX IX_ZipList_Zip ON ZipList (ZIP1, ZIP2)"),
         SettingsTableStatement(),
+        Numbering::TableStatement(),
+        QStringLiteral("insert into San_Saiban values(0,0)"),
     };
 }
 
@@ -128,6 +131,7 @@ QString SettingsTableStatement() {
 
 void UpgradeSchema(Connection& connection) {
     connection.execute(SettingsTableStatement());
+    Numbering::Upgrade(connection);
 }
 
 QStringList StartingMasterStatements() {

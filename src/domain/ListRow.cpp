@@ -1,6 +1,8 @@
 #include "domain/ListRow.h"
 
 void ToggleRowDeletion(ListRow& row) {
+    if (row.otherTerminal == OtherTerminal::Deleted)
+        return;
     if (row.state == ListState::ToDelete) {
         row.state = row.changedBeforeDelete ? ListState::Changed : ListState::Unchanged;
         row.changedBeforeDelete = false;
@@ -8,4 +10,12 @@ void ToggleRowDeletion(ListRow& row) {
     }
     row.changedBeforeDelete = row.state == ListState::Changed;
     row.state = ListState::ToDelete;
+}
+
+ListRow ReadAgain(const ListRow& row, const std::optional<ListedCustomer>& stored) {
+    ListRow fresh;
+    fresh.now = fresh.read = stored ? *stored : row.read;
+    fresh.marked = stored && row.marked;
+    fresh.otherTerminal = stored ? OtherTerminal::Changed : OtherTerminal::Deleted;
+    return fresh;
 }

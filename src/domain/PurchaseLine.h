@@ -15,6 +15,9 @@ QString LineStatusText(LineState state);
 struct PurchaseLine {
     int id = 0;
     Purchase purchase;
+    // A stored line's purchase as it was read: a save writes only what differs from it, and
+    // only while the stored purchase still holds it.
+    Purchase read;
     LineState state = LineState::Stored;
     // A changed line marked for deletion goes back to changed when the mark is taken back.
     bool changedBeforeDelete = false;

@@ -2,6 +2,7 @@
 
 #include "data/PurchaseStore.h"
 #include "domain/Ymd.h"
+#include "frame/Conflicts.h"
 #include "frame/DateFields.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
@@ -151,16 +152,35 @@ bool FrmRireki::ChkEditData() const {
 }
 
 bool FrmRireki::SaveUriage() {
+    int saving = 0;
+    const auto conflict = [&](const Failure& failure) {
+        if (!IsConflict(failure))
+            return false;
+        if (CmnAskReadAgain(failure.description())) {
+            showPage();
+            // The block of a purchase another terminal changed says so; a deleted one has left
+            // the page, as the box said.
+            for (int i = 0; i < 3; ++i)
+                if (FraUriage[i]->seq() == saving)
+                    FraUriage[i]->setTitle(BlockTitles[i] +
+                                           QStringLiteral("（他の端末で変更されました）"));
+        }
+        return true;
+    };
     return Procedure(ScreenName, QStringLiteral("SaveUriage"), QStringLiteral("売上履歴保存処理"),
                      [&] {
                          Transaction transaction(gCon);
                          for (UriageBlock* block : FraUriage)
-                             if (block->editing)
-                                 PurchaseStore::SaveFromHistory(shownNo_, block->edited());
+                             if (block->editing) {
+                                 saving = block->seq();
+                                 PurchaseStore::SaveFromHistory(shownNo_, block->shown(),
+                                                                block->edited());
+                             }
                          transaction.commit();
                          for (UriageBlock* block : FraUriage)
                              block->editing = false;
-                     });
+                     },
+                     {.ownMessage = conflict});
 }
 
 void FrmRireki::showPage() {

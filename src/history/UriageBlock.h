@@ -30,6 +30,8 @@ public:
     Purchase edited() const;
     // The number of the purchase shown; 0 while the block is empty.
     int seq() const { return shown_.seq; }
+    // The purchase as it was read: a correction writes only what differs from it.
+    const Purchase& shown() const { return shown_; }
 
     // A prescription field by eye (0 right, 1 left) and value in table order.
     xField* prescription(int eye, int index) const { return eyes_[eye][index]; }

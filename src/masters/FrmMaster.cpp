@@ -2,6 +2,7 @@
 
 #include "data/MasterStore.h"
 #include "frame/BasCmnSubFun.h"
+#include "frame/Conflicts.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -116,8 +117,9 @@ void FrmMaster::DispMaster() {
 void FrmMaster::DispSelectRow(int row) {
     Procedure(config_.caption, QStringLiteral("DispSelectRow"),
               QStringLiteral("明細指定行の編集表示"), [&] {
-                  txtTNo->setText(entries_->at(row - 1).code);
-                  txtName->setText(entries_->at(row - 1).name);
+                  chosen_ = entries_->at(row - 1);
+                  txtTNo->setText(chosen_.code);
+                  txtName->setText(chosen_.name);
                   CmnCtlEnabled(txtTNo, false);
                   CmnCtlEnabled(txtName, true);
                   mode_ = 1;
@@ -158,9 +160,9 @@ void FrmMaster::SaveMaster(int mode) {
                   if (mode == 0)
                       MasterStore::Insert(config_.kind, typedEntry());
                   else if (mode == 1)
-                      MasterStore::Rename(config_.kind, typedEntry());
+                      MasterStore::Rename(config_.kind, chosen_, txtName->text());
                   else
-                      MasterStore::Remove(config_.kind, txtTNo->text());
+                      MasterStore::Remove(config_.kind, chosen_);
                   CmnDspMsg(mode == 2 ? OpeInf_002 : OpeInf_001);
                   DispMaster();
                   ClearText();
@@ -168,7 +170,17 @@ void FrmMaster::SaveMaster(int mode) {
                   cmdFnuc[F8]->setEnabled(false);
                   txtTNo->setFocus();
               },
-              {.ownMessage = [](const Failure& failure) {
+              {.ownMessage = [this](const Failure& failure) {
+                  if (IsConflict(failure)) {
+                      if (CmnAskReadAgain(failure.description())) {
+                          DispMaster();
+                          ClearText();
+                          mode_ = 0;
+                          cmdFnuc[F8]->setEnabled(false);
+                          txtTNo->setFocus();
+                      }
+                      return true;
+                  }
                   if (failure.number() != ErrorNumber::DatabaseFailed)
                       return false;
                   MsgBox(QStringLiteral("不正な処理です。"), MsgIcon::None, MsgButtons::OK,

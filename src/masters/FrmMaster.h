@@ -57,6 +57,9 @@ private:
     MasterConfig config_;
     RowModel<MasterEntry>* entries_;
     int mode_ = 0;
+    // The entry chosen in the list, as it was read: a rename or deletion acts on it only while
+    // it still holds that name.
+    MasterEntry chosen_;
     bool loaded_ = false;
     FunctionKeyRow* keys_;
 };

@@ -36,8 +36,11 @@ inline constexpr long StatementFailed = -2147217900;
 inline constexpr long NoSuchField = -2146825023;
 // A record set read past its end.
 inline constexpr long NoCurrentRow = -2146825267;
-// An update meant for a row that is not there (another terminal deleted it).
-inline constexpr long RowNotFound = -2147217864;
+// A save meant a row another terminal changed after the screen showed it: a column the save
+// writes no longer holds what the screen read.
+inline constexpr long RowChanged = -2147217864;
+// A save meant a row another terminal deleted after the screen showed it.
+inline constexpr long RowDeleted = -2147217885;
 // A transaction call out of order (commit without begin, ...).
 inline constexpr long TransactionState = -2146825287;
 // A file that cannot be written or read.

@@ -4,6 +4,7 @@
 #include "data/CustomerSearch.h"
 #include "data/CustomerStore.h"
 #include "domain/PrintMarks.h"
+#include "frame/Conflicts.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -190,19 +191,58 @@ void FrmIchiran::toggleDeletion() {
         spdData->toggleDeletion(row);
 }
 
+namespace {
+
+// Keeps a row's conflict for the box at the end of the pass.
+ProcedureOptions collectConflicts(std::vector<std::pair<qint64, QString>>& conflicts,
+                                  qint64 customerNo) {
+    return {.ownMessage = [&conflicts, customerNo](const Failure& failure) {
+        if (!IsConflict(failure))
+            return false;
+        conflicts.emplace_back(customerNo, failure.description());
+        return true;
+    }};
+}
+
+} // namespace
+
 bool FrmIchiran::UpDataSan_Kokyaku(int row) {
-    return Procedure(ScreenName, QStringLiteral("UpDataSan_Kokyaku"),
-                     QStringLiteral("顧客データ保存処理"),
-                     [&] { CustomerStore::UpdateListed(spdData->row(row), Today()); });
+    const ListRow& shown = spdData->row(row);
+    return Procedure(
+        ScreenName, QStringLiteral("UpDataSan_Kokyaku"), QStringLiteral("顧客データ保存処理"),
+        [&] { CustomerStore::UpdateListed(shown, Today()); },
+        collectConflicts(conflicts_, shown.read.no));
 }
 
 bool FrmIchiran::DelDataSan_Kokyaku(int row) {
-    return Procedure(ScreenName, QStringLiteral("DelDataSan_Kokyaku"),
-                     QStringLiteral("顧客データ削除処理"),
-                     [&] { CustomerStore::RemoveAlone(spdData->row(row).now.no); });
+    const ListRow& shown = spdData->row(row);
+    return Procedure(
+        ScreenName, QStringLiteral("DelDataSan_Kokyaku"), QStringLiteral("顧客データ削除処理"),
+        [&] { CustomerStore::RemoveListed(shown); }, collectConflicts(conflicts_, shown.read.no));
+}
+
+void FrmIchiran::tellConflicts() {
+    QStringList told;
+    for (const auto& conflict : conflicts_)
+        told << conflict.second;
+    const bool readAgain = CmnAskReadAgain(
+        told.join(QLatin1Char('\n')) +
+        QStringLiteral(
+            "\n（読み込んだ行は、削除されていれば灰色、変更されていれば水色で表示します）"));
+    if (readAgain)
+        Procedure(
+            ScreenName, QStringLiteral("readAgain"), QStringLiteral("顧客データ再読込処理"), [&] {
+                for (const auto& conflict : conflicts_)
+                    for (int row = 1; row <= spdData->maxRows(); ++row)
+                        if (spdData->row(row).read.no == conflict.first)
+                            spdData->replaceRow(row, ReadAgain(spdData->row(row),
+                                                               FindListedCustomer(conflict.first)));
+            });
+    conflicts_.clear();
 }
 
 void FrmIchiran::savePass() {
+    conflicts_.clear();
     bool anything = false;
     for (int row = 1; row <= spdData->maxRows();) {
         const ListState state = spdData->row(row).state;
@@ -222,6 +262,8 @@ void FrmIchiran::savePass() {
     lblTaisyouCnt->setText(QString::number(spdData->maxRows()));
     if (!anything)
         CmnDspMsg(OpeErr_012);
+    if (!conflicts_.empty())
+        tellConflicts();
 }
 
 bool FrmIchiran::refuseWhileEditing() {

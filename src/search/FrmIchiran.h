@@ -4,6 +4,7 @@
 #include "platform/ui/Screen.h"
 
 #include <array>
+#include <vector>
 
 class QLabel;
 class FrmTotalKensaku;
@@ -48,6 +49,9 @@ private:
     void openRegister(int row);
     void readAgain(qint64 customerNo);
     void savePass();
+    // After a save pass that met other terminals' work: one box for all such rows, and on
+    // はい each read again (kept, greyed, when its customer is gone).
+    void tellConflicts();
     void sortBy(int index);
     void setListKeys(bool enabled);
     bool refuseWhileEditing();
@@ -56,4 +60,6 @@ private:
     FrmTotalKensaku* jyoken_;
     ShownSearch shown_;
     FunctionKeyRow* keys_;
+    // The rows of this save pass that met another terminal's work: customer and what it did.
+    std::vector<std::pair<qint64, QString>> conflicts_;
 };

@@ -6,6 +6,8 @@
 const QColor ListGrid::White(255, 255, 255);
 const QColor ListGrid::Yellow(255, 255, 128);
 const QColor ListGrid::Red(255, 128, 128);
+const QColor ListGrid::Grey(192, 192, 192);
+const QColor ListGrid::Blue(200, 228, 255);
 const QStringList ListGrid::Headings{
     QStringLiteral("顧客№"),    QStringLiteral("印刷"),     QStringLiteral("氏 名"),
     QStringLiteral("かな名"),   QStringLiteral("郵便番号"), QStringLiteral("住所１"),
@@ -28,7 +30,28 @@ QColor colourOf(const ListRow& row) {
     case ListState::Unchanged:
         break;
     }
+    switch (row.otherTerminal) {
+    case OtherTerminal::Changed:
+        return ListGrid::Blue;
+    case OtherTerminal::Deleted:
+        return ListGrid::Grey;
+    case OtherTerminal::None:
+        break;
+    }
     return ListGrid::White;
+}
+
+QString tipOf(const ListRow& row) {
+    switch (row.otherTerminal) {
+    case OtherTerminal::Changed:
+        return QStringLiteral(
+            "他の端末が変更した顧客です。保存されている最新の内容を表示しています。");
+    case OtherTerminal::Deleted:
+        return QStringLiteral("他の端末が削除した顧客です。訂正・削除・印刷はできません。");
+    case OtherTerminal::None:
+        break;
+    }
+    return {};
 }
 
 // A text column the list corrects in place: any change makes the row one to update.
@@ -78,6 +101,10 @@ ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
          Right}};
     model_ = new RowModel<ListRow>(std::move(columns), this);
     model_->background = colourOf;
+    model_->tip = tipOf;
+    model_->locked = [](const ListRow& r) {
+        return r.otherTerminal == OtherTerminal::Deleted;
+    };
     model_->edited = [this](int, int column) {
         if (column + 1 == Kazok)
             emit marksChanged(markedCount());
@@ -104,7 +131,9 @@ void ListGrid::removeRow(int row) {
 void ListGrid::toggleMarks(int top, int bottom) {
     top = std::max(top, 1);
     bottom = std::min(bottom, maxRows());
-    model_->updateRange(top - 1, bottom - 1, [](ListRow& r) { r.marked = !r.marked; });
+    model_->updateRange(top - 1, bottom - 1, [](ListRow& r) {
+        r.marked = !r.marked && r.otherTerminal != OtherTerminal::Deleted;
+    });
     emit marksChanged(markedCount());
 }
 

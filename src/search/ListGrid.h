@@ -13,7 +13,8 @@
 class ListGrid : public GridView {
     Q_OBJECT
 public:
-    static const QColor White, Yellow, Red;
+    // Unchanged, changed, to delete; read again after another terminal changed or deleted it.
+    static const QColor White, Yellow, Red, Blue, Grey;
     // The grid's columns, counted from 1.
     enum Column { No = 1, Mark, Name, Kana, Yubin, Jusyo1, Jusyo2, Tel, Kazok, Total, LastVisit };
     // The headings of the columns, and the names of the family categories (0 to 3).

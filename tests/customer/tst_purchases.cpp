@@ -5,6 +5,7 @@
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
 #include "data/MasterStore.h"
+#include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
@@ -38,11 +39,11 @@ private slots:
         for (const auto& [before, after] : entries)
             QVERIFY(StateAfterEntry(before) == after);
         for (LineState before : {Stored, Changed}) {
-            PurchaseLine line{.id = 1, .purchase = {}, .state = before};
+            PurchaseLine line{.id = 1, .purchase = {}, .read = {}, .state = before};
             QVERIFY(ToggleLineDeletion(line) && line.state == Deleted && !line.unmarked);
             QVERIFY(ToggleLineDeletion(line) && line.state == before && line.unmarked);
         }
-        PurchaseLine added{.id = 2, .purchase = {}, .state = New};
+        PurchaseLine added{.id = 2, .purchase = {}, .read = {}, .state = New};
         QVERIFY(!ToggleLineDeletion(added));
     }
 
@@ -268,8 +269,8 @@ private slots:
     // A frame name pasted from a spreadsheet holds a tab: it is stored as pasted and every
     // other column, the prescription's numbers too, keeps its own value.
     void codesSurviveDeletedMastersAndAPastedTabNeverShiftsAColumn() {
-        MasterStore::Remove(MasterKind::Item, u"002"_s);
-        MasterStore::Remove(MasterKind::Meka, u"002"_s);
+        gCon.execute(u"delete from San_Item where Item_No = '002'"_s);
+        gCon.execute(u"delete from San_Meka where Meka_No = '002'"_s);
         InsertCustomer({.no = 6});
         InsertPurchase({.user = 6, .seq = 1, .ymd = 20260301});
         InsertPurchase({.user = 6,

@@ -52,41 +52,68 @@ private slots:
                  u"insert into San_Uriage Values(7,4,20240305,'003','001','',"
                  "'O''FRAME\tX',20000,'','','002','',8000,28000,"_s +
                      prescriptionValues().join(QLatin1Char(',')) + u",'','メモ','' )"_s);
-        const QString update = PurchaseStore::UpdateSql(7, sample());
-        QVERIFY(update.startsWith(
-            u"update San_Uriage set Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
-            "Uri_Fm_MekaNo = '', Uri_Fm_Name = 'O''FRAME\tX', Uri_Fm_Kinga = 20000,"_s));
-        QVERIFY(update.contains(u", Uri_R_Sph = -2.5, Uri_R_Cyl = 0,"_s));
-        QVERIFY(update.endsWith(
-            u", Uri_Syohou = '', Uri_Memo = 'メモ' where Uri_UserNo = 7 and Uri_Seq = 4"_s));
         QCOMPARE(PurchaseStore::DeleteSql(7, 4),
                  u"delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"_s);
-        // The history writes its own shape: texts as typed, each value right then left.
-        const QString history = PurchaseStore::HistoryUpdateSql(7, sample());
-        QVERIFY(history.startsWith(
-            u"update San_Uriage set  Uri_Date = 20240305, Uri_ItemNo = '003', Uri_YoutoNo = '001', "
-            "Uri_Fm_MekaNo = '', Uri_Lz_MekaNo = '002', Uri_Fm_Name = ' O''FRAME\tX ',"_s));
-        QVERIFY(history.contains(
-            u" Uri_R_SPH = -2.5, Uri_L_SPH = 0, Uri_R_CYL = 0, Uri_L_CYL = 0, Uri_R_AX = 0"_s));
-        QVERIFY(history.contains(u"Uri_L_B1 = 'IN', Uri_R_B2 = '',"_s));
-        QVERIFY(!history.contains(u"Uri_Memo"_s));
     }
 
-    void aCustomerIsInsertedWithTodaysDatesAndUpdatedWithHisOwn() {
+    // An update writes the columns the screen changed from what it read, nothing else: the
+    // register trims texts, the history writes them as typed and never the memo.
+    void anUpdateWritesOnlyWhatTheScreenChanged() {
+        Purchase changed = sample();
+        changed.eyes[0].numbers[0] = -3, changed.memo = u"新メモ"_s;
+        QCOMPARE(PurchaseStore::UpdateSql(7, sample(), changed),
+                 u"update San_Uriage set Uri_R_Sph = -3, Uri_Memo = '新メモ' where Uri_UserNo = 7 "
+                 "and Uri_Seq = 4"_s);
+        Purchase shown = sample();
+        shown.fmName = u"X"_s;
+        QCOMPARE(
+            PurchaseStore::UpdateSql(7, shown, sample()),
+            u"update San_Uriage set Uri_Fm_Name = 'O''FRAME	X' where Uri_UserNo = 7 and "
+            "Uri_Seq = 4"_s);
+        QCOMPARE(PurchaseStore::HistoryUpdateSql(7, shown, changed),
+                 u"update San_Uriage set Uri_Fm_Name = ' O''FRAME	X ', Uri_R_Sph = -3 where "
+                 "Uri_UserNo = 7 and Uri_Seq = 4"_s);
+
         Customer c;
-        c.no = 12, c.name = u" O'Neil "_s, c.kana = u"おにーる"_s, c.tel = u"011"_s;
-        c.entry1 = QDate(2020, 4, 1), c.birth = {2, 10, 5, 3};
+        c.no = 12, c.name = u" O'Neil "_s, c.entry1 = QDate(2020, 4, 1), c.birth = {2, 10, 5, 3};
         QCOMPARE(CustomerStore::InsertSql(c, Today),
-                 u"insert into San_User Values(12,'O''Neil','おにーる','','','',"
-                 "'011','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"_s);
-        QCOMPARE(CustomerStore::UpdateSql(c, Today),
-                 u"update San_User set User_Name = 'O''Neil',User_Kana = 'おにーる',"
-                 "User_Yubin = '',User_Jusyo1 = '',User_Jusyo2 = '',User_Tel = "
-                 "'011',User_Kinmu = '',User_KinmuTel = '',User_Syokai = '',"
-                 "User_SyokaiTel = '',User_Sex = 0,User_Kazok_F = 2,User_Tanjo_Go "
-                 "= 2,User_Tanjo_Nen = 10,User_Tanjo_Mon = 5,User_Tanjo_Day = 3,"
-                 "User_Entry1 = '2020/04/01',User_Entry2 = '2026/11/22' where "
-                 "User_No = 12"_s);
+                 u"insert into San_User Values(12,'O''Neil','','','','',"
+                 "'','','','','',0,2,2,10,5,3,'2026/11/22','2026/11/22','' )"_s);
+        Customer now = c;
+        now.jusyo2 = u"2-3"_s, now.birth.year = 11;
+        QCOMPARE(CustomerStore::UpdateSql(c, now, Today),
+                 u"update San_User set User_Jusyo2 = '2-3',User_Tanjo_Nen = 11,User_Entry2 = "
+                 "'2026/11/22' where User_No = 12"_s);
+        // Nothing changed: only the date of the last change, for the purchases saved with him.
+        QCOMPARE(CustomerStore::UpdateSql(c, c, Today),
+                 u"update San_User set User_Entry2 = '2026/11/22' where User_No = 12"_s);
+    }
+
+    // Another terminal's change is lost only where this screen changed the same column to
+    // something else: then nothing is written and the column is named.
+    void aChangeMeetsAnotherTerminalsOnlyInTheSameColumn() {
+        struct Case {
+            QString shown, now, stored;
+            QStringList assignments, collisions;
+        };
+        const Case cases[] = {
+            {u"'a'"_s, u"'a'"_s, u"'b'"_s, {}, {}},                    // only the other changed
+            {u"'a'"_s, u"'c'"_s, u"'a'"_s, {u"C = 'c'"_s}, {}},        // only this one
+            {u"'a'"_s, u"'c'"_s, u"'b'"_s, {u"C = 'c'"_s}, {u"列"_s}}, // both, differently
+            {u"'a'"_s, u"'c'"_s, u"'c'"_s, {u"C = 'c'"_s}, {}},        // both, alike
+        };
+        for (const Case& c : cases) {
+            const GuardedWrite write = PlanWrite({{u"C"_s, u"列"_s, c.shown, c.now, c.stored}});
+            QCOMPARE(write.assignments, c.assignments);
+            QCOMPARE(write.collisions, c.collisions);
+        }
+        // A caption shared by several columns (the birth date's four) is named once.
+        const GuardedWrite birth = PlanWrite({{u"A"_s, u"誕生日"_s, u"1"_s, u"2"_s, u"3"_s},
+                                              {u"B"_s, u"誕生日"_s, u"1"_s, u"2"_s, u"3"_s}});
+        QCOMPARE(birth.collisions, QStringList{u"誕生日"_s});
+        QCOMPARE(
+            RowChangedMeanwhile(u"顧客番号 3「山田」"_s, birth.collisions).description(),
+            u"顧客番号 3「山田」 は、この画面に表示した後で他の端末が変更しました（誕生日）。"_s);
     }
 
     void dailyBackupsKeepSevenDaysAndFourWeeks() {

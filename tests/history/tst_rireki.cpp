@@ -173,7 +173,7 @@ private slots:
     // whose master row is gone keeps its code; after the save the page shows what is stored and
     // a second correction is stored too; the register shows the correction afterwards.
     void aCorrectedBlockIsStored() {
-        MasterStore::Remove(MasterKind::Meka, u"002"_s);
+        MasterStore::Remove(MasterKind::Meka, MasterStore::Entries(MasterKind::Meka)[1]);
         ExpectBoxes(harness, {OpeQes_001, OpeInf_001, OpeQes_001, OpeInf_001});
         QVERIFY(OpenRegister(harness, 1, [this](FrmKokyaku& s) {
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {

@@ -289,7 +289,12 @@ private slots:
         row.now.name = u" O'Neil "_s;
         row.now.jusyo1 = u"函館市"_s;
         row.now.kazok = 3;
-        QCOMPARE(CustomerStore::ListedUpdateSql(row, QDate(2026, 11, 22)),
+        // Another terminal's new telephone is kept; its new address meets this one.
+        ListedCustomer stored = row.read;
+        stored.tel = u"011"_s, stored.jusyo1 = u"小樽市"_s;
+        const GuardedWrite write = CustomerStore::PlanListedUpdate(row, stored);
+        QCOMPARE(write.collisions, QStringList{u"住所１"_s});
+        QCOMPARE(CustomerStore::ListedUpdateSql(7, write.assignments, QDate(2026, 11, 22)),
                  u"update San_user set user_Name = 'O''Neil',user_Jusyo1 = '函館市',user_kazok_f = "
                  u"3,user_entry2 = '2026/11/22' where user_No = 7"_s);
         // The quick search: one Like a filled field, blanks as typed.

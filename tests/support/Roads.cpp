@@ -2,6 +2,7 @@
 
 #include "customer/FrmKokyaku.h"
 #include "customer/UriageEntry.h"
+#include "frame/Conflicts.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/GridView.h"
@@ -63,6 +64,10 @@ void ExpectSaved(Harness& harness) {
 void ExpectBoxes(Harness& harness, std::initializer_list<QString> codes) {
     for (const QString& code : codes)
         harness.msgs.expect(code, code.startsWith(u"OpeQes") ? Answer::Yes : Answer::OK);
+}
+
+void ExpectConflict(Harness& harness, const QString& what, int answer) {
+    harness.msgs.expectBoxStartingWith(what, ConflictTitle, answer);
 }
 
 QList<int> StoredSeqs(qint64 customerNo) {

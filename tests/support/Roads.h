@@ -38,6 +38,10 @@ void ExpectSaved(Harness& harness);
 // The catalogue boxes a road shows, in order: each question answered Yes, any other box OK.
 void ExpectBoxes(Harness& harness, std::initializer_list<QString> codes);
 
+// The box of a save that met another terminal's work: its text begins with what that terminal
+// did; the question is answered (No keeps what was typed on the screen).
+void ExpectConflict(Harness& harness, const QString& what, int answer = Answer::No);
+
 // The purchase numbers stored for a customer, in order.
 QList<int> StoredSeqs(qint64 customerNo);
 

@@ -45,6 +45,10 @@ public:
     std::function<QColor(const Row&)> background;
     // Called after the user changed a cell through an editor.
     std::function<void(int row, int column)> edited;
+    // A row that takes no edits; every row takes them when unset.
+    std::function<bool(const Row&)> locked;
+    // A row's tip, shown when the mouse rests on it; none when unset or empty.
+    std::function<QString(const Row&)> tip;
 
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : int(rows_.size());
@@ -71,13 +75,18 @@ public:
             return QVariant::fromValue(column.alignment);
         case GridView::DropDownRole:
             return column.dropDown;
+        case Qt::ToolTipRole: {
+            const QString text = tip ? tip(row) : QString();
+            return text.isEmpty() ? QVariant() : QVariant(text);
+        }
         default:
             return {};
         }
     }
 
     bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-        if (!index.isValid() || role != Qt::EditRole || !columns_[index.column()].edit)
+        if (!index.isValid() || role != Qt::EditRole || !columns_[index.column()].edit ||
+            (locked && locked(rows_[index.row()])))
             return false;
         const Column& column = columns_[index.column()];
         Row& row = rows_[index.row()];
@@ -103,7 +112,7 @@ public:
         if (!index.isValid())
             return Qt::NoItemFlags;
         Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-        if (columns_[index.column()].edit)
+        if (columns_[index.column()].edit && !(locked && locked(rows_[index.row()])))
             flags |= Qt::ItemIsEditable;
         return flags;
     }

@@ -347,8 +347,17 @@ void Connection::beginTrans() {
         throw Failure(ErrorNumber::TransactionState,
                       QStringLiteral("トランザクションは既に開始されています。"));
     QSqlDatabase db = QSqlDatabase::database(name_, false);
-    if (!open_ || (!db.transaction() && !(reopenIfLost() && db.transaction())))
+    if (!open_)
+        throw cannotOpen(QStringLiteral("データベースに接続されていません。"));
+    if (!server_) {
+        // The driver's own begin defers the lock until the first write; a save that reads its
+        // rows first must hold them from the start.
+        QSqlQuery begin(db);
+        if (!begin.exec(QStringLiteral("BEGIN IMMEDIATE")))
+            throw toFailure(begin.lastError());
+    } else if (!db.transaction() && !(reopenIfLost() && db.transaction())) {
         throw toFailure(db.lastError());
+    }
     inTransaction_ = true;
 }
 
@@ -374,4 +383,8 @@ void Connection::rollbackTrans() {
 
 bool Connection::inTransaction() const {
     return inTransaction_;
+}
+
+QString Connection::lockRows() const {
+    return server_ ? QStringLiteral(" for update") : QString();
 }

@@ -36,10 +36,17 @@ public:
     // trip to a server.
     static qint64 statementsSent();
 
+    // A transaction on the file takes the file's write lock at once (an immediate transaction),
+    // so what a save reads to check its rows stays as read until it commits; on the server
+    // the rows a save reads with lockRows() are locked until then.
     void beginTrans();
     void commitTrans();
     void rollbackTrans();
     bool inTransaction() const;
+    // What ends a select that reads the rows a save is about to change: on the server it locks
+    // them against other terminals' saves until the transaction ends (" for update"); the
+    // file's immediate transaction holds the whole file already (empty text).
+    QString lockRows() const;
 
     // How long a statement waits for a lock another terminal holds before it fails.
     static constexpr int DefaultLockWaitMs = 5000;

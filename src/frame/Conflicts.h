@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Failure.h"
+
+#include <QString>
+
+// A save that met another terminal's work (ErrorNumber::RowChanged or RowDeleted) stored
+// nothing: the screen keeps what was typed and the staff decide whether to read the stored
+// state instead.
+bool IsConflict(const Failure& failure);
+
+inline const QString ConflictTitle = QStringLiteral("他の端末での変更");
+
+// The box of a conflict: what another terminal did (the failure's description names the
+// customer, purchase or entry), that nothing was saved, and the question whether to read the
+// stored state again. True for はい; いいえ, the default, keeps what was typed on the screen.
+bool CmnAskReadAgain(const QString& description);
+
+// The text of that box, for the few screens that tell of several at once.
+QString ConflictText(const QString& description);
