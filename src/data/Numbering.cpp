@@ -31,6 +31,19 @@ qint64 take(qint64 key, const QString& highestInUse, qint64 count) {
     return next;
 }
 
+// Records a number as given under the key, unless a higher one is.
+void keep(qint64 key, qint64 number) {
+    RecordSet given =
+        gCon.execute(QStringLiteral("select Saiban_No from San_Saiban where Saiban_UserNo = ") +
+                     SqlNum(key) + gCon.lockRows());
+    if (given.eof())
+        gCon.execute(QStringLiteral("insert into San_Saiban values(") + SqlNum(key) +
+                     QLatin1Char(',') + SqlNum(number) + QLatin1Char(')'));
+    else if (given.field(0).toLongLong() < number)
+        gCon.execute(QStringLiteral("update San_Saiban set Saiban_No = ") + SqlNum(number) +
+                     QStringLiteral(" where Saiban_UserNo = ") + SqlNum(key));
+}
+
 } // namespace
 
 namespace Numbering {
@@ -66,9 +79,15 @@ int TakePurchaseSeqs(qint64 customerNo, int count) {
 }
 
 void ForgetCustomer(qint64 customerNo) {
-    if (customerNo != CustomerNumbering)
-        gCon.execute(QStringLiteral("delete from San_Saiban where Saiban_UserNo = ") +
-                     SqlNum(customerNo));
+    if (customerNo == CustomerNumbering)
+        return;
+    keep(CustomerNumbering, customerNo);
+    gCon.execute(QStringLiteral("delete from San_Saiban where Saiban_UserNo = ") +
+                 SqlNum(customerNo));
+}
+
+void KeepPurchaseSeq(qint64 customerNo, int seq) {
+    keep(customerNo, seq);
 }
 
 } // namespace Numbering

@@ -21,8 +21,10 @@ qint64 TakeCustomerNo();
 // Inside the saving transaction: `count` consecutive purchase numbers for the customer,
 // recorded as given; gives the first.
 int TakePurchaseSeqs(qint64 customerNo, int count);
-// Inside the deleting transaction: a deleted customer's purchase numbering goes with him (his
-// own number stays given).
+// Inside the deleting transaction: a customer is deleted. His number stays given (also when
+// he came from an older database that did not record it), his purchase numbering goes.
 void ForgetCustomer(qint64 customerNo);
+// Inside the deleting transaction: a purchase is deleted; its number stays given.
+void KeepPurchaseSeq(qint64 customerNo, int seq);
 
 } // namespace Numbering

@@ -217,6 +217,7 @@ void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines) {
         case LineState::Deleted:
             storedAsShown(stored, line.read, record, true);
             executeOnOneRow(DeleteSql(customerNo, line.read.seq), record);
+            Numbering::KeepPurchaseSeq(customerNo, line.read.seq);
             break;
         case LineState::Stored:
             break;

@@ -1,7 +1,7 @@
 #include "domain/ListRow.h"
 
 void ToggleRowDeletion(ListRow& row) {
-    if (row.otherTerminal == OtherTerminal::Deleted)
+    if (row.elsewhere == ElsewhereWork::Deleted)
         return;
     if (row.state == ListState::ToDelete) {
         row.state = row.changedBeforeDelete ? ListState::Changed : ListState::Unchanged;
@@ -16,6 +16,6 @@ ListRow ReadAgain(const ListRow& row, const std::optional<ListedCustomer>& store
     ListRow fresh;
     fresh.now = fresh.read = stored ? *stored : row.read;
     fresh.marked = stored && row.marked;
-    fresh.otherTerminal = stored ? OtherTerminal::Changed : OtherTerminal::Deleted;
+    fresh.elsewhere = stored ? ElsewhereWork::Changed : ElsewhereWork::Deleted;
     return fresh;
 }

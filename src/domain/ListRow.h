@@ -9,7 +9,7 @@ enum class ListState { Unchanged, Changed, ToDelete };
 
 // What the list found another terminal had done to a row's customer, when it read the row
 // again after a save that met it.
-enum class OtherTerminal { None, Changed, Deleted };
+enum class ElsewhereWork { None, Changed, Deleted };
 
 // One row of the customer list: the customer as the list shows him now and as he was read, the
 // print mark and the edit state.
@@ -22,7 +22,7 @@ struct ListRow {
     bool changedBeforeDelete = false;
     // A row whose customer another terminal deleted stays in the list, greyed, and takes no
     // edits, deletion or print mark.
-    OtherTerminal otherTerminal = OtherTerminal::None;
+    ElsewhereWork elsewhere = ElsewhereWork::None;
 };
 
 // The row as stored now, read again after a save met another terminal's work: none when the

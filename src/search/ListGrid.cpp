@@ -30,25 +30,25 @@ QColor colourOf(const ListRow& row) {
     case ListState::Unchanged:
         break;
     }
-    switch (row.otherTerminal) {
-    case OtherTerminal::Changed:
+    switch (row.elsewhere) {
+    case ElsewhereWork::Changed:
         return ListGrid::Blue;
-    case OtherTerminal::Deleted:
+    case ElsewhereWork::Deleted:
         return ListGrid::Grey;
-    case OtherTerminal::None:
+    case ElsewhereWork::None:
         break;
     }
     return ListGrid::White;
 }
 
 QString tipOf(const ListRow& row) {
-    switch (row.otherTerminal) {
-    case OtherTerminal::Changed:
+    switch (row.elsewhere) {
+    case ElsewhereWork::Changed:
         return QStringLiteral(
             "他の端末が変更した顧客です。保存されている最新の内容を表示しています。");
-    case OtherTerminal::Deleted:
+    case ElsewhereWork::Deleted:
         return QStringLiteral("他の端末が削除した顧客です。訂正・削除・印刷はできません。");
-    case OtherTerminal::None:
+    case ElsewhereWork::None:
         break;
     }
     return {};
@@ -103,7 +103,7 @@ ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
     model_->background = colourOf;
     model_->tip = tipOf;
     model_->locked = [](const ListRow& r) {
-        return r.otherTerminal == OtherTerminal::Deleted;
+        return r.elsewhere == ElsewhereWork::Deleted;
     };
     model_->edited = [this](int, int column) {
         if (column + 1 == Kazok)
@@ -132,7 +132,7 @@ void ListGrid::toggleMarks(int top, int bottom) {
     top = std::max(top, 1);
     bottom = std::min(bottom, maxRows());
     model_->updateRange(top - 1, bottom - 1, [](ListRow& r) {
-        r.marked = !r.marked && r.otherTerminal != OtherTerminal::Deleted;
+        r.marked = !r.marked && r.elsewhere != ElsewhereWork::Deleted;
     });
     emit marksChanged(markedCount());
 }

@@ -385,6 +385,14 @@ bool Connection::inTransaction() const {
     return inTransaction_;
 }
 
+void Connection::swap(Connection& other) noexcept {
+    std::swap(name_, other.name_);
+    std::swap(server_, other.server_);
+    std::swap(open_, other.open_);
+    std::swap(inTransaction_, other.inTransaction_);
+    std::swap(lockWaitMs_, other.lockWaitMs_);
+}
+
 QString Connection::lockRows() const {
     return server_ ? QStringLiteral(" for update") : QString();
 }

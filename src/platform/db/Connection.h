@@ -52,6 +52,10 @@ public:
     static constexpr int DefaultLockWaitMs = 5000;
     void setLockWait(int milliseconds);
 
+    // Exchanges the databases two connections stand for, with their open transactions: code
+    // written for one connection then runs on the other's (a second terminal in the tests).
+    void swap(Connection& other) noexcept;
+
 private:
     void openFile(const QString& databaseFile);
     void prepareServerSession();

@@ -1,0 +1,357 @@
+// Two terminals on one database: another terminal (its own connection to the same file or
+// server) changes and deletes rows while a screen still shows them. Its work is never undone:
+// a save writes only what its screen changed, and where that meets the other terminal's work
+// nothing of the save is stored and the screen says so, keeping what was typed until the
+// staff ask for the stored state.
+#include "customer/FrmKokyaku.h"
+#include "customer/PurchaseGrid.h"
+#include "customer/UriageEntry.h"
+#include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "history/FrmRireki.h"
+#include "history/UriageBlock.h"
+#include "masters/FrmMaster.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xLabel.h"
+#include "platform/ui/ShowModal.h"
+#include "search/FrmIchiran.h"
+#include "search/FrmTotalKensaku.h"
+#include "search/ListGrid.h"
+#include "support/OtherTerminal.h"
+#include "support/Roads.h"
+#include "support/ShopData.h"
+
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Customer 1 with purchases 1 (2025) and 2 (2026), newest first in the grid.
+void insertCustomerWithTwoSales() {
+    InsertCustomer({.no = 1});
+    InsertPurchase({.user = 1, .seq = 1, .ymd = 20250101, .memo = u"一回目"_s});
+    InsertPurchase({.user = 1, .seq = 2, .ymd = 20260101, .memo = u"二回目"_s});
+}
+
+// The line of the register's grid that shows a purchase number.
+int rowOfSeq(FrmKokyaku& s, int seq) {
+    for (int row = 1; row <= s.spdData->lineCount(); ++row)
+        if (s.spdData->line(row).purchase.seq == seq)
+            return row;
+    return 0;
+}
+
+// A stored purchase's memo corrected through the entry, as the staff do it.
+void correctMemo(FrmKokyaku& s, int seq, const QString& memo) {
+    s.spdData_Click(rowOfSeq(s, seq), 1);
+    s.FraUriage->txtMemo->setText(memo);
+    QTest::mouseClick(s.FraUriage->cmdOk, Qt::LeftButton);
+}
+
+void editCell(ListGrid& grid, int row, int column, const QString& value) {
+    grid.gridModel()->setData(grid.gridModel()->index(row - 1, column - 1), value, Qt::EditRole);
+}
+
+} // namespace
+
+class TestTerminals : public QObject {
+    Q_OBJECT
+    Harness harness;
+    std::unique_ptr<OtherTerminal> other;
+
+private slots:
+    void init() {
+        HARNESS_INIT(harness);
+        other = std::make_unique<OtherTerminal>(harness.folder());
+    }
+    void cleanup() {
+        other.reset();
+        HARNESS_TEARDOWN(harness);
+    }
+
+    // Different fields of one customer and of one purchase: both terminals keep their change,
+    // quietly; saving twice on one terminal stays quiet as well.
+    void changesOfDifferentFieldsAreBothKept() {
+        insertCustomerWithTwoSales();
+        ExpectSaved(harness);
+        ExpectBoxes(harness, {OpeQes_011, OpeInf_001});
+        OpenRegister(harness, 1, [this](FrmKokyaku& s) {
+            other->execute(u"update San_User set User_Tel = '099-1' where User_No = 1"_s);
+            other->execute(u"update San_Uriage set Uri_Fm_Color = '赤' where Uri_Seq = 2"_s);
+            s.txtJusyo2->setText(u"4-5-6"_s);
+            correctMemo(s, 2, u"この端末のメモ"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+            // The screen shows what is stored now, the other terminal's work included.
+            QCOMPARE(s.txtTel->text(), u"099-1"_s);
+            s.txtJusyo2->setText(u"7-8"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(1, u"User_Tel User_Jusyo2"_s), u"099-1|7-8"_s);
+        QCOMPARE(PurchaseTexts(1, 2, u"Uri_Fm_Color Uri_Memo"_s), u"赤|この端末のメモ"_s);
+    }
+
+    // A field both changed: nothing of the save is stored, a new line included; No keeps what
+    // was typed on the screen, Yes reads the stored customer with the new line still waiting.
+    void aFieldBothChangedStoresNothingUntilReadAgain() {
+        insertCustomerWithTwoSales();
+        const QString conflict =
+            u"顧客番号 1「山田 太郎」 は、この画面に表示した後で他の端末が変更しました（ＴＥＬ）"_s;
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness, conflict, Answer::No);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness, conflict, Answer::Yes);
+        ExpectSaved(harness);
+        OpenRegister(harness, 1, [this](FrmKokyaku& s) {
+            QTest::mouseClick(s.FraUriage->cmdClear, Qt::LeftButton);
+            EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0, 5000);
+            s.txtTel->setText(u"011-000-0000"_s);
+            other->execute(u"update San_User set User_Tel = '099-1' where User_No = 1"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.txtTel->text(), u"011-000-0000"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規||"_s);
+            QCOMPARE(StoredSeqs(1), (QList<int>{1, 2}));
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.txtTel->text(), u"099-1"_s);
+            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規||"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+        });
+        QCOMPARE(CustomerTexts(1, u"User_Tel"_s), u"099-1"_s);
+        QCOMPARE(PurchaseTexts(1, 3, u"Uri_Fm_Kinga"_s), u"5000"_s);
+    }
+
+    // Purchase lines another terminal deleted or changed: a correction of a sale whose number
+    // a new sale could have taken, a deletion of a changed sale. The other terminal's sales
+    // stand; a freed number is never given again.
+    void aStaleLineNeverReachesAnotherSale() {
+        struct Road {
+            const char* what;
+            std::function<void(OtherTerminal&)> elsewhere;
+            std::function<void(FrmKokyaku&)> here;
+            QString told;
+        };
+        const Road roads[] = {
+            {"corrected after the other deleted it and sold again",
+             [](OtherTerminal& o) {
+                 o.deleteSale(1, 2);
+                 Purchase sale;
+                 sale.date = QDate(2026, 11, 20), sale.itemNo = u"001"_s, sale.total = 99999;
+                 QCOMPARE(o.registerSale(1, sale), 3);
+             },
+             [](FrmKokyaku& s) { correctMemo(s, 2, u"古い画面"_s); },
+             u"顧客番号 1 の 2026/01/01 の売上（No.2） は、この画面に表示した後で他の端末が削除"_s},
+            {"deleted after the other changed it",
+             [](OtherTerminal& o) {
+                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
+             },
+             [](FrmKokyaku& s) {
+                 s.spdData_Click(rowOfSeq(s, 1), 1);
+                 QTest::mouseClick(s.FraUriage->cmdCancel, Qt::LeftButton);
+             },
+             u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更"_s},
+            {"both changed its memo",
+             [](OtherTerminal& o) {
+                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
+             },
+             [](FrmKokyaku& s) { correctMemo(s, 1, u"この端末"_s); },
+             u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更"
+             "しました（メモ）"_s},
+        };
+        for (const Road& road : roads) {
+            gCon.execute(u"delete from San_Uriage"_s);
+            gCon.execute(u"delete from San_User"_s);
+            insertCustomerWithTwoSales();
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            ExpectConflict(harness, road.told);
+            QString after;
+            OpenRegister(harness, 1, [&](FrmKokyaku& s) {
+                road.elsewhere(*other);
+                after = QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
+                                   "max(Uri_Memo) from San_Uriage"_s)
+                            .toString();
+                road.here(s);
+                QTest::keyClick(&s, Qt::Key_F5);
+                QVERIFY2(s.spdData->hasMarkedLines(), road.what); // still waiting, as typed
+                harness.msgs.expect(OpeQes_007, Answer::Yes);
+                QTest::keyClick(&s, Qt::Key_F1);
+            });
+            QCOMPARE(QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
+                                "max(Uri_Memo) from San_Uriage"_s)
+                         .toString(),
+                     after);
+            QVERIFY2(!after.isEmpty(), road.what);
+        }
+        QCOMPARE(PurchaseTexts(1, 1, u"Uri_Memo"_s), u"他端末"_s);
+    }
+
+    // A customer another terminal deleted, and one whose sales it changed: the stale register
+    // neither writes over the new customer who came after him nor deletes a sale it never
+    // showed. A freed customer number is never given again.
+    void aStaleCustomerNeverReachesAnotherOne() {
+        for (int no = 1; no <= 3; ++no)
+            InsertCustomer({.no = no, .name = u"客"_s + QString::number(no)});
+        harness.msgs.expect(OpeQes_011, Answer::Yes);
+        ExpectConflict(harness, u"顧客番号 3「客3」 は、この画面に表示した後で他の端末が削除"_s,
+                       Answer::OK);
+        OpenRegister(harness, 3, [this](FrmKokyaku& s) {
+            other->deleteCustomer(3);
+            QCOMPARE(other->registerCustomer(u"新しい客"_s), 4);
+            s.txtName->setText(u"古い画面の客"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QVERIFY(s.lblNo->text().isEmpty()); // kept as typed, to register anew if wanted
+            QCOMPARE(s.txtName->text(), u"古い画面の客"_s);
+        });
+        QCOMPARE(CustomerTexts(4, u"User_Name"_s), u"新しい客"_s);
+        QCOMPARE(QueryCount(u"select * from San_User"_s), 3);
+
+        InsertPurchase({.user = 2, .seq = 1});
+        harness.msgs.expect(OpeQes_002, Answer::Yes);
+        ExpectConflict(
+            harness,
+            u"顧客番号 2「客2」 は、この画面に表示した後で他の端末が変更しました（売上）"_s);
+        OpenRegister(harness, 2, [this](FrmKokyaku& s) {
+            Purchase sale;
+            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
+            other->registerSale(2, sale);
+            QTest::keyClick(&s, Qt::Key_F8);
+            QCOMPARE(s.lblNo->text(), u"2"_s);
+        });
+        QCOMPARE(StoredSeqs(2), (QList<int>{1, 2}));
+    }
+
+    // The list: one save pass meets a customer deleted and his number's successor, one deleted,
+    // one whose name both changed; the row changed in another field is saved. One box names
+    // the three; Yes shows them read again, the deleted greyed and closed to editing.
+    void theListTellsOfEachRowAndShowsThemReadAgain() {
+        for (int no = 1; no <= 5; ++no)
+            InsertCustomer({.no = no, .name = u"客"_s + QString::number(no)});
+        harness.msgs.expect(OpeInf_008);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness,
+                       u"顧客番号 3「客3」 は、この画面に表示した後で他の端末が削除"
+                       "しました。\n顧客番号 4「客4」 は、この画面に表示した後で他の端末"
+                       "が変更しました（氏名）。\n顧客番号 5「客5」 は、この画面に表示し"
+                       "た後で他の端末が削除しました。"_s,
+                       Answer::Yes);
+        FrmIchiran list;
+        harness.screens.expect<FrmIchiran>([this](FrmIchiran& s) {
+            harness.screens.expect<FrmTotalKensaku>(
+                [](FrmTotalKensaku& c) { QTest::mouseClick(c.cmdKensaku, Qt::LeftButton); });
+            QTest::keyClick(&s, Qt::Key_F6);
+            ListGrid& grid = *s.spdData;
+            other->execute(u"update San_User set User_Tel = '099' where User_No = 2"_s);
+            other->deleteCustomer(3);
+            other->execute(u"update San_User set User_Name = '他の名' where User_No = 4"_s);
+            other->deleteCustomer(5);
+            const qint64 newcomer = other->registerCustomer(u"新しい客"_s);
+            Purchase sale;
+            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
+            other->registerSale(newcomer, sale);
+            editCell(grid, 2, ListGrid::Name, u"客2改"_s);
+            editCell(grid, 3, ListGrid::Jusyo1, u"函館市"_s);
+            editCell(grid, 4, ListGrid::Name, u"この端末の名"_s);
+            grid.setActiveCell(5, 1);
+            QTest::keyClick(&s, Qt::Key_F3);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Name), u"客1|客2改|客3|他の名|客5"_s);
+            QCOMPARE(grid.rowColor(2), ListGrid::White);
+            QCOMPARE(grid.rowColor(3), ListGrid::Grey);
+            QCOMPARE(grid.rowColor(4), ListGrid::Blue);
+            QCOMPARE(grid.rowColor(5), ListGrid::Grey);
+            QVERIFY(!s.hasUnsavedEdits());
+            editCell(grid, 3, ListGrid::Name, u"戻らない"_s);
+            QTest::keyClick(&s, Qt::Key_F3); // the current row, 5, takes no mark
+            QCOMPARE(grid.row(3).now.name + grid.rowColor(5).name(),
+                     u"客3"_s + ListGrid::Grey.name());
+        });
+        ShowModal(list);
+        QCOMPARE(CustomerTexts(2, u"User_Name User_Tel"_s), u"客2改|099"_s);
+        QCOMPARE(CustomerTexts(4, u"User_Name"_s), u"他の名"_s);
+        QCOMPARE(CustomerTexts(6, u"User_Name"_s), u"新しい客"_s);
+        QCOMPARE(StoredSeqs(6), QList<int>{1});
+    }
+
+    // The history: a block whose purchase another terminal deleted, one whose frame name both
+    // changed (read again, the block says so), one changed in another field (kept).
+    void theHistoryTellsOfItsBlocks() {
+        insertCustomerWithTwoSales();
+        InsertPurchase({.user = 1, .seq = 3, .ymd = 20240101});
+        const QString deleted =
+            u"顧客番号 1 の 2026/01/01 の売上（No.2） は、この画面に表示した後で他の端末が削除"_s;
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness, deleted);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness, deleted, Answer::Yes);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(
+            harness,
+            u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更しました（ﾌﾚｰﾑ品名）"_s,
+            Answer::Yes);
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        harness.msgs.expect(OpeInf_001);
+        FrmRireki history;
+        history.setKokNo(1);
+        harness.screens.expect<FrmRireki>([this](FrmRireki& s) {
+            QTest::keyClick(&s, Qt::Key_F5);
+            s.FraUriage[0]->txtFm_Name->setText(u"消えた売上"_s);
+            other->deleteSale(1, 2);
+            QTest::keyClick(&s, Qt::Key_F4);
+            QVERIFY(s.ChkEditData());
+            QCOMPARE(s.FraUriage[0]->txtFm_Name->text(), u"消えた売上"_s);
+            QTest::keyClick(&s, Qt::Key_F4);
+            QCOMPARE(s.FraUriage[0]->seq(), 1); // read again: the deleted purchase has left
+
+            QTest::keyClick(&s, Qt::Key_F5);
+            s.FraUriage[0]->txtFm_Name->setText(u"この端末"_s);
+            other->execute(u"update San_Uriage set Uri_Fm_Name = '他端末' where Uri_Seq = 1"_s);
+            QTest::keyClick(&s, Qt::Key_F4);
+            QCOMPARE(s.FraUriage[0]->title(), u"上段（他の端末で変更されました）"_s);
+            QCOMPARE(s.FraUriage[0]->txtFm_Name->text(), u"他端末"_s);
+
+            QTest::keyClick(&s, Qt::Key_F5);
+            s.FraUriage[0]->txtFm_Color->setText(u"青"_s);
+            other->execute(
+                u"update San_Uriage set Uri_Lz_Name = '他端末レンズ' where Uri_Seq = 1"_s);
+            QTest::keyClick(&s, Qt::Key_F4);
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        ShowModal(history);
+        QCOMPARE(StoredSeqs(1), (QList<int>{1, 3}));
+        QCOMPARE(PurchaseTexts(1, 1, u"Uri_Fm_Name Uri_Fm_Color Uri_Lz_Name"_s),
+                 u"他端末|青|他端末レンズ"_s);
+    }
+
+    // A master entry another terminal renamed or deleted is neither renamed nor deleted here.
+    void aMasterEntryIsChangedOnlyAsShown() {
+        ExpectConflict(
+            harness,
+            u"メーカー 002「ニコン」 は、この画面に表示した後で他の端末が変更しました（名称）"_s);
+        harness.msgs.expect(OpeQes_002, Answer::Yes);
+        ExpectConflict(harness,
+                       u"メーカー 003「セイコー」 は、この画面に表示した後で他の端末が削除"_s,
+                       Answer::Yes);
+        FrmMstMeka screen;
+        harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
+            QTest::mouseClick(s.spdData->view()->viewport(), Qt::LeftButton, {},
+                              RowCentre(*s.spdData, 2));
+            s.txtName->setText(u"Nikon"_s);
+            other->execute(u"update San_Meka set Meka_Name = 'NIKON' where Meka_No = '002'"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.txtName->text(), u"Nikon"_s);
+            QTest::mouseClick(s.spdData->view()->viewport(), Qt::LeftButton, {},
+                              RowCentre(*s.spdData, 3));
+            other->execute(u"delete from San_Meka where Meka_No = '003'"_s);
+            QTest::keyClick(&s, Qt::Key_F8);
+            QVERIFY(s.txtName->text().isEmpty()); // read again
+            QCOMPARE(ColumnTexts(*s.spdData, 1).left(11), u"001|002|004"_s);
+        });
+        ShowModal(screen);
+        QCOMPARE(QueryValue(u"select Meka_Name from San_Meka where Meka_No = '002'"_s).toString(),
+                 u"NIKON"_s);
+    }
+};
+
+QTEST_MAIN(TestTerminals)
+#include "tst_terminals.moc"
