@@ -1,5 +1,6 @@
 #include "data/DatabaseCopy.h"
 
+#include "data/Numbering.h"
 #include "platform/Failure.h"
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
@@ -63,10 +64,19 @@ QList<CopiedTable>
 CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress) {
     QList<CopiedTable> copied;
+    // The numbers given so far travel with the shop; a database made before they were kept
+    // leaves the target's, which start from the numbers in use.
+    QStringList tables = ShopTables();
+    to.execute(Numbering::TableStatement());
+    try {
+        countOf(from, QStringLiteral("San_Saiban"));
+        tables << QStringLiteral("San_Saiban");
+    } catch (const Failure&) {
+    }
     Transaction transaction(to);
-    for (const QString& table : ShopTables())
+    for (const QString& table : tables)
         to.execute(QStringLiteral("delete from ") + table);
-    for (const QString& table : ShopTables()) {
+    for (const QString& table : tables) {
         const qint64 total = countOf(from, table);
         RecordSet rows = from.execute(QStringLiteral("select * from ") + table);
         QStringList values;

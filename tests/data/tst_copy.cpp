@@ -81,6 +81,8 @@ private slots:
         InsertCustomer({.no = 1});
         InsertCustomer({.no = 2, .name = u"O'Neil 花子"_s, .dltF = u""_s});
         InsertPurchase({.user = 2, .seq = 2, .rightSph = -0.75, .syohou = u"遠近\t両用"_s});
+        // Customers up to 9 were given numbers once: the copy never gives them again.
+        gCon.execute(u"update San_Saiban set Saiban_No = 9 where Saiban_UserNo = 0"_s);
         const QStringList original = contentOf(gCon);
         const QString source =
             Harness::onServer() ? Harness::serverConnection() : harness.databaseFile();
@@ -90,6 +92,10 @@ private slots:
         Connection target;
         target.open(file);
         QCOMPARE(contentOf(target), original);
+        QCOMPARE(target.execute(u"select Saiban_No from San_Saiban where Saiban_UserNo = 0"_s)
+                     .field(0)
+                     .toInt(),
+                 9);
         if (Harness::onServer()) { // and back onto an empty server: the tables are made first
             gCon.execute(u"drop schema public cascade"_s);
             gCon.execute(u"create schema public"_s);

@@ -152,10 +152,12 @@ private slots:
                 CmnGetJusyo(true, 100, 1) == u"東京都千代田区別の町"_s);
     }
 
-    // A database made before the settings table gains it when the program opens it, keeping its
-    // rows; a setting written twice keeps its last value.
+    // A database made before the settings and numbering tables gains them when the program
+    // opens it, keeping its rows; a setting written twice keeps its last value; the numbering
+    // starts from the numbers in use.
     void anOlderDatabaseGainsTheSettingsTable() {
         gCon.execute(u"drop table San_Setting"_s);
+        gCon.execute(u"drop table San_Saiban"_s);
         gCon.execute(u"insert into San_User (User_No) values (7)"_s);
         gCon.close();
         OpenDatabase();
@@ -167,6 +169,8 @@ private slots:
         QCOMPARE(QueryCount(u"select * from San_Setting"_s), 2);
         const auto offset = SettingStore::ReadPrintOffset();
         QCOMPARE(std::pair(offset.x, offset.y), std::pair(1.5, 0.25));
+        QCOMPARE(QueryValue(u"select Saiban_No from San_Saiban where Saiban_UserNo = 0"_s).toInt(),
+                 7);
     }
 
     void aDatabaseFileIsMadeOnceAndNeverOverwritten() {

@@ -352,8 +352,11 @@ void Connection::beginTrans() {
     if (!server_) {
         // The driver's own begin defers the lock until the first write; a save that reads its
         // rows first must hold them from the start.
+        // A file that cannot be written (a backup opened to be read) takes a plain one.
         QSqlQuery begin(db);
-        if (!begin.exec(QStringLiteral("BEGIN IMMEDIATE")))
+        if (!begin.exec(QStringLiteral("BEGIN IMMEDIATE")) &&
+            !(begin.lastError().nativeErrorCode() == QLatin1String("8") &&
+              begin.exec(QStringLiteral("BEGIN"))))
             throw toFailure(begin.lastError());
     } else if (!db.transaction() && !(reopenIfLost() && db.transaction())) {
         throw toFailure(db.lastError());
