@@ -15,7 +15,7 @@ GuardedWrite PlanWrite(const std::vector<GuardedColumn>& columns) {
 }
 
 Failure RowChangedMeanwhile(const QString& record, const QStringList& collisions) {
-    QString text = record + QStringLiteral(" は、この画面に表示した後で他の端末が変更しました");
+    QString text = record + QStringLiteral("は、この画面に表示した後で他の端末が変更しました");
     if (!collisions.isEmpty())
         text += QStringLiteral("（") + collisions.join(QStringLiteral("、")) + QStringLiteral("）");
     return Failure(ErrorNumber::RowChanged, text + QStringLiteral("。"));
@@ -23,5 +23,5 @@ Failure RowChangedMeanwhile(const QString& record, const QStringList& collisions
 
 Failure RowDeletedMeanwhile(const QString& record) {
     return Failure(ErrorNumber::RowDeleted,
-                   record + QStringLiteral(" は、この画面に表示した後で他の端末が削除しました。"));
+                   record + QStringLiteral("は、この画面に表示した後で他の端末が削除しました。"));
 }

@@ -7,16 +7,15 @@ bool IsConflict(const Failure& failure) {
            failure.number() == ErrorNumber::RowDeleted;
 }
 
-QString ConflictText(const QString& description) {
-    return description +
-           QStringLiteral("\n今回の登録では何も保存していません。\n\n"
-                          "保存されている最新の内容を読み込みますか？\n"
-                          "「はい」　最新の内容を表示します。入力した内容は消えるので、"
-                          "必要ならもう一度入力してください。\n"
-                          "「いいえ」入力した内容を画面に残します（保存はされていません）。");
-}
-
-bool CmnAskReadAgain(const QString& description) {
-    return MsgBox(ConflictText(description), MsgIcon::Exclamation, MsgButtons::YesNo, ConflictTitle,
+bool CmnAskReadAgain(const QString& description, const QString& howReadAgainShows) {
+    const QString text =
+        description +
+        QStringLiteral("\n今回の登録では何も保存していません。\n\n"
+                       "保存されている最新の内容を読み込みますか？\n"
+                       "「はい」　最新の内容を表示します。入力した内容は消えるので、"
+                       "必要ならもう一度入力してください。") +
+        howReadAgainShows +
+        QStringLiteral("\n「いいえ」入力した内容を画面に残します（保存はされていません）。");
+    return MsgBox(text, MsgIcon::Exclamation, MsgButtons::YesNo, ConflictTitle,
                   MsgDefault::Second) == Answer::Yes;
 }

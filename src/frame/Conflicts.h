@@ -14,7 +14,5 @@ inline const QString ConflictTitle = QStringLiteral("他の端末での変更");
 // The box of a conflict: what another terminal did (the failure's description names the
 // customer, purchase or entry), that nothing was saved, and the question whether to read the
 // stored state again. True for はい; いいえ, the default, keeps what was typed on the screen.
-bool CmnAskReadAgain(const QString& description);
-
-// The text of that box, for the few screens that tell of several at once.
-QString ConflictText(const QString& description);
+// A screen that marks what it read again says how after the はい line.
+bool CmnAskReadAgain(const QString& description, const QString& howReadAgainShows = {});

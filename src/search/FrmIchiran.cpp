@@ -226,9 +226,8 @@ void FrmIchiran::tellConflicts() {
     for (const auto& conflict : conflicts_)
         told << conflict.second;
     const bool readAgain = CmnAskReadAgain(
-        told.join(QLatin1Char('\n')) +
-        QStringLiteral(
-            "\n（読み込んだ行は、削除されていれば灰色、変更されていれば水色で表示します）"));
+        told.join(QLatin1Char('\n')),
+        QStringLiteral("削除された顧客の行は灰色、変更された顧客の行は水色になります。"));
     if (readAgain)
         Procedure(
             ScreenName, QStringLiteral("readAgain"), QStringLiteral("顧客データ再読込処理"), [&] {

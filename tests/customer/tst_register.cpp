@@ -519,7 +519,7 @@ private slots:
         QCOMPARE(CustomerTexts(2, u"User_Name"_s), u"山田 太郎"_s);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness,
-                       u"顧客番号 1「山田 太郎」 は、この画面に表示した後で他の端末が削除"_s,
+                       u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が削除"_s,
                        Answer::OK);
         ExpectBoxes(harness, {OpeQes_001, OpeInf_001});
         OpenRegister(harness, 1, [](FrmKokyaku& s) {

@@ -113,7 +113,7 @@ private slots:
         QCOMPARE(birth.collisions, QStringList{u"誕生日"_s});
         QCOMPARE(
             RowChangedMeanwhile(u"顧客番号 3「山田」"_s, birth.collisions).description(),
-            u"顧客番号 3「山田」 は、この画面に表示した後で他の端末が変更しました（誕生日）。"_s);
+            u"顧客番号 3「山田」は、この画面に表示した後で他の端末が変更しました（誕生日）。"_s);
     }
 
     void dailyBackupsKeepSevenDaysAndFourWeeks() {

@@ -98,7 +98,7 @@ private slots:
     void aFieldBothChangedStoresNothingUntilReadAgain() {
         insertCustomerWithTwoSales();
         const QString conflict =
-            u"顧客番号 1「山田 太郎」 は、この画面に表示した後で他の端末が変更しました（ＴＥＬ）"_s;
+            u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が変更しました（ＴＥＬ）"_s;
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, conflict, Answer::No);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
@@ -141,7 +141,7 @@ private slots:
                  QCOMPARE(o.registerSale(1, sale), 3);
              },
              [](FrmKokyaku& s) { correctMemo(s, 2, u"古い画面"_s); },
-             u"顧客番号 1 の 2026/01/01 の売上（No.2） は、この画面に表示した後で他の端末が削除"_s},
+             u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s},
             {"deleted after the other changed it",
              [](OtherTerminal& o) {
                  o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
@@ -150,13 +150,13 @@ private slots:
                  s.spdData_Click(rowOfSeq(s, 1), 1);
                  QTest::mouseClick(s.FraUriage->cmdCancel, Qt::LeftButton);
              },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更"_s},
+             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"_s},
             {"both changed its memo",
              [](OtherTerminal& o) {
                  o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
              },
              [](FrmKokyaku& s) { correctMemo(s, 1, u"この端末"_s); },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更"
+             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"
              "しました（メモ）"_s},
         };
         for (const Road& road : roads) {
@@ -193,7 +193,7 @@ private slots:
         for (int no = 1; no <= 3; ++no)
             InsertCustomer({.no = no, .name = u"客"_s + QString::number(no)});
         harness.msgs.expect(OpeQes_011, Answer::Yes);
-        ExpectConflict(harness, u"顧客番号 3「客3」 は、この画面に表示した後で他の端末が削除"_s,
+        ExpectConflict(harness, u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"_s,
                        Answer::OK);
         OpenRegister(harness, 3, [this](FrmKokyaku& s) {
             other->deleteCustomer(3);
@@ -210,7 +210,7 @@ private slots:
         harness.msgs.expect(OpeQes_002, Answer::Yes);
         ExpectConflict(
             harness,
-            u"顧客番号 2「客2」 は、この画面に表示した後で他の端末が変更しました（売上）"_s);
+            u"顧客番号 2「客2」は、この画面に表示した後で他の端末が変更しました（売上）"_s);
         OpenRegister(harness, 2, [this](FrmKokyaku& s) {
             Purchase sale;
             sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
@@ -230,9 +230,9 @@ private slots:
         harness.msgs.expect(OpeInf_008);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness,
-                       u"顧客番号 3「客3」 は、この画面に表示した後で他の端末が削除"
-                       "しました。\n顧客番号 4「客4」 は、この画面に表示した後で他の端末"
-                       "が変更しました（氏名）。\n顧客番号 5「客5」 は、この画面に表示し"
+                       u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"
+                       "しました。\n顧客番号 4「客4」は、この画面に表示した後で他の端末"
+                       "が変更しました（氏名）。\n顧客番号 5「客5」は、この画面に表示し"
                        "た後で他の端末が削除しました。"_s,
                        Answer::Yes);
         FrmIchiran list;
@@ -279,7 +279,7 @@ private slots:
         insertCustomerWithTwoSales();
         InsertPurchase({.user = 1, .seq = 3, .ymd = 20240101});
         const QString deleted =
-            u"顧客番号 1 の 2026/01/01 の売上（No.2） は、この画面に表示した後で他の端末が削除"_s;
+            u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s;
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, deleted);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
@@ -287,7 +287,7 @@ private slots:
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(
             harness,
-            u"顧客番号 1 の 2025/01/01 の売上（No.1） は、この画面に表示した後で他の端末が変更しました（ﾌﾚｰﾑ品名）"_s,
+            u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更しました（ﾌﾚｰﾑ品名）"_s,
             Answer::Yes);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expect(OpeInf_001);
@@ -327,10 +327,10 @@ private slots:
     void aMasterEntryIsChangedOnlyAsShown() {
         ExpectConflict(
             harness,
-            u"メーカー 002「ニコン」 は、この画面に表示した後で他の端末が変更しました（名称）"_s);
+            u"メーカー 002「ニコン」は、この画面に表示した後で他の端末が変更しました（名称）"_s);
         harness.msgs.expect(OpeQes_002, Answer::Yes);
         ExpectConflict(harness,
-                       u"メーカー 003「セイコー」 は、この画面に表示した後で他の端末が削除"_s,
+                       u"メーカー 003「セイコー」は、この画面に表示した後で他の端末が削除"_s,
                        Answer::Yes);
         FrmMstMeka screen;
         harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
