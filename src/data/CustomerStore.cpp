@@ -182,32 +182,16 @@ bool lockCustomer(qint64 customerNo) {
                 .eof();
 }
 
-// The customer as stored now, locked; RowDeleted when he is gone or marked deleted.
-Customer lockedCustomer(qint64 customerNo, const QString& record) {
-    std::optional<Customer> stored;
+// The customer as stored now, read as `find` reads him, with his row locked; RowDeleted when
+// he is gone (or, for the register, marked deleted).
+template <class Row>
+Row locked(qint64 customerNo, const QString& record, std::optional<Row> (*find)(qint64)) {
+    std::optional<Row> stored;
     if (lockCustomer(customerNo))
-        stored = CustomerStore::Find(customerNo);
+        stored = find(customerNo);
     if (!stored)
         throw RowDeletedMeanwhile(record);
     return *stored;
-}
-
-// The customer as the list reads him, locked; RowDeleted when he is gone.
-ListedCustomer lockedListed(qint64 customerNo, const QString& record) {
-    std::optional<ListedCustomer> stored;
-    if (lockCustomer(customerNo))
-        stored = FindListedCustomer(customerNo);
-    if (!stored)
-        throw RowDeletedMeanwhile(record);
-    return *stored;
-}
-
-// A statement that must change exactly the one row it checked.
-void executeOnOneRow(const QString& statement, const QString& record) {
-    long changed = 0;
-    gCon.execute(statement, &changed);
-    if (changed != 1)
-        throw RowDeletedMeanwhile(record);
 }
 
 } // namespace
@@ -276,16 +260,16 @@ void Insert(const Customer& customer, const QDate& today) {
 
 void Update(const Customer& shown, const Customer& now, const QDate& today) {
     const QString record = RecordName(shown.no, shown.name);
-    const Customer stored = lockedCustomer(shown.no, record);
+    const Customer stored = locked(shown.no, record, &CustomerStore::Find);
     const GuardedWrite write = PlanWrite(Compare(registerColumns(), shown, now, stored));
     if (!write.collisions.isEmpty())
         throw RowChangedMeanwhile(record, write.collisions);
-    executeOnOneRow(updateSql(shown.no, write.assignments, today), record);
+    ExecuteOnCheckedRow(updateSql(shown.no, write.assignments, today), record);
 }
 
 void Remove(const Customer& shown, const std::vector<Purchase>& shownPurchases) {
     const QString record = RecordName(shown.no, shown.name);
-    if (lockedCustomer(shown.no, record) != shown)
+    if (locked(shown.no, record, &CustomerStore::Find) != shown)
         throw RowChangedMeanwhile(record);
     std::vector<Purchase> stored = PurchaseStore::OfCustomer(shown.no);
     std::vector<Purchase> expected = shownPurchases;
@@ -336,10 +320,11 @@ QString ListedUpdateSql(qint64 customerNo, const QStringList& assignments, const
 void UpdateListed(const ListRow& row, const QDate& today) {
     Transaction transaction(gCon);
     const QString record = RecordName(row.read.no, row.read.name);
-    const GuardedWrite write = PlanListedUpdate(row, lockedListed(row.read.no, record));
+    const GuardedWrite write =
+        PlanListedUpdate(row, locked(row.read.no, record, &FindListedCustomer));
     if (!write.collisions.isEmpty())
         throw RowChangedMeanwhile(record, write.collisions);
-    executeOnOneRow(ListedUpdateSql(row.read.no, write.assignments, today), record);
+    ExecuteOnCheckedRow(ListedUpdateSql(row.read.no, write.assignments, today), record);
     transaction.commit();
 }
 
@@ -348,7 +333,7 @@ void RemoveListed(const ListRow& row) {
     const QString record = RecordName(row.read.no, row.read.name);
     // His sales total and last visit stand for his purchases: one added or changed meanwhile
     // shows in them.
-    if (lockedListed(row.read.no, record) != row.read)
+    if (locked(row.read.no, record, &FindListedCustomer) != row.read)
         throw RowChangedMeanwhile(record);
     for (const QString& statement : DeleteSql(row.read.no))
         gCon.execute(statement);

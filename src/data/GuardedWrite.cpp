@@ -1,5 +1,7 @@
 #include "data/GuardedWrite.h"
 
+#include "frame/Globals.h"
+
 GuardedWrite PlanWrite(const std::vector<GuardedColumn>& columns) {
     GuardedWrite write;
     for (const GuardedColumn& column : columns) {
@@ -24,4 +26,11 @@ Failure RowChangedMeanwhile(const QString& record, const QStringList& collisions
 Failure RowDeletedMeanwhile(const QString& record) {
     return Failure(ErrorNumber::RowDeleted,
                    record + QStringLiteral("は、この画面に表示した後で他の端末が削除しました。"));
+}
+
+void ExecuteOnCheckedRow(const QString& statement, const QString& record) {
+    long changed = 0;
+    gCon.execute(statement, &changed);
+    if (changed != 1)
+        throw RowDeletedMeanwhile(record);
 }

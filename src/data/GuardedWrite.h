@@ -47,3 +47,6 @@ std::vector<GuardedColumn> Compare(const std::vector<ColumnOf<Row>>& columns, co
 // know it ("顧客番号 3「山田 太郎」").
 Failure RowChangedMeanwhile(const QString& record, const QStringList& collisions = {});
 Failure RowDeletedMeanwhile(const QString& record);
+
+// Runs a statement that must change exactly the one row its save checked (RowDeleted else).
+void ExecuteOnCheckedRow(const QString& statement, const QString& record);

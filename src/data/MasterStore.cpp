@@ -46,10 +46,7 @@ void runOnShown(MasterKind kind, const MasterEntry& shown, const QString& statem
         throw RowDeletedMeanwhile(record);
     if (stored.field(0).toString() != shown.name)
         throw RowChangedMeanwhile(record, {QStringLiteral("名称")});
-    long changed = 0;
-    gCon.execute(statement, &changed);
-    if (changed != 1)
-        throw RowDeletedMeanwhile(record);
+    ExecuteOnCheckedRow(statement, record);
     transaction.commit();
 }
 

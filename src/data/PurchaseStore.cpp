@@ -108,14 +108,6 @@ QString updateSql(qint64 customerNo, int seq, const QStringList& assignments) {
            QStringLiteral(" and Uri_Seq = ") + SqlNum(seq);
 }
 
-// A statement that must change exactly the one row it checked.
-void executeOnOneRow(const QString& statement, const QString& record) {
-    long changed = 0;
-    gCon.execute(statement, &changed);
-    if (changed != 1)
-        throw RowDeletedMeanwhile(record);
-}
-
 // The purchase as stored now; fails when it is gone, or (whole: for a deletion) no longer
 // as shown.
 const Purchase& storedAsShown(const std::map<int, Purchase>& stored, const Purchase& shown,
@@ -136,7 +128,7 @@ void writeChanges(WrittenBy by, qint64 customerNo, const Purchase& shown, const 
     if (!write.collisions.isEmpty())
         throw RowChangedMeanwhile(record, write.collisions);
     if (!write.assignments.isEmpty())
-        executeOnOneRow(updateSql(customerNo, shown.seq, write.assignments), record);
+        ExecuteOnCheckedRow(updateSql(customerNo, shown.seq, write.assignments), record);
 }
 
 } // namespace
@@ -216,7 +208,7 @@ void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines) {
             break;
         case LineState::Deleted:
             storedAsShown(stored, line.read, record, true);
-            executeOnOneRow(DeleteSql(customerNo, line.read.seq), record);
+            ExecuteOnCheckedRow(DeleteSql(customerNo, line.read.seq), record);
             Numbering::KeepPurchaseSeq(customerNo, line.read.seq);
             break;
         case LineState::Stored:
