@@ -350,6 +350,8 @@ void FrmKokyaku::readAgainKeepingNewLines() {
 
 void FrmKokyaku::saveCustomer() {
     Customer customer = customerFromFields();
+    if (EditMode != 0 && !shown_)
+        throw RowDeletedMeanwhile(CustomerStore::RecordName(currentNo_, customer.name));
     Transaction transaction(gCon);
     if (EditMode == 2) {
         std::vector<Purchase> shownPurchases;

@@ -72,15 +72,17 @@ private slots:
         HARNESS_TEARDOWN(harness);
     }
 
-    // Different fields of one customer and of one purchase: both terminals keep their change,
-    // quietly; saving twice on one terminal stays quiet as well.
+    // Different fields of one customer and of one purchase, and different customers: both
+    // terminals keep their change, quietly; saving twice on one terminal stays quiet as well.
     void changesOfDifferentFieldsAreBothKept() {
         insertCustomerWithTwoSales();
+        InsertCustomer({.no = 2, .name = u"隣の客"_s});
         ExpectSaved(harness);
         ExpectBoxes(harness, {OpeQes_011, OpeInf_001});
         OpenRegister(harness, 1, [this](FrmKokyaku& s) {
             other->execute(u"update San_User set User_Tel = '099-1' where User_No = 1"_s);
             other->execute(u"update San_Uriage set Uri_Fm_Color = '赤' where Uri_Seq = 2"_s);
+            other->execute(u"update San_User set User_Name = '隣の客 改' where User_No = 2"_s);
             s.txtJusyo2->setText(u"4-5-6"_s);
             correctMemo(s, 2, u"この端末のメモ"_s);
             QTest::keyClick(&s, Qt::Key_F5);
@@ -91,6 +93,7 @@ private slots:
         });
         QCOMPARE(CustomerTexts(1, u"User_Tel User_Jusyo2"_s), u"099-1|7-8"_s);
         QCOMPARE(PurchaseTexts(1, 2, u"Uri_Fm_Color Uri_Memo"_s), u"赤|この端末のメモ"_s);
+        QCOMPARE(CustomerTexts(2, u"User_Name"_s), u"隣の客 改"_s);
     }
 
     // A field both changed: nothing of the save is stored, a new line included; No keeps what
