@@ -6,6 +6,8 @@
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
 
+#include "platform/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -14,6 +16,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <signal.h>
+#include <sys/prctl.h>
 
 namespace {
 
@@ -56,57 +60,134 @@ QString freshPath(const QDir& folder, const QString& stem, const QString& extens
     return path;
 }
 
-// Runs one of PostgreSQL's programs on the server; the password travels in the environment,
-// not on the command line where every user of the machine could read it.
-void runPgProgram(const QString& name, QStringList arguments, const QString& connection) {
+// Runs one of PostgreSQL's programs, on the server when a connection is given, and gives what
+// it printed. The password travels in the environment, not on the command line where every
+// user of the machine could read it. The program ends with this process: a tool that is killed
+// leaves no dump or restore going on without it.
+QByteArray runPgProgram(const QString& name, QStringList arguments, const QString& connection) {
     const QString program = QStandardPaths::findExecutable(name);
     if (program.isEmpty())
         throw backupFailure(name + QStringLiteral(" が見つかりません。サーバーのバックアップには "
                                                   "PostgreSQL のクライアント (postgresql-client) "
                                                   "を入れてください。"));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    QString withoutPassword = connection;
-    const QRegularExpressionMatch password = passwordSetting().match(connection);
-    if (password.hasMatch()) {
-        QString value = password.captured(1);
-        if (value.startsWith(QLatin1Char('\''))) {
-            value = value.mid(1, value.size() - 2);
-            value.replace(QRegularExpression(QStringLiteral("\\\\(.)")), QStringLiteral("\\1"));
+    if (!connection.isEmpty()) {
+        QString withoutPassword = connection;
+        const QRegularExpressionMatch password = passwordSetting().match(connection);
+        if (password.hasMatch()) {
+            QString value = password.captured(1);
+            if (value.startsWith(QLatin1Char('\''))) {
+                value = value.mid(1, value.size() - 2);
+                value.replace(QRegularExpression(QStringLiteral("\\\\(.)")), QStringLiteral("\\1"));
+            }
+            environment.insert(QStringLiteral("PGPASSWORD"), value);
+            withoutPassword.remove(password.capturedStart(), password.capturedLength());
         }
-        environment.insert(QStringLiteral("PGPASSWORD"), value);
-        withoutPassword.remove(password.capturedStart(), password.capturedLength());
+        arguments << QStringLiteral("--dbname=") + withoutPassword.simplified();
     }
-    arguments << QStringLiteral("--dbname=") + withoutPassword.simplified();
     QProcess process;
     process.setProcessEnvironment(environment);
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process.start(program, arguments);
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit ||
         process.exitCode() != 0)
         throw backupFailure(name + QStringLiteral(" が失敗しました: ") +
                             QString::fromLocal8Bit(process.readAllStandardError()).trimmed());
+    return process.readAllStandardOutput();
 }
 
-void dumpServer(const QString& connection, const QString& target) {
-    try {
-        runPgProgram(QStringLiteral("pg_dump"),
-                     {QStringLiteral("--format=custom"), QStringLiteral("--file=") + target},
-                     connection);
-    } catch (const Failure&) {
-        QFile::remove(target);
-        throw;
+// What a backup must hold to be a whole shop: every table of the shop and its view.
+QStringList shopRelations() {
+    return ShopTables() << QStringLiteral("V_San_User");
+}
+
+// A server's dump must list every table of the shop and the view in its table of contents.
+void checkServerDump(const QString& path) {
+    const QString contents = QString::fromLocal8Bit(
+        runPgProgram(QStringLiteral("pg_restore"), {QStringLiteral("--list"), path}, {}));
+    for (const QString& relation : shopRelations()) {
+        const QString kind = relation.startsWith(QLatin1String("V_")) ? QStringLiteral("VIEW")
+                                                                      : QStringLiteral("TABLE");
+        const QRegularExpression entry(QStringLiteral("\\b%1 \\S+ %2 ")
+                                           .arg(kind, relation.toLower()));
+        if (!entry.match(contents).hasMatch())
+            throw backupFailure(QStringLiteral("店のデータベースのバックアップではありません (")
+                                + relation + QStringLiteral(" がありません): ") + path);
     }
 }
 
-void copyFile(const QString& databaseFile, const QString& target) {
+// A file's backup must be a database whose every shop table and view reads, and whose pages
+// are whole.
+void checkDatabaseFile(const QString& path) {
+    const auto notAShop = [&](const QString& why) {
+        return backupFailure(QStringLiteral("店のデータベースのバックアップではありません (") +
+                             why + QStringLiteral("): ") + path);
+    };
+    Connection backup;
     try {
-        Connection source;
-        source.open(databaseFile);
-        source.execute(QStringLiteral("vacuum into ") + SqlQuote(target));
+        backup.open(path);
     } catch (const Failure& failure) {
-        QFile::remove(target);
+        throw notAShop(failure.description());
+    }
+    for (const QString& relation : shopRelations()) {
+        try {
+            backup.execute(QStringLiteral("select count(*) from ") + relation);
+        } catch (const Failure&) {
+            throw notAShop(relation + QStringLiteral(" を読めません"));
+        }
+    }
+    if (backup.execute(QStringLiteral("pragma quick_check")).field(0).toString() !=
+        QLatin1String("ok"))
+        throw notAShop(QStringLiteral("壊れています"));
+}
+
+// Writes a backup under a temporary name beside its own, readable by its owner only, checks it
+// is a whole shop, and only then gives it its name: an interrupted or failed backup never
+// stands where backups are looked for.
+void writeChecked(const DatabasePlace& place, const QString& target) {
+    const QString partial = target + PartialBackupSuffix;
+    try {
+        QFile made(partial);
+        if (!made.open(QIODevice::WriteOnly) || !KeepForOwnerOnly(partial))
+            throw backupFailure(QStringLiteral("書き込めません: ") + partial);
+        made.close();
+        if (place.isServer()) {
+            runPgProgram(QStringLiteral("pg_dump"),
+                         {QStringLiteral("--format=custom"), QStringLiteral("--file=") + partial},
+                         place.server);
+            checkServerDump(partial);
+        } else {
+            Connection source;
+            source.open(place.file);
+            source.execute(QStringLiteral("vacuum into ") + SqlQuote(partial));
+            source.close();
+            checkDatabaseFile(partial);
+        }
+        std::error_code error;
+        std::filesystem::rename(partial.toStdString(), target.toStdString(), error);
+        if (error)
+            throw backupFailure(QStringLiteral("名前を付けられません: ") + target);
+    } catch (const Failure& failure) {
+        QFile::remove(partial);
         throw backupFailure(QStringLiteral("バックアップを作成できません: ") +
                             failure.description());
     }
+}
+
+// A server's database is put back only while no terminal works on it.
+void refuseWhileTerminalsAreConnected(const QString& server) {
+    Connection connection;
+    connection.openServer(server);
+    const qint64 others =
+        connection
+            .execute(QStringLiteral("select count(*) from pg_stat_activity where datname = "
+                                    "current_database() and pid <> pg_backend_pid()"))
+            .field(0)
+            .toLongLong();
+    if (others > 0)
+        throw backupFailure(QStringLiteral("このデータベースには、ほかに %1 件の接続があります。"
+                                           "すべての端末で Mirvane を終了してから戻してください。")
+                                .arg(others));
 }
 
 QByteArray headOf(const QString& path) {
@@ -114,17 +195,6 @@ QByteArray headOf(const QString& path) {
     if (!file.open(QIODevice::ReadOnly))
         throw backupFailure(QStringLiteral("ファイルを開けません: ") + path);
     return file.read(16);
-}
-
-// A backup file of a database file must be a whole database with the shop's tables.
-void checkDatabaseFile(const QString& path) {
-    Connection backup;
-    backup.open(path);
-    if (!HasShopSchema(backup) ||
-        backup.execute(QStringLiteral("pragma integrity_check")).field(0).toString() !=
-            QLatin1String("ok"))
-        throw backupFailure(QStringLiteral("店のデータベースのバックアップではありません: ") +
-                            path);
 }
 
 // The file's database before it is replaced: a copy of it, or when it is too damaged to be
@@ -139,7 +209,7 @@ QString saveReplacedFile(const QString& databaseFile, const QString& programFold
                                          now.toString(QStringLiteral("'Mirvane-'yyyyMMdd-HHmmss")) +
                                              reasonTag(BackupReason::BeforeRestore),
                                          QStringLiteral(".mdb"));
-        if (!QFile::copy(databaseFile, target))
+        if (!QFile::copy(databaseFile, target) || !KeepForOwnerOnly(target))
             throw backupFailure(QStringLiteral("元のデータベースを保存できません: ") + target);
         return target;
     }
@@ -197,10 +267,7 @@ QString BackupDatabase(const DatabasePlace& place, const QString& folder, const 
         at.toString(QStringLiteral("'Mirvane-'yyyyMMdd-HHmmss")) + reasonTag(reason);
     const QString target =
         freshPath(dir, stem, place.isServer() ? QStringLiteral(".dump") : QStringLiteral(".mdb"));
-    if (place.isServer())
-        dumpServer(place.server, target);
-    else
-        copyFile(place.file, target);
+    writeChecked(place, target);
     return target;
 }
 
@@ -239,6 +306,12 @@ QString MakeDailyBackup(const QString& programFolder, const QDateTime& now) {
         }
         return files;
     };
+    // What an interrupted backup left (killed, the power gone) is not a backup; one that may
+    // still be written by another backup right now is left alone.
+    for (const QFileInfo& partial :
+         folder.entryInfoList({QStringLiteral("*") + PartialBackupSuffix}, QDir::Files))
+        if (partial.lastModified().secsTo(now) > 3600)
+            QFile::remove(partial.filePath());
     for (const auto& [name, day] : dailies())
         if (day == now.date())
             return {};
@@ -274,6 +347,8 @@ QString RestoreDatabase(const QString& backupFile, const QString& programFolder,
                 : QStringLiteral("サーバーのバックアップ (pg_dump) はデータベースファイルには"
                                  "戻せません。"));
     if (place.isServer()) {
+        checkServerDump(backupFile);
+        refuseWhileTerminalsAreConnected(place.server);
         const QString saved =
             BackupDatabase(place, BackupFolderIn(programFolder), now, BackupReason::BeforeRestore);
         runPgProgram(QStringLiteral("pg_restore"),

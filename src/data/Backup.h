@@ -23,6 +23,9 @@ DatabasePlace DatabasePlaceOf(const QString& text);
 // The folder that holds a program folder's backups.
 QString BackupFolderIn(const QString& programFolder);
 
+// What a backup is called while it is written and checked.
+inline const QString PartialBackupSuffix = QStringLiteral(".incomplete");
+
 // Why a backup is made; it is part of the file's name. Only daily backups are ever removed
 // by the program, as their generations pass.
 enum class BackupReason { Asked, Daily, BeforeRestore, BeforeCopy };
@@ -30,7 +33,10 @@ enum class BackupReason { Asked, Daily, BeforeRestore, BeforeCopy };
 // Writes a consistent copy of the database into the folder, named by the moment and the reason
 // ("Mirvane-20261122-101530-daily.mdb"; ".dump" for a server). A file is copied with SQLite's
 // own online copy (VACUUM INTO), safe while the program writes to it; a server with pg_dump in
-// its custom format. Gives the new file's path; a failure leaves no file behind.
+// its custom format. The copy is written under its name with PartialBackupSuffix added,
+// readable by its owner only, and takes its own name only after it was checked to be a whole
+// shop (every table and the view read, SQLite's quick check; a dump's table of contents).
+// Gives the new file's path; a failure leaves no file behind.
 QString BackupDatabase(const DatabasePlace& place, const QString& folder, const QDateTime& at,
                        BackupReason reason);
 
@@ -45,8 +51,9 @@ QList<QDate> DailyGenerationsToKeep(QList<QDate> days);
 QString MakeDailyBackup(const QString& programFolder, const QDateTime& now);
 
 // Puts a backup (a file made by BackupDatabase for the same kind of database) back as the
-// database of the program folder. The database it replaces is backed up first, into the
-// folder's Backup/ folder; gives that backup's path (empty when there was no database).
-// The caller makes sure the program is not running in the folder.
+// database of the program folder, after checking it is a whole shop as BackupDatabase checks
+// its own; a server's only while no other connection to its database is open. The database
+// it replaces is backed up first, into the folder's Backup/ folder; gives that backup's path
+// (empty when there was no database). The caller holds the folder's SingleInstance lock.
 QString RestoreDatabase(const QString& backupFile, const QString& programFolder,
                         const QDateTime& now);

@@ -1,6 +1,7 @@
 #include "platform/CsvText.h"
 
 #include "platform/Failure.h"
+#include "platform/WholeFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -26,7 +27,9 @@ QString CsvRecord(const QStringList& fields) {
 
 CsvFile::CsvFile(const QString& path)
     : path_(QFileInfo(path).absoluteFilePath()), file_(std::make_unique<QSaveFile>(path_)) {
+    // The customers' names, addresses and telephones: for the file's owner only.
     if (!QDir().mkpath(QFileInfo(path_).absolutePath()) || !file_->open(QIODevice::WriteOnly) ||
+        !file_->setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) ||
         file_->write(Utf8Bom) != Utf8Bom.size())
         fail();
 }
@@ -40,8 +43,7 @@ void CsvFile::write(const QStringList& fields) {
 }
 
 void CsvFile::commit() {
-    if (!file_->commit())
-        fail();
+    CommitWholeFile(*file_);
 }
 
 void CsvFile::fail() const {

@@ -18,9 +18,10 @@ QString CsvRecord(const QStringList& fields);
 // The byte-order mark by which Excel knows a CSV file is UTF-8.
 inline const QByteArray Utf8Bom = QByteArrayLiteral("\xEF\xBB\xBF");
 
-// A CSV file in UTF-8 with the mark, written record by record; its folder is made when
-// missing. The file appears (or replaces the one there) only when commit() succeeds: a failure,
-// or an object gone before commit(), leaves no part of it. Failures are thrown as a Failure
+// A CSV file in UTF-8 with the mark, written record by record, readable by its owner only;
+// its folder is made when missing. The file appears (or replaces the one there) only when
+// commit() finds it written whole: a failure (a full disk too), or an object gone before
+// commit(), leaves no part of it. Failures are thrown as a Failure
 // (ErrorNumber::FileAccess) naming the file.
 class CsvFile {
 public:

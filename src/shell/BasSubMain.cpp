@@ -31,14 +31,16 @@ void reportStartFailure(const Failure& failure) {
     ShowFailureBox(failure.number(), failure.description(), VbErrorTitleWide);
 }
 
-// The day's backup once the work is done; a failed one is written to the log and does not
-// keep the program from ending.
+// The day's backup once the work is done; a failed one is written to the log and told, and
+// does not keep the program from ending.
 void backUpTheDay() {
     try {
         MakeDailyBackup(AppFolder(), Now());
     } catch (const Failure& failure) {
         CmnWriteLog(QStringLiteral("BasSubMain"), QStringLiteral("Main"), failure.description(),
                     QString::number(failure.number()));
+        MsgBox(DailyBackupFailedText + QStringLiteral("\r\r") + failure.description(),
+               MsgIcon::Exclamation, MsgButtons::OK, AppTitle);
     }
 }
 

@@ -208,13 +208,16 @@ private slots:
         const QStringList later = everyTable();
         gCon.close();
 
-        // Not while the program runs in the folder.
+        // Not while the program runs in the folder, named through a link.
         const QString backup = harness.path(u"Backup/"_s + made[0]);
-        QLockFile running(SingleInstance::lockFilePath());
-        QVERIFY(running.tryLock(0));
-        QCOMPARE(admin({u"restore"_s, backup, harness.folder()}), 1);
-        QVERIFY2(output.contains(u"起動中"_s), qPrintable(output));
-        running.unlock();
+        {
+            SingleInstance running;
+            QVERIFY(!running.anotherIsRunning());
+            const QString link = harness.path(u"linked"_s);
+            QVERIFY(QFile::link(harness.folder(), link));
+            QCOMPARE(admin({u"restore"_s, backup, link}), 1);
+            QVERIFY2(output.contains(u"起動中"_s), qPrintable(output));
+        }
         OpenDatabase();
         QCOMPARE(everyTable(), later);
         gCon.close();

@@ -5,6 +5,7 @@
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
 #include "platform/db/Connection.h"
+#include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 #include "shell/BasSubMain.h"
@@ -38,12 +39,18 @@ private slots:
     // tables is opened: on the server one without them and one not answering; on files one
     // marked read-only (named), a foreign database, an empty file, text, no file.
     void aSecondCopyOrADatabaseThatCannotBeOpenedEndsBeforeSignOn() {
-        QLockFile running(SingleInstance::lockFilePath());
-        QVERIFY(running.tryLock(0));
-        harness.msgs.expect(SysErr_002);
-        QCOMPARE(Main(), 1);
-        QVERIFY(!gCon.isOpen());
-        running.unlock();
+        {
+            // Another copy claimed the folder under another of its names: a link to it.
+            const QString link = harness.path(u"linked"_s);
+            QVERIFY(QFile::link(harness.folder(), link));
+            SetAppFolder(link);
+            SingleInstance running;
+            QVERIFY(!running.anotherIsRunning());
+            SetAppFolder(harness.folder());
+            harness.msgs.expect(SysErr_002);
+            QCOMPARE(Main(), 1);
+            QVERIFY(!gCon.isOpen());
+        }
 
         const QString file =
             Harness::onServer() ? harness.path(ServerConnectionFile) : harness.databaseFile();

@@ -1,5 +1,7 @@
 #include "platform/report/Report.h"
 
+#include "platform/Failure.h"
+#include "platform/WholeFile.h"
 #include "platform/report/FormPainter.h"
 #include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
@@ -9,6 +11,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QSaveFile>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QUrl>
@@ -25,6 +28,8 @@ struct Job {
     bool hasForm = false;
     bool started = false;
     QHash<QString, QString> values;
+    // A PDF is written under a temporary name and takes its own when it is whole.
+    std::unique_ptr<QSaveFile> pdfFile;
     std::unique_ptr<QPdfWriter> pdf;
     std::unique_ptr<QPrinter> printer;
     QPainter painter;
@@ -158,7 +163,11 @@ long jvStartDoc(long handle, const QString& documentName, const QString&) {
         recordOf(*job).output = printer.printerName();
     } else {
         job->pdfPath = pdfPathFor(documentName);
-        job->pdf = std::make_unique<QPdfWriter>(job->pdfPath);
+        job->pdfFile = std::make_unique<QSaveFile>(job->pdfPath);
+        if (!job->pdfFile->open(QIODevice::WriteOnly) ||
+            !job->pdfFile->setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+            return ReportError::OutputFailed;
+        job->pdf = std::make_unique<QPdfWriter>(job->pdfFile.get());
         job->pdf->setResolution(300);
         job->pdf->setTitle(documentName);
         job->pdf->setCreator(QStringLiteral("Mirvane"));
@@ -266,6 +275,14 @@ long jvEndDoc(long handle) {
     const bool drew = job->painter.isActive();
     if (drew && !job->painter.end())
         return ReportError::OutputFailed;
+    if (drew && job->pdfFile) {
+        try {
+            CommitWholeFile(*job->pdfFile);
+        } catch (const Failure&) {
+            job->pdfPath.clear();
+            return ReportError::OutputFailed;
+        }
+    }
     recordOf(*job).ended = true;
     if (!drew)
         job->pdfPath.clear();
@@ -292,7 +309,7 @@ long jvAbortDoc(long handle) {
         job->painter.end();
     if (job->pdf) {
         job->pdf.reset();
-        QFile::remove(job->pdfPath);
+        job->pdfFile.reset(); // never committed: nothing of it stays
     }
     recordOf(*job).aborted = true;
     return 0;
