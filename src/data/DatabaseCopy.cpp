@@ -73,6 +73,9 @@ CopyDatabase(Connection& from, Connection& to,
         tables << QStringLiteral("San_Saiban");
     } catch (const Failure&) {
     }
+    // The source is read as it stood at one moment, and the counts are checked before the
+    // target keeps anything: a copy that stands is whole.
+    Transaction snapshot(from, Transaction::Kind::Snapshot);
     Transaction transaction(to);
     for (const QString& table : tables)
         to.execute(QStringLiteral("delete from ") + table);
@@ -104,11 +107,11 @@ CopyDatabase(Connection& from, Connection& to,
             progress(table, 0, 0);
         copied.append({table, done});
     }
-    transaction.commit();
     for (const CopiedTable& table : copied)
         if (countOf(from, table.table) != countOf(to, table.table))
             throw Failure(ErrorNumber::StatementFailed,
                           QStringLiteral("件数が一致しません: ") + table.table);
+    transaction.commit();
     if (to.isServer())
         to.execute(QStringLiteral("analyze"));
     return copied;

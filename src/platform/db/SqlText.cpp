@@ -1,5 +1,7 @@
 #include "platform/db/SqlText.h"
 
+#include <algorithm>
+
 #include "platform/Format.h"
 
 namespace {
@@ -13,7 +15,20 @@ QString SqlStr(const QString& value) {
 }
 
 QString SqlQuote(const QString& value) {
-    return QLatin1Char('\'') + doubledQuotes(value) + QLatin1Char('\'');
+    return QLatin1Char('\'') + doubledQuotes(StorableText(value)) + QLatin1Char('\'');
+}
+
+QString StorableText(const QString& value) {
+    const auto unstorable = [](QChar c) {
+        return (c.unicode() < 0x20 && c != QLatin1Char('\t') && c != QLatin1Char('\n') &&
+                c != QLatin1Char('\r')) ||
+               c.unicode() == 0x7F;
+    };
+    if (std::none_of(value.begin(), value.end(), unstorable))
+        return value;
+    QString kept = value;
+    kept.removeIf(unstorable);
+    return kept;
 }
 
 QString SqlContains(const QString& value) {

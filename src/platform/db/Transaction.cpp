@@ -2,8 +2,15 @@
 
 #include "platform/db/Connection.h"
 
-Transaction::Transaction(Connection& connection) : connection_(connection) {
+#include <QString>
+
+Transaction::Transaction(Connection& connection, Kind kind) : connection_(connection) {
     connection_.beginTrans();
+    // The file's transaction holds the file against writers from its start; a server reads
+    // one snapshot only when asked to before the first read.
+    if (kind == Kind::Snapshot && connection_.isServer())
+        connection_.execute(
+            QStringLiteral("set transaction isolation level repeatable read, read only"));
 }
 
 Transaction::~Transaction() {

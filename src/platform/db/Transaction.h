@@ -8,7 +8,10 @@ class Connection;
 // and a connection that is gone already takes its transaction with it.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection);
+    // A save's transaction; or a snapshot: everything read in it is the database as it was
+    // at one moment, whatever other terminals write meanwhile (a whole copy of a shop).
+    enum class Kind { Write, Snapshot };
+    explicit Transaction(Connection& connection, Kind kind = Kind::Write);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
