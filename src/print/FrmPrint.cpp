@@ -125,7 +125,10 @@ void FrmPrint::runJob(const QString& procedure, const QString& settings,
                       return;
                   }
                   result = jvEndDoc(job);
-                  if (result != 0)
+                  if (result == ReportError::OutputFailed)
+                      MsgBox(PdfNotWrittenText, MsgIcon::Exclamation, MsgButtons::OK,
+                             windowTitle());
+                  else if (result != 0)
                       libraryError(QStringLiteral("jvEndDoc"), result);
                   else
                       reportPdf(job);

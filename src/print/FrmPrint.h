@@ -14,6 +14,11 @@ class QVBoxLayout;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
+// The box of a document that could not be written whole (a full disk): no file is left.
+inline const QString PdfNotWrittenText =
+    QStringLiteral("ＰＤＦファイルを書き出せませんでした。ディスクの空きと、プログラムフォルダーの "
+                   "Print フォルダーに書き込めるかを確かめてください。");
+
 class FrmPrint : public Screen {
     Q_OBJECT
 public:

@@ -7,6 +7,7 @@
 #include "data/ShopDatabase.h"
 #include "frame/Globals.h"
 #include "platform/ui/SingleInstance.h"
+#include "support/Faults.h"
 #include "support/Harness.h"
 #include "support/ShopData.h"
 
@@ -62,16 +63,7 @@ class TestCopy : public QObject {
 
     // The admin tool as installed in the test's program folder: what it backs up goes to that
     // folder's Backup/.
-    int admin(const QStringList& arguments) {
-        const QString installed = harness.path(u"mirvane-admin"_s);
-        if (!QFile::exists(installed))
-            QFile::copy(QStringLiteral(MIRVANE_ADMIN_PROGRAM), installed);
-        QProcess tool;
-        tool.start(installed, arguments);
-        tool.waitForFinished(120000);
-        output = QString::fromUtf8(tool.readAllStandardOutput() + tool.readAllStandardError());
-        return tool.exitCode();
-    }
+    int admin(const QStringList& arguments) { return RunAdmin(harness, arguments, &output); }
 
 private slots:
     void init() { HARNESS_INIT(harness); }
