@@ -105,6 +105,9 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
                                      " left join San_Meka lm on lm.Meka_No = r.Uri_Lz_MekaNo"
                                      " order by r.Uri_UserNo, r.Uri_Seq"),
                   purchases);
+    // Both are on the disk before either takes its name.
+    customers.flush();
+    purchases.flush();
     customers.commit();
     purchases.commit();
     return exported;

@@ -42,6 +42,10 @@ void CsvFile::write(const QStringList& fields) {
         fail();
 }
 
+void CsvFile::flush() {
+    FlushWholeFile(*file_);
+}
+
 void CsvFile::commit() {
     CommitWholeFile(*file_);
 }

@@ -31,6 +31,8 @@ public:
     CsvFile& operator=(const CsvFile&) = delete;
 
     void write(const QStringList& fields);
+    // Everything written is on the disk (a full disk fails here), the file not yet in place.
+    void flush();
     void commit();
 
 private:

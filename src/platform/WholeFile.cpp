@@ -16,14 +16,18 @@ namespace {
 
 } // namespace
 
-void CommitWholeFile(QSaveFile& file) {
-    const QString path = QFileInfo(file.fileName()).absoluteFilePath();
+void FlushWholeFile(QSaveFile& file) {
     if (!file.flush() || file.error() != QFileDevice::NoError) {
         const QString reason = file.errorString();
         file.cancelWriting();
         file.commit(); // discards the temporary file
-        fail(path, reason);
+        fail(QFileInfo(file.fileName()).absoluteFilePath(), reason);
     }
+}
+
+void CommitWholeFile(QSaveFile& file) {
+    const QString path = QFileInfo(file.fileName()).absoluteFilePath();
+    FlushWholeFile(file);
     const qint64 written = file.size();
     if (!file.commit())
         fail(path, file.errorString());
