@@ -452,7 +452,8 @@ void FrmKokyaku::openHistory() {
     FrmRireki history(this);
     history.setKokNo(shownNo_);
     ShowModal(history);
-    koushin_ = history.Koushin();
+    // Only ever from false to true: what the register saved stays reported to its caller.
+    koushin_ = koushin_ || history.Koushin();
     WaitCursor wait;
     Disp_User(currentNo_);
     if (spdData->lineCount() > 0)

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr int Representative = 0;
-constexpr int NoMail = 3;
 
 bool sameHousehold(const ListedCustomer& a, const ListedCustomer& b) {
     return !a.tel.trimmed().isEmpty() && a.tel == b.tel &&
@@ -34,7 +33,8 @@ std::vector<Household> MarkedHouseholds(const std::vector<ListRow>& rows) {
         Household household;
         for (std::size_t j = 0; j < rows.size(); ++j) {
             const bool member = j == i || (!taken[j] && sameHousehold(rows[i].now, rows[j].now));
-            if (member && (rows[j].marked || rows[j].now.kazok != NoMail)) {
+            // A member whose mark staff took off is left off the card.
+            if (member && rows[j].marked) {
                 household.push_back(&rows[j].now);
                 taken[j] = true;
             }

@@ -11,8 +11,8 @@
 using Household = std::vector<const ListedCustomer*>;
 
 // The households of the marked rows, in the order of their first marked member. A household
-// takes in every listed customer of it, marked or not, except those who want no mail (DM不要)
-// and are not marked; a customer without a telephone number is a household of his own.
+// takes in the marked customers of it; one whose mark is off is not named on its card. A
+// customer without a telephone number is a household of his own.
 std::vector<Household> MarkedHouseholds(const std::vector<ListRow>& rows);
 
 // The addressee of a household card, for the fields "Name" and "Sama". Up to four members:

@@ -55,6 +55,7 @@ void CmnCtlEnabled(QWidget* control, bool enabled) {
                              qobject_cast<QComboBox*>(control)) {
                       control->setEnabled(enabled);
                       setBaseColor(control, color);
+                      KeepTextReadableWhenDisabled(control);
                   } else if (qobject_cast<QAbstractButton*>(control) ||
                              qobject_cast<QGroupBox*>(control)) {
                       control->setEnabled(enabled);

@@ -7,6 +7,7 @@
 #include "platform/controls/FocusOrder.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
+#include "platform/controls/xInput.h"
 #include "platform/controls/xNum.h"
 #include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
@@ -35,6 +36,9 @@ UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     cboYouto = new QComboBox(this);
     cboFm_Meka = new QComboBox(this);
     cboLz_Meka = new QComboBox(this);
+    // The block is read-only until corrected: what it shows must still be read.
+    for (QComboBox* list : {cboItem, cboYouto, cboFm_Meka, cboLz_Meka})
+        KeepTextReadableWhenDisabled(list);
     txtFm_Name = new xField(this, 40);
     txtFm_Size = new xField(this, 20);
     txtFm_Color = new xField(this, 20);

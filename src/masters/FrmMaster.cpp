@@ -199,6 +199,15 @@ void FrmMaster::cmdFnuc_Click(int index) {
                       break;
                   case F5: {
                       WaitCursor wait;
+                      // A number that is no code is refused here too: F5 may come before the
+                      // field is left.
+                      if (mode_ == 0) {
+                          checkingNumber_ = true;
+                          const bool code = numberReadsAsCode();
+                          checkingNumber_ = false;
+                          if (!code)
+                              break;
+                      }
                       if (ChkEntryData())
                           SaveMaster(mode_);
                       break;
@@ -223,18 +232,28 @@ void FrmMaster::cmdFnuc_Click(int index) {
 }
 
 void FrmMaster::numberLeft() {
+    // The box of a refusal takes the focus from the field: that is no second leaving.
+    if (!checkingNumber_) {
+        checkingNumber_ = true;
+        numberReadsAsCode();
+        checkingNumber_ = false;
+    }
+}
+
+bool FrmMaster::numberReadsAsCode() {
     const QString typed = txtTNo->text().trimmed();
     if (typed.isEmpty())
-        return;
+        return true; // the check of the required fields says so
     bool isNumber = false;
     const double number = NumberFromText(typed, &isNumber);
     const double rounded = RoundHalfAwayFromZero(number, 0);
     if (!isNumber || rounded < 0 || rounded > 999) {
         CmnDspMsg(OpeErr_004);
         txtTNo->setFocus();
-        return;
+        return false;
     }
     txtTNo->setText(FormatNumber(rounded, QStringLiteral("000")));
+    return true;
 }
 
 FrmMstMeka::FrmMstMeka(QWidget* parent)

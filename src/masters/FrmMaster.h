@@ -52,11 +52,15 @@ protected:
 
 private:
     void numberLeft();
+    // The number field's rule: a whole number 0 to 999, shown as its code ("007"); refused with
+    // OpeErr_004 and the focus put back otherwise. Empty passes (the required check tells).
+    bool numberReadsAsCode();
     MasterEntry typedEntry() const;
 
     MasterConfig config_;
     RowModel<MasterEntry>* entries_;
     int mode_ = 0;
+    bool checkingNumber_ = false;
     // The entry chosen in the list, as it was read: a rename or deletion acts on it only while
     // it still holds that name.
     MasterEntry chosen_;

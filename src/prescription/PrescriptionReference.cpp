@@ -39,6 +39,9 @@ PrescriptionReference::PrescriptionReference(QWidget* parent, const EyeFields& r
     const QString eyeNames[] = {QStringLiteral("R"), QStringLiteral("L")};
     for (int eye = 0; eye < 2; ++eye) {
         captions_[eye] = label(QStringLiteral("lblZenkai") + eyeNames[eye]);
+        // As wide as its longest text from the start: nothing beside it moves when it changes.
+        captions_[eye]->setMinimumWidth(
+            QFontMetrics(small).horizontalAdvance(QStringLiteral("前回 0000/00/00")) + 2);
         for (int i = 0; i < 13; ++i) {
             QLabel* value = label(QStringLiteral("lblZenkai") +
                                   QString::fromLatin1(PrescriptionColumns[i].suffix) +

@@ -174,7 +174,7 @@ private slots:
         }
         QCOMPARE(CharacterCount(u"あ"_s + yoshi + smile), 3);
 
-        // The same on a field: typed, pasted, committed by an input method, set by the program.
+        // The same on a field: typed, pasted, committed by an input method.
         QDialog screen;
         auto* field = new xField(&screen, 5);
         auto* number = new xField(&screen, 4);
@@ -187,8 +187,13 @@ private slots:
         QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
         QTest::keyClicks(field, u"z"_s);
         QCOMPARE(field->text(), u"あいう"_s + yoshi + smile);
+        // A longer text set by the program (a stored value) is kept whole: typing cannot
+        // lengthen it, deleting shortens it, and then the limit holds.
         field->setText(u"ab"_s + yoshi + yoshi + yoshi + smile);
         QCOMPARE(field->maxLength(), 5);
+        type(field, {}, "𠮷");
+        QCOMPARE(field->text(), u"ab"_s + yoshi + yoshi + yoshi + smile);
+        QTest::keyClick(field, Qt::Key_Backspace);
         type(field, {}, "𠮷");
         QCOMPARE(field->text(), u"ab"_s + yoshi + yoshi + yoshi);
         xKana kana;

@@ -51,7 +51,8 @@ void FitToCharacters(QString& text, int& cursor, int limit) {
 }
 
 QValidator::State CharacterLimit::validate(QString& input, int& position) const {
-    FitToCharacters(input, position, limit_);
+    FitToCharacters(input, position, std::max(limit_, held_));
+    held_ = CharacterCount(input);
     return rule_ ? rule_->validate(input, position) : Acceptable;
 }
 

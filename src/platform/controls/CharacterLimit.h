@@ -15,7 +15,9 @@ int CharacterCount(const QString& text);
 void FitToCharacters(QString& text, int& cursor, int limit);
 
 // The input rule of a field with a limit: the text is fitted to the limit first, then the
-// field's own rule (a number's shape, ...) decides, when it has one.
+// field's own rule (a number's shape, ...) decides, when it has one. A text longer than the
+// limit that the field held before an edit (a stored value put in whole) may stay that long:
+// the limit then is the length it had.
 class CharacterLimit : public QValidator {
 public:
     explicit CharacterLimit(QObject* parent) : QValidator(parent) {}
@@ -23,11 +25,14 @@ public:
     void setLimit(int characters) { limit_ = characters; }
     int limit() const { return limit_; }
     void setRule(QValidator* rule) { rule_ = rule; }
+    // The program puts this text in: it is kept whole.
+    void keepWhole(const QString& text) { held_ = CharacterCount(text); }
 
     State validate(QString& input, int& position) const override;
     void fixup(QString& input) const override;
 
 private:
     int limit_ = 32767;
+    mutable int held_ = 0; // the characters the field held after the last change
     QPointer<QValidator> rule_;
 };

@@ -1,5 +1,7 @@
 #include "platform/controls/GridView.h"
 
+#include "platform/controls/xInput.h"
+
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
@@ -22,8 +24,15 @@ public:
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         const QStringList items = dropDownOf(index);
-        if (items.isEmpty())
-            return QStyledItemDelegate::createEditor(parent, option, index);
+        if (items.isEmpty()) {
+            const int limit = index.data(GridView::MaxLengthRole).toInt();
+            if (limit <= 0)
+                return QStyledItemDelegate::createEditor(parent, option, index);
+            auto* field = new xInput(parent);
+            field->setFrame(false);
+            field->setMaxLength(limit);
+            return field;
+        }
         auto* combo = new QComboBox(parent);
         combo->addItems(items);
         return combo;
@@ -34,6 +43,10 @@ public:
             combo->setCurrentIndex(index.data(Qt::EditRole).toString().toInt());
             return;
         }
+        if (auto* field = qobject_cast<xInput*>(editor)) {
+            field->setText(index.data(Qt::EditRole).toString()); // whole, however long
+            return;
+        }
         QStyledItemDelegate::setEditorData(editor, index);
     }
 
@@ -41,6 +54,10 @@ public:
                       const QModelIndex& index) const override {
         if (auto* combo = qobject_cast<QComboBox*>(editor)) {
             model->setData(index, QString::number(combo->currentIndex()), Qt::EditRole);
+            return;
+        }
+        if (auto* field = qobject_cast<xInput*>(editor)) {
+            model->setData(index, field->text(), Qt::EditRole);
             return;
         }
         QStyledItemDelegate::setModelData(editor, model, index);

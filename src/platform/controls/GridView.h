@@ -14,6 +14,8 @@ public:
     // A model may offer a drop-down list for a cell under this role (a QStringList); the cell's
     // edit value is then the index of the chosen item.
     static constexpr int DropDownRole = Qt::UserRole + 1;
+    // The longest text typed into a cell (0: none), as the fields of the screens limit theirs.
+    static constexpr int MaxLengthRole = Qt::UserRole + 2;
 
     explicit GridView(QWidget* parent = nullptr);
 

@@ -32,6 +32,9 @@ template <class Row> struct GridColumn {
     Edit edit;
     // A drop-down column's items; its edit text is the index of the chosen item.
     QStringList dropDown;
+    // The longest text typed or pasted into a cell of an editable column, in characters (0: no
+    // limit); a longer stored text is shown and kept whole.
+    int maxLength = 0;
 };
 
 template <class Row> class RowModel : public QAbstractTableModel {
@@ -75,6 +78,8 @@ public:
             return QVariant::fromValue(column.alignment);
         case GridView::DropDownRole:
             return column.dropDown;
+        case GridView::MaxLengthRole:
+            return column.maxLength;
         case Qt::ToolTipRole: {
             const QString text = tip ? tip(row) : QString();
             return text.isEmpty() ? QVariant() : QVariant(text);

@@ -4,8 +4,16 @@
 
 #include <QKeyEvent>
 
+void KeepTextReadableWhenDisabled(QWidget* control) {
+    QPalette colors = control->palette();
+    for (QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+        colors.setColor(QPalette::Disabled, role, DisabledTextColor);
+    control->setPalette(colors);
+}
+
 xInput::xInput(QWidget* parent) : QLineEdit(parent) {
     setInputAreaColor(Qt::white);
+    KeepTextReadableWhenDisabled(this);
 }
 
 QColor xInput::InputAreaColor() const {
@@ -28,6 +36,18 @@ void xInput::setMaxLength(int characters) {
         setText(fitted);
         setCursorPosition(cursor);
     }
+}
+
+void xInput::setText(const QString& text) {
+    if (limit_)
+        limit_->keepWhole(text);
+    QLineEdit::setText(text);
+}
+
+void xInput::clear() {
+    if (limit_)
+        limit_->keepWhole({});
+    QLineEdit::clear();
 }
 
 int xInput::maxLength() const {

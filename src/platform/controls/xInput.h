@@ -6,6 +6,11 @@
 class CharacterLimit;
 class QValidator;
 
+// The text colour of a disabled field, list or label: dark enough to read on the grey area of a
+// disabled field (#C0C0C0), where the style's own light grey was not.
+inline const QColor DisabledTextColor(0x40, 0x40, 0x40);
+void KeepTextReadableWhenDisabled(QWidget* control);
+
 // The common ground of the input controls: a one-line field with an input-area colour and
 // two notifications, leave (the field lost the focus) and key-down (before the field handles
 // the key; a receiver that sets *handled to true keeps the key from the field). Its length
@@ -18,10 +23,14 @@ public:
     QColor InputAreaColor() const;
     void setInputAreaColor(const QColor& color);
 
-    // The longest text in characters. What goes past it, typed, pasted, put in by an input
-    // method or set by the program, is cut off a whole character at a time.
+    // The longest text in characters that is typed, pasted or put in by an input method; what
+    // goes past it is cut off a whole character at a time. A longer text the program puts in
+    // (a stored value) is shown and kept whole: an edit may shorten it, never lengthen it past
+    // the longer of the limit and what it held before the edit.
     void setMaxLength(int characters);
     int maxLength() const;
+    void setText(const QString& text);
+    void clear();
 
 signals:
     void leave();
