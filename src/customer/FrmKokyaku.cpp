@@ -518,8 +518,22 @@ void FrmKokyaku::fillAddressFromPostalCode() {
 void FrmKokyaku::spdData_Click(int row, int) {
     if (row < 1 || row > spdData->lineCount())
         return;
+    const PurchaseLine& line = spdData->line(row);
+    // The line the entry shows already: what was typed over it stays.
+    if (line.id == FraUriage->shownLineId())
+        return;
+    // Another line chosen while a sale is typed and not yet put into the grid: asked first,
+    // No (the default) keeps the sale and the line it belongs to.
+    if (FraUriage->holdsTypedEntry() && CmnDspMsg(OpeQes_008, MsgDefault::Second) != Answer::Yes) {
+        const int shownRow = spdData->rowOf(FraUriage->shownLineId());
+        if (shownRow != 0)
+            spdData->setActiveCell(shownRow, 1);
+        else
+            spdData->clearActiveCell();
+        return;
+    }
+    FraUriage->showLine(line);
     spdData->setActiveCell(row, 1);
-    FraUriage->showLine(spdData->line(row));
 }
 
 void FrmKokyaku::Save_UriData(qint64 customerNo) {

@@ -1,7 +1,9 @@
 #include "search/ListGrid.h"
 
+#include "domain/PostalCode.h"
 #include "domain/PrintMarks.h"
 #include "platform/Format.h"
+#include "platform/ui/MsgBox.h"
 
 const QColor ListGrid::White(255, 255, 255);
 const QColor ListGrid::Yellow(255, 255, 128);
@@ -54,17 +56,39 @@ QString tipOf(const ListRow& row) {
     return {};
 }
 
-// A text column the list corrects in place: any change makes the row one to update.
-RowModel<ListRow>::Column editable(int column, QString ListedCustomer::*field) {
-    return {ListGrid::Headings[column - 1],
-            [field](const ListRow& r) { return r.now.*field; },
-            Qt::AlignLeft | Qt::AlignVCenter,
-            {},
-            [field](ListRow& r, const QString& text) {
-                r.now.*field = text;
-                r.state = ListState::Changed;
-                r.changedBeforeDelete = false;
-            }};
+// A text column the list corrects in place, typed within the register field's limit: any
+// change makes the row one to update.
+RowModel<ListRow>::Column editable(int column, QString ListedCustomer::*field, int maxLength) {
+    RowModel<ListRow>::Column made{ListGrid::Headings[column - 1],
+                                   [field](const ListRow& r) { return r.now.*field; },
+                                   Qt::AlignLeft | Qt::AlignVCenter,
+                                   {},
+                                   [field](ListRow& r, const QString& text) {
+                                       r.now.*field = text;
+                                       r.state = ListState::Changed;
+                                       r.changedBeforeDelete = false;
+                                   }};
+    made.maxLength = maxLength;
+    return made;
+}
+
+// The postal code column takes what reads as a postal code, stored as the register stores it;
+// anything else is refused with a box, the cell keeping what it had.
+RowModel<ListRow>::Column postalCode() {
+    RowModel<ListRow>::Column made = editable(ListGrid::Yubin, &ListedCustomer::yubin, 8);
+    const auto store = made.edit;
+    made.edit = [store](ListRow& r, const QString& text) {
+        const std::optional<QString> code = PostalCodeOf(text);
+        if (!code) {
+            MsgBox(ListGrid::PostalCodeRefused, MsgIcon::Exclamation, MsgButtons::OK,
+                   QStringLiteral("顧客一覧照会"));
+            return;
+        }
+        if (*code != r.now.yubin)
+            store(r, *code);
+    };
+    made.maxLength = 10;
+    return made;
 }
 
 } // namespace
@@ -76,12 +100,12 @@ ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
         {Headings[Mark - 1],
          [](const ListRow& r) { return r.marked ? QStringLiteral("●") : QString(); },
          Qt::AlignCenter},
-        editable(Name, &ListedCustomer::name),
-        editable(Kana, &ListedCustomer::kana),
-        editable(Yubin, &ListedCustomer::yubin),
-        editable(Jusyo1, &ListedCustomer::jusyo1),
-        editable(Jusyo2, &ListedCustomer::jusyo2),
-        editable(Tel, &ListedCustomer::tel),
+        editable(Name, &ListedCustomer::name, 30),
+        editable(Kana, &ListedCustomer::kana, 40),
+        postalCode(),
+        editable(Jusyo1, &ListedCustomer::jusyo1, 50),
+        editable(Jusyo2, &ListedCustomer::jusyo2, 50),
+        editable(Tel, &ListedCustomer::tel, 20),
         {Headings[Kazok - 1], [](const ListRow& r) { return FamilyNames.value(r.now.kazok); },
          Qt::AlignLeft | Qt::AlignVCenter,
          [](const ListRow& r) { return QString::number(r.now.kazok); },

@@ -19,6 +19,9 @@ public:
     enum Column { No = 1, Mark, Name, Kana, Yubin, Jusyo1, Jusyo2, Tel, Kazok, Total, LastVisit };
     // The headings of the columns, and the names of the family categories (0 to 3).
     static const QStringList Headings, FamilyNames;
+    // The box of a postal code cell given what is no postal code.
+    static inline const QString PostalCodeRefused =
+        QStringLiteral("郵便番号は「123-4567」のように、数字３桁と数字４桁で入力してください。");
     // The orders of F9 to F12: kana, address, sales, last visit.
     enum class Order { Kana, Address, Sales, LastVisit };
 

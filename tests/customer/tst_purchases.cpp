@@ -237,7 +237,7 @@ private slots:
         InsertPurchase({.user = 4, .seq = 1, .ymd = 20240512}); // R -1.25, L -1.50
         InsertPurchase({.user = 4, .seq = 2, .ymd = 20250101, .rightSph = 0, .leftSph = 0});
         InsertPurchase({.user = 4, .seq = 3, .ymd = 20260101});
-        OpenRegister(harness, 4, [](FrmKokyaku& s) {
+        OpenRegister(harness, 4, [this](FrmKokyaku& s) {
             UriageEntry& e = *s.FraUriage;
             const auto shown = [&e](const char* name) {
                 const auto* label = e.findChild<QLabel*>(QLatin1String(name));
@@ -252,6 +252,7 @@ private slots:
                      u"-2.00▼-1.25-1.50"_s);
             QCOMPARE(e.txtSph[0]->InputAreaColor(), PrescriptionReference::MarkColor);
             QCOMPARE(e.txtSph[1]->InputAreaColor(), QColor(Qt::white));
+            harness.msgs.expect(OpeQes_008, Answer::Yes); // what was typed over line 1 goes
             s.spdData_Click(2, 1);
             QCOMPARE(shown("lblZenkaiL"), u"前回 2024/05/12"_s);
             s.spdData_Click(3, 1);

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -107,7 +108,8 @@ void GridView::setModel(QAbstractItemModel* model) {
 void GridView::followCurrent() {
     connect(view_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
-                emit currentRowChanged(current.isValid() ? current.row() + 1 : 0);
+                if (!focusArriving_)
+                    emit currentRowChanged(current.isValid() ? current.row() + 1 : 0);
             });
 }
 
@@ -163,6 +165,13 @@ void GridView::setActiveCell(int row, int column) {
         view_->setCurrentIndex(index);
 }
 
+void GridView::clearActiveCell() {
+    if (!view_->selectionModel())
+        return;
+    view_->selectionModel()->clearCurrentIndex();
+    view_->clearSelection();
+}
+
 QString GridView::cellText(int row, int column) const {
     if (!view_->model())
         return {};
@@ -178,6 +187,13 @@ QPoint GridView::placeAt(QObject* area, const QPoint& position) const {
 }
 
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == view_ && event->type() == QEvent::FocusIn) {
+        // Focus arriving by Tab makes the first row current (the view's own rule): that is no
+        // row chosen, and it is not told as one.
+        const QScopedValueRollback arriving(focusArriving_, true);
+        static_cast<QObject*>(view_)->event(event);
+        return true;
+    }
     if (watched != view_->viewport() && watched != view_->verticalHeader()->viewport())
         return QWidget::eventFilter(watched, event);
     switch (event->type()) {

@@ -36,6 +36,8 @@ public:
     int activeRow() const;
     int activeCol() const;
     void setActiveCell(int row, int column);
+    // No row current, none selected.
+    void clearActiveCell();
     // The text a cell shows, counted from 1.
     QString cellText(int row, int column) const;
 
@@ -61,6 +63,7 @@ private:
     void followCurrent();
 
     QTableView* view_;
+    bool focusArriving_ = false;
     // The mouse gesture under way with the left button: where it went down, and whether it
     // selects a block (Shift held, or dragged onto another place).
     struct Gesture {
