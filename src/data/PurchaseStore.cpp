@@ -26,7 +26,8 @@ qint64 amount(const RecordSet& row, const QString& column) {
 Purchase purchaseOf(const RecordSet& row) {
     Purchase p;
     p.seq = row.field(QStringLiteral("Uri_Seq")).toInt();
-    p.date = DateOfYmd(row.field(QStringLiteral("Uri_Date")).toLongLong());
+    p.storedYmd = row.field(QStringLiteral("Uri_Date")).toLongLong();
+    p.date = DateOfYmd(p.storedYmd);
     p.itemNo = text(row, QStringLiteral("Uri_ItemNo"));
     p.youtoNo = text(row, QStringLiteral("Uri_YoutoNo"));
     p.fmMekaNo = text(row, QStringLiteral("Uri_Fm_MekaNo"));

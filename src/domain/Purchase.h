@@ -12,6 +12,9 @@
 struct Purchase {
     int seq = 0; // the purchase's number within the customer; 0 until it is stored
     QDate date;
+    // The date as stored (yyyymmdd), also when it is no calendar date (20250230); 0 for a
+    // purchase not read from the database.
+    qint64 storedYmd = 0;
     QString itemNo, youtoNo, fmMekaNo, lzMekaNo;
     QString fmName, fmSize, fmColor, lzName;
     qint64 fmKinga = 0, lzKinga = 0, total = 0;

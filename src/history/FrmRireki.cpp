@@ -102,7 +102,7 @@ void FrmRireki::Form_Load() {
                   txtKensakuDay->setDate(Today());
                   page_ = 1;
                   koushin_ = false;
-                  if (!DispUriage(searchDay()))
+                  if (!DispUriage(searchDay()) && !readFailed_)
                       CmnDspMsg(OpeErr_014);
               });
 }
@@ -126,24 +126,24 @@ void FrmRireki::ClearUriage() {
 
 bool FrmRireki::DispUriage(qint64 ymd) {
     WaitCursor wait;
-    try {
-        const PurchaseStore::HistoryPage page = PurchaseStore::ReadHistoryPage(kokNo_, ymd, page_);
-        if (!page.shown)
-            return false;
-        shownNo_ = page.customerNo;
-        lblKokNo->setText(QString::number(page.customerNo));
-        lblName->setText(page.name);
-        txtKingaKei->setValue(double(page.total));
-        for (int key : {F4, F5, F6, F7})
-            cmdFnuc[key]->setEnabled(true);
-        for (std::size_t block = 0; block < page.purchases.size(); ++block)
-            FraUriage[block]->show(page.purchases[block],
-                                   page.previous[block] ? &*page.previous[block] : nullptr);
-        return true;
-    } catch (const Failure&) {
-        // The history shows what could be read.
+    PurchaseStore::HistoryPage page;
+    // A page that cannot be read is a failure, told and logged; only a real end of the
+    // purchases is "no more data".
+    readFailed_ = !Procedure(
+        ScreenName, QStringLiteral("DispUriage"), QStringLiteral("売上履歴の表示処理"),
+        [&] { page = PurchaseStore::ReadHistoryPage(kokNo_, ymd, page_); }, {.trace = false});
+    if (readFailed_ || !page.shown)
         return false;
-    }
+    shownNo_ = page.customerNo;
+    lblKokNo->setText(QString::number(page.customerNo));
+    lblName->setText(page.name);
+    txtKingaKei->setValue(double(page.total));
+    for (int key : {F4, F5, F6, F7})
+        cmdFnuc[key]->setEnabled(true);
+    for (std::size_t block = 0; block < page.purchases.size(); ++block)
+        FraUriage[block]->show(page.purchases[block],
+                               page.previous[block] ? &*page.previous[block] : nullptr);
+    return true;
 }
 
 bool FrmRireki::ChkEditData() const {
@@ -185,7 +185,7 @@ bool FrmRireki::SaveUriage() {
 
 void FrmRireki::showPage() {
     ClearUriage();
-    if (!DispUriage(searchDay()))
+    if (!DispUriage(searchDay()) && !readFailed_)
         CmnDspMsg(OpeErr_014);
 }
 
@@ -210,7 +210,7 @@ void FrmRireki::cmdKensaku_Click() {
         return;
     ClearUriage();
     page_ = 1;
-    if (!DispUriage(searchDay()))
+    if (!DispUriage(searchDay()) && !readFailed_)
         CmnDspMsg(OpeErr_014);
 }
 

@@ -28,7 +28,10 @@ public:
 
     void Form_Load();
     void ClearUriage();
+    // Shows the page of purchases dated on or before the day; false when there is none, or
+    // when the page could not be read (readFailed(): the failure was told).
     bool DispUriage(qint64 ymd);
+    bool readFailed() const { return readFailed_; }
     bool ChkEditData() const;
     bool SaveUriage();
     void cmdFnuc_Click(int index);
@@ -47,6 +50,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    bool readFailed_ = false;
     void showPage();
     qint64 searchDay() const;
     // Every block in correction holds a real date; else says which is not and focuses it.

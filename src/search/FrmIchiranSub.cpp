@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <numeric>
 #include <memory>
 
 namespace {
@@ -36,7 +37,7 @@ Columns inquiryColumns(const std::shared_ptr<MasterNames>& masters) {
     return {
         {QStringLiteral("売上日"),
          [](const Purchase& p) {
-             return p.date.toString(QStringLiteral("yyyy/MM/dd"));
+             return FormatYmd(p.storedYmd); // as stored, also when it is no calendar date
          }},
         {QStringLiteral("ｱｲﾃﾑ"),
          [masters](const Purchase& p) {
@@ -71,8 +72,11 @@ FrmIchiranSub::FrmIchiranSub(QWidget* parent) : Screen(parent) {
     masters_ = std::make_shared<MasterNames>();
     rows_ = new RowModel<Purchase>(inquiryColumns(masters_), this);
     spdData->setModel(rows_);
-    spdData->setColumnWidths({92, 130, 130, 120, 120, 86, 120, 120, 86, 96});
-    spdData->setMinimumSize(1000, 360);
+    const QList<int> widths{92, 130, 130, 120, 120, 86, 120, 120, 86, 96};
+    spdData->setColumnWidths(widths);
+    // Every column in view without scrolling sideways, the grid's row numbers and scroll bar
+    // beside them; the screen stays within 1280 pixels.
+    spdData->setMinimumSize(std::accumulate(widths.begin(), widths.end(), 0) + 70, 360);
     lblKaisu = new xLabel(this);
     lblKaisu->setObjectName(QStringLiteral("lblKaisu"));
     lblKinga = new xLabel(this);
@@ -136,12 +140,12 @@ void FrmIchiranSub::SerchUriage(qint64 customerNo) {
         if (conditions_.on[SearchConditions::Amount] && !CalUriageGaku(customerNo))
             purchases.clear();
         int visits = 0;
-        QDate lastDate;
+        qint64 lastDate = -1;
         qint64 sum = 0;
         for (const Purchase& p : purchases) {
-            if (p.date != lastDate) {
+            if (p.storedYmd != lastDate) {
                 ++visits;
-                lastDate = p.date;
+                lastDate = p.storedYmd;
             }
             sum += p.total;
         }

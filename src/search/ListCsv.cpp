@@ -13,17 +13,23 @@ QStringList ListCsvHeader() {
     return ListGrid::Headings + QStringList{QStringLiteral("誕生日"), QStringLiteral("年齢")};
 }
 
+QString SpreadsheetText(const QString& text) {
+    static const QString formulaStarts = QStringLiteral("=+-@\t\r");
+    return !text.isEmpty() && formulaStarts.contains(text.front()) ? QLatin1Char('\'') + text
+                                                                   : text;
+}
+
 QStringList ListCsvRecord(const ListRow& row, const QDate& today) {
     const ListedCustomer& c = row.now;
     const BirthDate& b = c.birth;
     return {QString::number(c.no),
             row.marked ? QStringLiteral("1") : QStringLiteral("0"),
-            c.name,
-            c.kana,
-            c.yubin,
-            c.jusyo1,
-            c.jusyo2,
-            c.tel,
+            SpreadsheetText(c.name),
+            SpreadsheetText(c.kana),
+            SpreadsheetText(c.yubin),
+            SpreadsheetText(c.jusyo1),
+            SpreadsheetText(c.jusyo2),
+            SpreadsheetText(c.tel),
             ListGrid::FamilyNames.value(c.kazok),
             QString::number(c.total),
             FormatYmd(c.lastVisit),

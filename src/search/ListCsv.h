@@ -12,6 +12,10 @@
 // without the thousands separators that would make Excel read it as text), then the birth date
 // in its era and the age on the given day.
 QStringList ListCsvHeader();
+// A text cell as a spreadsheet shows it as text: one that Excel or Calc would read as a formula
+// (it starts with = + - @, a tab or a carriage return) gets an apostrophe in front, which they
+// show with it. The admin tool's export writes what is stored, unchanged.
+QString SpreadsheetText(const QString& text);
 QStringList ListCsvRecord(const ListRow& row, const QDate& today);
 
 // Writes the rows in the order given to a CSV file (see CsvFile). progress is told how many

@@ -304,6 +304,15 @@ int printAll(const QString& folder) {
     return 0;
 }
 
+// The print selection reads the printer's offset from the shop's database.
+int showPrintScreen(const QString& folder) {
+    seedShop(folder);
+    FrmPrint screen({}, true);
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -346,10 +355,8 @@ int main(int argc, char* argv[]) {
         return showConditions(folder.path());
     if (which == QLatin1String("print"))
         return printAll(folder.path());
-    if (which == QLatin1String("printscreen")) {
-        FrmPrint screen({}, true);
-        return screen.exec();
-    }
+    if (which == QLatin1String("printscreen"))
+        return showPrintScreen(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
