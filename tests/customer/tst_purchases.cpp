@@ -7,6 +7,7 @@
 #include "data/MasterStore.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
+#include "history/FrmRireki.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
@@ -263,6 +264,49 @@ private slots:
             EnterPurchase(e, QDate(2026, 11, 1), 0, 0);
             QCOMPARE(shown("lblZenkaiR") + shown("lblZenkaiSph_R"), u"前回 2026/11/01-3.00"_s);
         });
+    }
+
+    // Stored texts longer than their fields let a person type are shown and stored again
+    // whole when only the colour is changed; the previous prescription's caption moves no
+    // field. After the save no line is current: focus arriving in the grid by Tab loads none,
+    // and a line chosen with the arrows over a sale typed in the entry asks first (No keeps
+    // the sale); F12 and back leaves Koushin true.
+    void longTextsSurviveAndFocusLoadsNoLine() {
+        const QString name42 = QString(42, u'長'), frame60 = QString(60, u'枠');
+        const QString note120 = QString(120, u'処');
+        InsertCustomer({.no = 5, .name = name42});
+        InsertPurchase({.user = 5, .seq = 1, .ymd = 20250101, .rightSph = 0, .leftSph = 0});
+        InsertPurchase({.user = 5, .seq = 2, .ymd = 20260101, .syohou = note120});
+        gCon.execute(u"update San_Uriage set Uri_Fm_Name = '%1' where Uri_Seq = 2"_s.arg(frame60));
+        ExpectSaved(harness);
+        harness.msgs.expect(OpeQes_008, Answer::No);
+        QVERIFY(OpenRegister(harness, 5, [&](FrmKokyaku& s) {
+            UriageEntry& e = *s.FraUriage;
+            QCOMPARE(s.txtName->text(), name42);
+            QCOMPARE(e.txtFm_Name->text() + e.txtSyohou->text(), frame60 + note120);
+            const int fieldAt = e.txtSph[0]->mapTo(&s, QPoint()).x();
+            s.spdData_Click(2, 1); // 前回なし under the older line
+            QCOMPARE(e.txtSph[0]->mapTo(&s, QPoint()).x(), fieldAt);
+            s.spdData_Click(1, 1);
+            e.txtFm_Color->setText(u"青"_s);
+            QTest::mouseClick(e.cmdOk, Qt::LeftButton);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QVERIFY(!s.spdData->view()->currentIndex().isValid());
+            e.cboItem->setCurrentIndex(0); // a sale typed, not put into the grid
+            e.txtFm_Name->setText(u"新しい枠"_s);
+            s.txtTanjo_Day->setFocus();
+            QTest::keyClick(s.txtTanjo_Day, Qt::Key_Tab);
+            QCOMPARE(s.focusWidget(), s.spdData->view());
+            QVERIFY(e.holdsTypedEntry() && e.LineMode() == 0);
+            QTest::keyClick(s.spdData->view(), Qt::Key_Down);
+            QVERIFY(e.holdsTypedEntry() && e.LineMode() == 0);
+            harness.screens.expect<FrmRireki>(
+                [](FrmRireki& history) { QTest::keyClick(&history, Qt::Key_F1); });
+            QTest::keyClick(&s, Qt::Key_F12);
+        }));
+        QCOMPARE(CustomerTexts(5, u"User_Name"_s), name42);
+        QCOMPARE(PurchaseTexts(5, 2, u"Uri_Fm_Name Uri_Syohou Uri_Fm_Color"_s),
+                 frame60 + u'|' + note120 + u"|青"_s);
     }
 
     // Masters with gaps: a stored code selects its own entry, and a code whose master row was

@@ -81,6 +81,7 @@ GridView::GridView(QWidget* parent) : QWidget(parent) {
     view_->verticalHeader()->setDefaultSectionSize(24);
     view_->horizontalHeader()->setHighlightSections(false);
     view_->horizontalHeader()->setStretchLastSection(false);
+    view_->installEventFilter(this);
     view_->viewport()->installEventFilter(this);
     view_->verticalHeader()->viewport()->installEventFilter(this);
 
