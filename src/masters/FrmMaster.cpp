@@ -18,6 +18,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace {
@@ -189,6 +190,16 @@ void FrmMaster::SaveMaster(int mode) {
               }});
 }
 
+namespace {
+
+// A master code as stored: three digits.
+bool IsMasterCode(const QString& text) {
+    static const QRegularExpression code(QStringLiteral("^\\d{3}$"));
+    return code.match(text).hasMatch();
+}
+
+} // namespace
+
 void FrmMaster::cmdFnuc_Click(int index) {
     Procedure(config_.caption, QStringLiteral("cmdFnuc_Click"),
               QStringLiteral("ファンクションボタンのクリック処理"),
@@ -199,14 +210,17 @@ void FrmMaster::cmdFnuc_Click(int index) {
                       break;
                   case F5: {
                       WaitCursor wait;
-                      // A number that is no code is refused here too: F5 may come before the
-                      // field is left.
-                      if (mode_ == 0) {
-                          checkingNumber_ = true;
-                          const bool code = numberReadsAsCode();
-                          checkingNumber_ = false;
-                          if (!code)
+                      // A number that is no code is never saved. The key took the focus, so
+                      // the field's own rule has refused it already when the focus is back in
+                      // the field; otherwise it is refused now.
+                      if (mode_ == 0 && !txtTNo->text().trimmed().isEmpty() &&
+                          !IsMasterCode(txtTNo->text())) {
+                          if (focusWidget() != txtTNo)
+                              numberReadsAsCode();
+                          if (!IsMasterCode(txtTNo->text())) {
+                              txtTNo->setFocus();
                               break;
+                          }
                       }
                       if (ChkEntryData())
                           SaveMaster(mode_);

@@ -8,13 +8,16 @@
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
 #include "history/FrmRireki.h"
 #include "history/UriageBlock.h"
 #include "masters/FrmMaster.h"
 #include "pickers/AddressList.h"
 #include "pickers/FrmZipList.h"
+#include "platform/Failure.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
+#include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
 #include "platform/db/Connection.h"
 #include "platform/ui/ShowModal.h"
@@ -95,6 +98,15 @@ private slots:
             QCOMPARE(page.name, seqs.isEmpty() ? QString() : u"山田 太郎"_s);
             QCOMPARE(page.total, seqs.isEmpty() ? 0 : 38000 * 3 + 20000 + 30000);
         }
+        // A page that cannot be read is a failure, told and logged, not the end of the data.
+        gCon.execute(u"drop view V_San_User"_s);
+        harness.msgs.expectBoxStartingWith(
+            u"障害発生！"_s, VbErrorTitle + QString::number(ErrorNumber::StatementFailed));
+        openHistory(harness, [](FrmRireki& s) {
+            QVERIFY(s.readFailed() && s.lblKokNo->text().isEmpty());
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        QVERIFY(ReadFile(LogFilePath()).contains("\"DispUriage\""));
     }
 
     // Paging back and forth, the day search, and a save that fails: one block that cannot be

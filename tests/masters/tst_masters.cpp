@@ -15,6 +15,7 @@
 
 #include <QPushButton>
 #include <QtTest>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -109,6 +110,38 @@ private slots:
         const QStringList makers = rowsOf(MasterKind::Meka);
         QCOMPARE(makers.first() + u'|' + makers.last(),
                  u"002:ニコン・エシロール|012:O'Neil 光学"_s);
+    }
+
+    // A number that is no code, F5 pressed before the field is left: refused, nothing saved.
+    // The number of a chosen row, its field disabled, reads dark on the grey area.
+    void aNumberThatIsNoCodeIsNeverSaved() {
+        harness.msgs.expect(OpeErr_004);
+        harness.screens.expect<FrmMstMeka>([](FrmMstMeka& s) {
+            s.txtTNo->setFocus();
+            QTest::keyClicks(s.txtTNo, u"-7"_s);
+            s.txtName->setText(u"名前"_s);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(s.focusWidget(), s.txtTNo);
+            s.txtTNo->clear();
+            s.spdData->clicked(2, 2);
+            QVERIFY(!s.txtTNo->isEnabled());
+            const QPalette colours = s.txtTNo->palette();
+            const auto luminance = [](const QColor& c) {
+                const auto channel = [](double v) {
+                    return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+                };
+                return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) +
+                       0.0722 * channel(c.blueF());
+            };
+            const double text = luminance(colours.color(QPalette::Disabled, QPalette::Text));
+            const double area = luminance(colours.color(QPalette::Disabled, QPalette::Base));
+            QCOMPARE(colours.color(QPalette::Disabled, QPalette::Base), QColor(0xC0, 0xC0, 0xC0));
+            QVERIFY((std::max(text, area) + 0.05) / (std::min(text, area) + 0.05) >= 4.5);
+            QTest::keyClick(&s, Qt::Key_F1);
+        });
+        FrmMstMeka screen;
+        ShowModal(screen);
+        QCOMPARE(rowsOf(MasterKind::Meka).size(), 8);
     }
 
     // Another terminal holds the row (on a file, the file's write lock) past the wait: the save

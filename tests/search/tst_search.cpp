@@ -7,12 +7,14 @@
 #include "data/CustomerQueries.h"
 #include "data/CustomerSearch.h"
 #include "data/CustomerStore.h"
+#include "domain/PostalCode.h"
 #include "domain/PrintMarks.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
+#include "platform/controls/xInput.h"
 #include "platform/controls/xKana.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
@@ -24,6 +26,7 @@
 #include "search/FrmIchiranSub.h"
 #include "search/FrmKensaku.h"
 #include "search/FrmTotalKensaku.h"
+#include "search/ListCsv.h"
 #include "search/ListGrid.h"
 #include "shell/FrmMenu.h"
 #include "support/Roads.h"
@@ -34,6 +37,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QtTest>
 
@@ -501,6 +505,64 @@ private slots:
             QCOMPARE(s.lblKaisu->text() + u' ' + s.lblKinga->text(), u"0 \\0"_s);
         });
         ShowModal(inquiry);
+    }
+
+    // The list's cells take the register fields' rules: a postal code read as one (full-width
+    // digits too) or refused with a box, a long stored name shown whole in its editor and not
+    // lengthened. The CSV keeps formula-like texts as text. The inquiry shows a stored date that
+    // is no calendar date as stored, counts it as a visit, and shows every column.
+    void theListsCellsTakeTheRegistersRules() {
+        const std::pair<QString, std::optional<QString>> codes[] = {
+            {u"１５００００１"_s, u"150-0001"_s}, {u"150-0001"_s, u"150-0001"_s},
+            {u" 150ー0001 "_s, u"150-0001"_s},    {QString(), QString()},
+            {u"15-00001"_s, std::nullopt},        {u"abc"_s, std::nullopt}};
+        for (const auto& [typed, stored] : codes)
+            QCOMPARE(PostalCodeOf(typed), stored);
+        for (const auto& [cell, written] : {std::pair{u"=1+1 渡辺"_s, u"'=1+1 渡辺"_s},
+                                            {u"+81"_s, u"'+81"_s},
+                                            {u"@x"_s, u"'@x"_s},
+                                            {u"山田 -1"_s, u"山田 -1"_s},
+                                            {QString(), QString()}})
+            QCOMPARE(SpreadsheetText(cell), written);
+        const QString long42(42, u'長');
+        gCon.execute(u"update San_User set User_Name = '%1' where User_No = 2"_s.arg(long42));
+        InsertPurchase({.user = 4, .seq = 1, .ymd = 20250230, .total = 1000});
+        ExpectBoxes(harness, {OpeInf_008});
+        harness.msgs.expectBox(ListGrid::PostalCodeRefused, u"顧客一覧照会"_s);
+        ExpectBoxes(harness, {OpeQes_001});
+        openList([&](FrmIchiran& s) {
+            search(s);
+            ListGrid& grid = *s.spdData;
+            const auto rowOf = [&grid](qint64 no) {
+                for (int row = 1; row <= grid.maxRows(); ++row)
+                    if (grid.row(row).now.no == no)
+                        return row;
+                return 0;
+            };
+            edit(grid, rowOf(1), ListGrid::Yubin, u"１５００００１"_s);
+            edit(grid, rowOf(4), ListGrid::Yubin, u"abc"_s);
+            QCOMPARE(grid.row(rowOf(4)).now.yubin, QString());
+            grid.view()->edit(grid.gridModel()->index(rowOf(2) - 1, ListGrid::Name - 1));
+            auto* editor = grid.view()->findChild<xInput*>();
+            QVERIFY(editor);
+            QCOMPARE(editor->text() + u' ' + QString::number(editor->maxLength()),
+                     long42 + u" 30"_s);
+            editor->setFocus();
+            QTest::keyClick(editor, Qt::Key_End);
+            QTest::keyClicks(editor, u"x"_s);
+            QCOMPARE(editor->text(), long42);
+            QTest::keyClick(editor, Qt::Key_Escape);
+            QTest::keyClick(&s, Qt::Key_F5);
+            harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
+                QCOMPARE(ColumnTexts(*inquiry.spdData, 1), u"2025/02/30"_s);
+                QCOMPARE(inquiry.lblKaisu->text(), u"1"_s);
+                QCOMPARE(inquiry.spdData->view()->horizontalScrollBar()->maximum(), 0);
+            });
+            grid.setActiveCell(rowOf(4), 1);
+            QTest::keyClick(&s, Qt::Key_F8);
+        });
+        QCOMPARE(CustomerTexts(1, u"User_Yubin"_s) + CustomerTexts(2, u"User_Name"_s),
+                 u"150-0001"_s + long42);
     }
 
     // The last visit alone is a condition: the family mode stays on with it. A from-date after
