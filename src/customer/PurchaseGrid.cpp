@@ -51,7 +51,7 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
                      }},
                     {QStringLiteral("売上日"),
                      [](const Line& l) {
-                         return l.purchase.date.toString(QStringLiteral("yyyy/MM/dd"));
+                         return PurchaseDateText(l.purchase);
                      }},
                     {QStringLiteral("売上合計"), amount(&Purchase::total), Right},
                     {QStringLiteral("ｱｲﾃﾑ"), master(MasterKind::Item, &Purchase::itemNo)},

@@ -154,7 +154,7 @@ std::vector<Purchase> OfCustomer(qint64 customerNo) {
 QString RecordName(qint64 customerNo, const Purchase& purchase) {
     return QStringLiteral("顧客番号 %1 の %2 の売上（No.%3）")
         .arg(customerNo)
-        .arg(purchase.date.toString(QStringLiteral("yyyy/MM/dd")))
+        .arg(PurchaseDateText(purchase))
         .arg(purchase.seq);
 }
 

@@ -1,5 +1,7 @@
 #include "domain/Purchase.h"
 
+#include "platform/Format.h"
+
 #include <tuple>
 
 bool HasPrescription(const Purchase& purchase) {
@@ -17,4 +19,9 @@ const Purchase* PreviousPrescription(const std::vector<Purchase>& purchases, con
             (!previous || made(*previous) < made(p)))
             previous = &p;
     return previous;
+}
+
+QString PurchaseDateText(const Purchase& purchase) {
+    return purchase.date.isValid() ? purchase.date.toString(QStringLiteral("yyyy/MM/dd"))
+                                   : FormatYmd(purchase.storedYmd);
 }

@@ -23,6 +23,10 @@ struct Purchase {
     bool operator==(const Purchase&) const = default;
 };
 
+// The purchase's date as shown: "yyyy/mm/dd", or the stored number through "####/##/##" when it
+// is no calendar date.
+QString PurchaseDateText(const Purchase& purchase);
+
 // Whether a purchase carries a prescription: an optical value of either eye.
 bool HasPrescription(const Purchase& purchase);
 

@@ -60,8 +60,7 @@ PrescriptionReference::PrescriptionReference(QWidget* parent, const EyeFields& r
 void PrescriptionReference::show(const Purchase* previous) {
     for (int eye = 0; eye < 2; ++eye) {
         previous_[eye] = previous ? previous->eyes[eye] : Prescription();
-        captions_[eye]->setText(previous ? QStringLiteral("前回 ") +
-                                               previous->date.toString(QStringLiteral("yyyy/MM/dd"))
+        captions_[eye]->setText(previous ? QStringLiteral("前回 ") + PurchaseDateText(*previous)
                                          : QStringLiteral("前回なし"));
         for (int i = 0; i < 13; ++i)
             values_[eye][i]->setText(PrescriptionText(previous_[eye], i));

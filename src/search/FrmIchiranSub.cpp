@@ -13,8 +13,8 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
-#include <numeric>
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -37,7 +37,7 @@ Columns inquiryColumns(const std::shared_ptr<MasterNames>& masters) {
     return {
         {QStringLiteral("売上日"),
          [](const Purchase& p) {
-             return FormatYmd(p.storedYmd); // as stored, also when it is no calendar date
+             return PurchaseDateText(p); // as stored, also when it is no calendar date
          }},
         {QStringLiteral("ｱｲﾃﾑ"),
          [masters](const Purchase& p) {
