@@ -26,13 +26,38 @@ foreach(size 16 32 48 64 128 256)
         DESTINATION share/icons/hicolor/${size}x${size}/apps RENAME mirvane.png)
 endforeach()
 
+# Debian's documentation of the package: the copyright file, the changelog and the manual
+# pages, compressed as Debian compresses them (the most, without name or time).
+set(MIRVANE_DOC_SOURCES packaging/changelog packaging/mirvane.1 packaging/mirvane-admin.1)
+set(MIRVANE_DOCS)
+foreach(doc ${MIRVANE_DOC_SOURCES})
+    get_filename_component(name ${doc} NAME)
+    set(compressed ${CMAKE_BINARY_DIR}/packaging/${name}.gz)
+    add_custom_command(OUTPUT ${compressed}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/packaging
+        COMMAND gzip -9nc ${CMAKE_SOURCE_DIR}/${doc} > ${compressed}
+        DEPENDS ${CMAKE_SOURCE_DIR}/${doc} VERBATIM)
+    list(APPEND MIRVANE_DOCS ${compressed})
+endforeach()
+add_custom_target(package_docs ALL DEPENDS ${MIRVANE_DOCS})
+install(FILES packaging/copyright ${CMAKE_BINARY_DIR}/packaging/changelog.gz
+    DESTINATION share/doc/mirvane)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/mirvane.1.gz
+    ${CMAKE_BINARY_DIR}/packaging/mirvane-admin.1.gz DESTINATION share/man/man1)
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME mirvane)
 set(CPACK_PACKAGE_VENDOR Mirvane)
-set(CPACK_PACKAGE_CONTACT "Mirvane <mirvane@localhost>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Mirvane 顧客・売上管理: customers and sales of an eyeglass shop")
-set(CPACK_PACKAGE_DESCRIPTION "The register of an eyeglass shop's customers, their \
-prescriptions and sales, with address postcards and customer ledgers. Japanese only.")
+set(CPACK_PACKAGE_CONTACT "Mirvane <support@mirvane.jp>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "customer and sales register of an eyeglass shop (Japanese)")
+set(CPACK_PACKAGE_DESCRIPTION "The register of an eyeglass shop's customers and their
+purchases: names and kana readings, addresses, telephones, birth dates by
+Japanese era, frames and lenses with thirteen optical values per eye. Staff
+find a customer by kana or telephone, register a sale with its prescription,
+search customers by combined conditions and print address postcards and
+customer ledgers. The data lives in one SQLite file, or on a PostgreSQL server
+for a shop with several terminals. Every screen is Japanese.")
+set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

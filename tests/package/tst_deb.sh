@@ -18,6 +18,12 @@ fail() { echo "FAIL: $*" >&2; exit 1; }
 deb=$(ls "$work"/out/mirvane_*.deb)
 [[ $(basename "$deb") =~ ^mirvane_[0-9.]+_[a-z0-9]+\.deb$ ]] || fail "package name: $deb"
 
+# Debian's own checks of a package: no error and no warning.
+if command -v lintian >/dev/null; then
+    lintian --fail-on error,warning --tag-display-limit 0 "$deb" >"$work/lintian.log" 2>&1 ||
+        { cat "$work/lintian.log"; fail "lintian reports errors or warnings"; }
+fi
+
 dpkg-deb -c "$deb" >"$work/contents"
 for path in usr/bin/mirvane usr/bin/mirvane-admin usr/lib/mirvane/mirvane \
     usr/lib/mirvane/mirvane-admin usr/lib/mirvane/jfm/PrnSan001.jfm \
@@ -25,7 +31,9 @@ for path in usr/bin/mirvane usr/bin/mirvane-admin usr/lib/mirvane/mirvane \
     usr/lib/mirvane/postal/utf_ken_all.csv.qz usr/share/applications/mirvane.desktop \
     usr/share/metainfo/jp.mirvane.Mirvane.metainfo.xml \
     usr/share/icons/hicolor/scalable/apps/mirvane.svg \
-    usr/share/icons/hicolor/{16x16,32x32,48x48,64x64,128x128,256x256}/apps/mirvane.png; do
+    usr/share/icons/hicolor/{16x16,32x32,48x48,64x64,128x128,256x256}/apps/mirvane.png \
+    usr/share/doc/mirvane/copyright usr/share/doc/mirvane/changelog.gz \
+    usr/share/man/man1/mirvane.1.gz usr/share/man/man1/mirvane-admin.1.gz; do
     grep -q " \./$path\$" "$work/contents" || fail "the package lacks /$path"
 done
 grep -Eq "^-rwxr-xr-x root/root .* \./usr/bin/mirvane\$" "$work/contents" ||
