@@ -16,7 +16,8 @@ void xKana::linkTo(QLineEdit* nameField) {
 }
 
 bool xKana::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == nameField_ && event->type() == QEvent::InputMethod) {
+    // The type first: the name field may be half destroyed when its last events come.
+    if (event->type() == QEvent::InputMethod && watched == nameField_) {
         const auto* input = static_cast<QInputMethodEvent*>(event);
         nameInputMethod(input->preeditString(), input->commitString());
     }
