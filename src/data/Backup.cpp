@@ -3,10 +3,9 @@
 #include "data/DatabaseCopy.h"
 #include "data/ShopDatabase.h"
 #include "platform/Failure.h"
+#include "platform/WholeFile.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
-
-#include "platform/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -108,11 +107,11 @@ void checkServerDump(const QString& path) {
     for (const QString& relation : shopRelations()) {
         const QString kind = relation.startsWith(QLatin1String("V_")) ? QStringLiteral("VIEW")
                                                                       : QStringLiteral("TABLE");
-        const QRegularExpression entry(QStringLiteral("\\b%1 \\S+ %2 ")
-                                           .arg(kind, relation.toLower()));
+        const QRegularExpression entry(
+            QStringLiteral("\\b%1 \\S+ %2 ").arg(kind, relation.toLower()));
         if (!entry.match(contents).hasMatch())
-            throw backupFailure(QStringLiteral("店のデータベースのバックアップではありません (")
-                                + relation + QStringLiteral(" がありません): ") + path);
+            throw backupFailure(QStringLiteral("店のデータベースのバックアップではありません (") +
+                                relation + QStringLiteral(" がありません): ") + path);
     }
 }
 

@@ -1,8 +1,8 @@
 #include "platform/db/SqlText.h"
 
-#include <algorithm>
-
 #include "platform/Format.h"
+
+#include <algorithm>
 
 namespace {
 QString doubledQuotes(QString text) {

@@ -11,9 +11,9 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSaveFile>
 #include <QUrl>
 #include <map>
 #include <memory>
