@@ -63,72 +63,37 @@ QString dateLiteral(const QDate& date) {
 
 // The columns the register writes, as it writes them.
 const std::vector<ColumnOf<Customer>>& registerColumns() {
-    static const std::vector<ColumnOf<Customer>> columns{
-        {"User_Name", "氏名",
-         [](const Customer& c) {
-             return SqlStr(c.name);
-         }},
-        {"User_Kana", "かな名",
-         [](const Customer& c) {
-             return SqlStr(c.kana);
-         }},
-        {"User_Yubin", "郵便番号",
-         [](const Customer& c) {
-             return SqlStr(c.yubin);
-         }},
-        {"User_Jusyo1", "住所１",
-         [](const Customer& c) {
-             return SqlStr(c.jusyo1);
-         }},
-        {"User_Jusyo2", "住所２",
-         [](const Customer& c) {
-             return SqlStr(c.jusyo2);
-         }},
-        {"User_Tel", "ＴＥＬ",
-         [](const Customer& c) {
-             return SqlStr(c.tel);
-         }},
-        {"User_Kinmu", "勤務先",
-         [](const Customer& c) {
-             return SqlStr(c.kinmu);
-         }},
-        {"User_KinmuTel", "勤務先のＴＥＬ",
-         [](const Customer& c) {
-             return SqlStr(c.kinmuTel);
-         }},
-        {"User_Syokai", "紹介者",
-         [](const Customer& c) {
-             return SqlStr(c.syokai);
-         }},
-        {"User_SyokaiTel", "紹介者のＴＥＬ",
-         [](const Customer& c) {
-             return SqlStr(c.syokaiTel);
-         }},
-        {"User_Sex", "性別",
-         [](const Customer& c) {
-             return SqlNum(c.sex);
-         }},
-        {"User_Kazok_F", "家族区分",
-         [](const Customer& c) {
-             return SqlNum(c.kazok);
-         }},
+    using C = Customer;
+    static const std::vector<ColumnOf<C>> columns{
+        {"User_Name", "氏名", TrimmedText<C, &C::name>},
+        {"User_Kana", "かな名", TrimmedText<C, &C::kana>},
+        {"User_Yubin", "郵便番号", TrimmedText<C, &C::yubin>},
+        {"User_Jusyo1", "住所１", TrimmedText<C, &C::jusyo1>},
+        {"User_Jusyo2", "住所２", TrimmedText<C, &C::jusyo2>},
+        {"User_Tel", "ＴＥＬ", TrimmedText<C, &C::tel>},
+        {"User_Kinmu", "勤務先", TrimmedText<C, &C::kinmu>},
+        {"User_KinmuTel", "勤務先のＴＥＬ", TrimmedText<C, &C::kinmuTel>},
+        {"User_Syokai", "紹介者", TrimmedText<C, &C::syokai>},
+        {"User_SyokaiTel", "紹介者のＴＥＬ", TrimmedText<C, &C::syokaiTel>},
+        {"User_Sex", "性別", WholeNumber<C, &C::sex>},
+        {"User_Kazok_F", "家族区分", WholeNumber<C, &C::kazok>},
         {"User_Tanjo_Go", "誕生日",
-         [](const Customer& c) {
+         [](const C& c) {
              return SqlNum(c.birth.era);
          }},
         {"User_Tanjo_Nen", "誕生日",
-         [](const Customer& c) {
+         [](const C& c) {
              return SqlNum(c.birth.year);
          }},
         {"User_Tanjo_Mon", "誕生日",
-         [](const Customer& c) {
+         [](const C& c) {
              return SqlNum(c.birth.month);
          }},
         {"User_Tanjo_Day", "誕生日",
-         [](const Customer& c) {
+         [](const C& c) {
              return SqlNum(c.birth.day);
          }},
-        {"User_Entry1", "登録日", [](const Customer& c) {
+        {"User_Entry1", "登録日", [](const C& c) {
              return dateLiteral(c.entry1);
          }}};
     return columns;
@@ -137,33 +102,14 @@ const std::vector<ColumnOf<Customer>>& registerColumns() {
 // The columns the customer list corrects, as it writes them.
 const std::vector<ColumnOf<ListedCustomer>>& listColumns() {
     using L = ListedCustomer;
-    static const std::vector<ColumnOf<L>> columns{{"user_Name", "氏名",
-                                                   [](const L& c) {
-                                                       return SqlStr(c.name);
-                                                   }},
-                                                  {"user_Kana", "かな名",
-                                                   [](const L& c) {
-                                                       return SqlStr(c.kana);
-                                                   }},
-                                                  {"user_Yubin", "郵便番号",
-                                                   [](const L& c) {
-                                                       return SqlStr(c.yubin);
-                                                   }},
-                                                  {"user_Jusyo1", "住所１",
-                                                   [](const L& c) {
-                                                       return SqlQuote(c.jusyo1);
-                                                   }},
-                                                  {"user_Jusyo2", "住所２",
-                                                   [](const L& c) {
-                                                       return SqlStr(c.jusyo2);
-                                                   }},
-                                                  {"user_Tel", "ＴＥＬ",
-                                                   [](const L& c) {
-                                                       return SqlStr(c.tel);
-                                                   }},
-                                                  {"user_kazok_f", "家族", [](const L& c) {
-                                                       return SqlNum(c.kazok);
-                                                   }}};
+    static const std::vector<ColumnOf<L>> columns{
+        {"user_Name", "氏名", TrimmedText<L, &L::name>},
+        {"user_Kana", "かな名", TrimmedText<L, &L::kana>},
+        {"user_Yubin", "郵便番号", TrimmedText<L, &L::yubin>},
+        {"user_Jusyo1", "住所１", TextAsTyped<L, &L::jusyo1>},
+        {"user_Jusyo2", "住所２", TrimmedText<L, &L::jusyo2>},
+        {"user_Tel", "ＴＥＬ", TrimmedText<L, &L::tel>},
+        {"user_kazok_f", "家族", WholeNumber<L, &L::kazok>}};
     return columns;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Failure.h"
+#include "platform/db/SqlText.h"
 
 #include <QString>
 #include <QStringList>
@@ -31,6 +32,17 @@ template <class Row> struct ColumnOf {
     const char* caption;
     QString (*literal)(const Row&);
 };
+
+// The literals of the usual columns: a text trimmed, a text as typed, a whole number.
+template <class Row, QString Row::*field> QString TrimmedText(const Row& row) {
+    return SqlStr(row.*field);
+}
+template <class Row, QString Row::*field> QString TextAsTyped(const Row& row) {
+    return SqlQuote(row.*field);
+}
+template <class Row, int Row::*field> QString WholeNumber(const Row& row) {
+    return SqlNum(row.*field);
+}
 
 template <class Row>
 std::vector<GuardedColumn> Compare(const std::vector<ColumnOf<Row>>& columns, const Row& shown,

@@ -98,12 +98,10 @@ void FrmRireki::showEvent(QShowEvent* event) {
 void FrmRireki::Form_Load() {
     Procedure(ScreenName, QStringLiteral("Form_Load"), QStringLiteral("顧客一覧画面ロード処理"),
               [&] {
-                  ClearUriage();
                   txtKensakuDay->setDate(Today());
                   page_ = 1;
                   koushin_ = false;
-                  if (!DispUriage(searchDay()) && !readFailed_)
-                      CmnDspMsg(OpeErr_014);
+                  showPage();
               });
 }
 
@@ -208,10 +206,8 @@ bool FrmRireki::correctedDatesRead() {
 void FrmRireki::cmdKensaku_Click() {
     if (CmnRefuseUnreadableDate(txtKensakuDay))
         return;
-    ClearUriage();
     page_ = 1;
-    if (!DispUriage(searchDay()) && !readFailed_)
-        CmnDspMsg(OpeErr_014);
+    showPage();
 }
 
 void FrmRireki::cmdFnuc_Click(int index) {

@@ -6,7 +6,6 @@
 // changes while it is copied, a character nobody can see. No success is reported that did not
 // happen, and no file stands under a backup's or an export's name that is not whole.
 #include "ShopGenerator.h"
-#include "customer/FrmKokyaku.h"
 #include "data/Backup.h"
 #include "data/DatabaseCopy.h"
 #include "data/Schema.h"
@@ -15,9 +14,7 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "platform/Failure.h"
-#include "platform/controls/xField.h"
 #include "platform/controls/xPass.h"
-#include "platform/db/SqlText.h"
 #include "platform/ui/SingleInstance.h"
 #include "print/FrmPrint.h"
 #include "search/ListCsv.h"
@@ -421,21 +418,6 @@ private slots:
         });
         QVERIFY(added);
         QCOMPARE(target.execute(u"select count(*) from San_User"_s).field(0).toInt(), 1);
-    }
-
-    // A character nobody can see never reaches the database: NUL and the other control
-    // characters are left out of every quoted value; tabs and line breaks stay as pasted.
-    void aPastedNulIsLeftOut() {
-        QCOMPARE(StorableText(u"山田\u0000太郎\u0007\u007f"_s), u"山田太郎"_s);
-        QCOMPARE(StorableText(u"a\tb\r\nc"_s), u"a\tb\r\nc"_s);
-        QCOMPARE(SqlStr(u" O'N\u0000eil "_s), u"'O''Neil'"_s);
-        harness.msgs.expect(OpeQes_011, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
-        OpenRegister(harness, 0, [](FrmKokyaku& s) {
-            Paste(s.txtName, u"山田\u0000太郎"_s);
-            QTest::keyClick(&s, Qt::Key_F5);
-        });
-        QCOMPARE(CustomerTexts(1, u"User_Name"_s), u"山田太郎"_s);
     }
 };
 

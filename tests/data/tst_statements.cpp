@@ -4,6 +4,7 @@
 #include "data/Backup.h"
 #include "data/CustomerStore.h"
 #include "data/PurchaseStore.h"
+#include "platform/db/SqlText.h"
 
 #include <QtTest>
 
@@ -54,6 +55,11 @@ private slots:
                      prescriptionValues().join(QLatin1Char(',')) + u",'','メモ','' )"_s);
         QCOMPARE(PurchaseStore::DeleteSql(7, 4),
                  u"delete from San_Uriage where Uri_UserNo = 7 and Uri_Seq = 4"_s);
+        // A character nobody can see never reaches the database: NUL and the other control
+        // characters are left out of every quoted value; tabs and line breaks stay as pasted.
+        QCOMPARE(StorableText(u"山田\u0000太郎\u0007\u007f"_s), u"山田太郎"_s);
+        QCOMPARE(StorableText(u"a\tb\r\nc"_s), u"a\tb\r\nc"_s);
+        QCOMPARE(SqlStr(u" O'N\u0000eil "_s), u"'O''Neil'"_s);
     }
 
     // An update writes the columns the screen changed from what it read, nothing else: the
