@@ -42,6 +42,7 @@ set(MIRVANE_PLATFORM_UI_SOURCES
     src/platform/ui/AppFolder.h
     src/platform/ui/Clock.h
     src/platform/ui/MsgBox.h
+    src/platform/ui/Named.h
     src/platform/ui/SaveFileDialog.h
     src/platform/ui/Screen.h
     src/platform/ui/ShowModal.h

@@ -129,7 +129,7 @@ void FrmKokyaku::Form_Load() {
     koushin_ = false;
     currentNo_ = syori_;
     if (syori_ != 0) {
-        EditMode = 1;
+        record_ = Record::Stored;
         WaitCursor wait;
         Disp_User(syori_);
         if (shownNo_ == syori_) {
@@ -140,7 +140,7 @@ void FrmKokyaku::Form_Load() {
         // Not there (deleted meanwhile or marked deleted): the register opens for a new one.
     }
     currentNo_ = 0;
-    EditMode = 0;
+    record_ = Record::New;
     showGrid(false);
     cmdFnuc[F8]->setEnabled(false);
     cmdFnuc[F12]->setEnabled(false);
@@ -184,7 +184,7 @@ void FrmKokyaku::Disp_User(qint64 customerNo) {
 void FrmKokyaku::forgetCustomer() {
     // A customer who is not there cannot be changed: the next registration inserts what the
     // fields and the waiting lines hold as a new customer.
-    EditMode = 0;
+    record_ = Record::New;
     currentNo_ = 0;
     shownNo_ = 0;
     lblNo->clear();
@@ -262,6 +262,14 @@ qint64 FrmKokyaku::Get_LastUNo() {
 }
 
 bool FrmKokyaku::Save_User() {
+    return storeProcedure([this] { saveCustomer(); });
+}
+
+bool FrmKokyaku::Delete_User() {
+    return storeProcedure([this] { deleteCustomer(); });
+}
+
+bool FrmKokyaku::storeProcedure(const std::function<void()>& store) {
     const auto ownMessage = [this](const Failure& failure) {
         if (IsConflict(failure)) {
             tellConflict(failure);
@@ -276,8 +284,7 @@ bool FrmKokyaku::Save_User() {
         return true;
     };
     return Procedure(ScreenName, QStringLiteral("Save_User"),
-                     QStringLiteral("顧客マスター保存処理"), [&] { saveCustomer(); },
-                     {.ownMessage = ownMessage});
+                     QStringLiteral("顧客マスター保存処理"), store, {.ownMessage = ownMessage});
 }
 
 Customer FrmKokyaku::customerFromFields() const {
@@ -315,7 +322,7 @@ bool FrmKokyaku::datesFit() {
 
 void FrmKokyaku::tellConflict(const Failure& failure) {
     std::optional<Customer> stored;
-    if (currentNo_ != 0 && EditMode != 0)
+    if (currentNo_ != 0 && record_ == Record::Stored)
         Procedure(ScreenName, QStringLiteral("Disp_User"), QStringLiteral("顧客情報の取得処理"),
                   [&] { stored = CustomerStore::Find(currentNo_); });
     if (!stored) {
@@ -339,7 +346,7 @@ void FrmKokyaku::readAgainKeepingNewLines() {
             waiting.push_back(line.purchase);
     WaitCursor wait;
     Clear_User();
-    EditMode = 1;
+    record_ = Record::Stored;
     Disp_User(currentNo_);
     for (const Purchase& purchase : waiting)
         spdData->writeEntry(0, purchase);
@@ -350,36 +357,41 @@ void FrmKokyaku::readAgainKeepingNewLines() {
 
 void FrmKokyaku::saveCustomer() {
     Customer customer = customerFromFields();
-    if (EditMode != 0 && !shown_)
+    if (record_ == Record::Stored && !shown_)
         throw RowDeletedMeanwhile(CustomerStore::RecordName(currentNo_, customer.name));
     Transaction transaction(gCon);
-    if (EditMode == 2) {
-        std::vector<Purchase> shownPurchases;
-        for (const PurchaseLine& line : spdData->lines())
-            if (line.state != LineState::New)
-                shownPurchases.push_back(line.read);
-        CustomerStore::Remove(*shown_, shownPurchases);
-        transaction.commit();
-        CmnDspMsg(OpeInf_002);
-        showGrid(false);
-        Clear_User();
-        EditMode = 0;
-        cmdFnuc[F8]->setEnabled(false);
+    if (record_ == Record::New) {
+        customer.no = Get_LastUNo();
+        CustomerStore::Insert(customer, Today());
     } else {
-        if (EditMode == 0) {
-            customer.no = Get_LastUNo();
-            CustomerStore::Insert(customer, Today());
-        } else {
-            CustomerStore::Update(*shown_, customer, Today());
-        }
-        Save_UriData(customer.no);
-        transaction.commit();
-        currentNo_ = customer.no;
-        CmnDspMsg(OpeInf_001);
-        Clear_User();
-        EditMode = 1;
-        Disp_User(currentNo_);
+        CustomerStore::Update(*shown_, customer, Today());
     }
+    Save_UriData(customer.no);
+    transaction.commit();
+    currentNo_ = customer.no;
+    CmnDspMsg(OpeInf_001);
+    Clear_User();
+    record_ = Record::Stored;
+    Disp_User(currentNo_);
+    FraUriage->Clear_UriData();
+    txtName->setFocus();
+}
+
+void FrmKokyaku::deleteCustomer() {
+    if (record_ != Record::Stored || !shown_)
+        throw RowDeletedMeanwhile(CustomerStore::RecordName(currentNo_, txtName->text()));
+    Transaction transaction(gCon);
+    std::vector<Purchase> shownPurchases;
+    for (const PurchaseLine& line : spdData->lines())
+        if (line.state != LineState::New)
+            shownPurchases.push_back(line.read);
+    CustomerStore::Remove(*shown_, shownPurchases);
+    transaction.commit();
+    CmnDspMsg(OpeInf_002);
+    showGrid(false);
+    Clear_User();
+    record_ = Record::New;
+    cmdFnuc[F8]->setEnabled(false);
     FraUriage->Clear_UriData();
     txtName->setFocus();
 }
@@ -415,7 +427,7 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
         showGrid(false);
         Clear_User();
         FraUriage->Clear_UriData();
-        EditMode = 0;
+        record_ = Record::New;
         cmdFnuc[F8]->setEnabled(false);
         cmdFnuc[F3]->setEnabled(false);
         txtName->setFocus();
@@ -423,11 +435,7 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
     case F8: {
         if (CmnDspMsg(OpeQes_002) != Answer::Yes)
             break;
-        // A deletion that fails leaves the mode as it was: the next F5 saves, it never deletes.
-        const int before = EditMode;
-        EditMode = 2;
-        if (!Save_User() && EditMode == 2)
-            EditMode = before;
+        Delete_User();
         koushin_ = true;
         break;
     }

@@ -3,6 +3,7 @@
 #include "platform/ui/Screen.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -43,8 +44,9 @@ public:
     // The family member the register closed to be opened for; 0 when it closed for good.
     qint64 reopenFor() const { return reopenFor_; }
 
-    // 0 new customer, 1 existing customer, 2 while a deletion runs.
-    int EditMode = 0;
+    // Whether the fields make a new customer or show a stored one.
+    enum class Record { New, Stored };
+    Record record() const { return record_; }
     qint64 currentNo() const { return currentNo_; }
     int age() const { return age_; }
 
@@ -55,8 +57,12 @@ public:
     void Save_UriData(qint64 customerNo);
     // The customer number the screen shows; 0 for none (a new customer, after a clear).
     qint64 shownNo() const { return shownNo_; }
-    // False when the save failed; the screen is then as it was before.
+    // Registers the customer the fields hold, new or stored, with the waiting lines. False when
+    // the save failed; the screen is then as it was before.
     bool Save_User();
+    // Deletes the stored customer shown, with his purchases. False when that failed; the screen
+    // then still shows him.
+    bool Delete_User();
     void Clear_User();
     qint64 Get_LastUNo();
     void Get_Age(int era, int year, int month, int day);
@@ -96,7 +102,10 @@ private:
     void openHistory();
     bool mayLeaveWaitingLines() const;
     void forgetCustomer();
+    // Runs a save or deletion as one procedure, telling its failures as the register does.
+    bool storeProcedure(const std::function<void()>& store);
     void saveCustomer();
+    void deleteCustomer();
     Customer customerFromFields() const;
     // The registration date and the birth date can be stored; else says so and focuses them.
     bool datesFit();
@@ -108,6 +117,7 @@ private:
     void tellConflict(const Failure& failure);
     void readAgainKeepingNewLines();
 
+    Record record_ = Record::New;
     qint64 syori_ = 0;
     QString tel_;
     bool koushin_ = false;

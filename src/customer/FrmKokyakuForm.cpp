@@ -10,6 +10,7 @@
 #include "platform/controls/xKana.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xZip.h"
+#include "platform/ui/Named.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -20,11 +21,6 @@
 #include <QTableView>
 
 namespace {
-
-template <class Field> Field* named(Field* field, const QString& name) {
-    field->setObjectName(name);
-    return field;
-}
 
 QLabel* caption(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -39,8 +35,7 @@ QHBoxLayout* optionGroup(std::array<QRadioButton*, N>& buttons, QButtonGroup*& g
     group = new QButtonGroup(parent);
     auto* row = new QHBoxLayout;
     for (size_t i = 0; i < N; ++i) {
-        buttons[i] =
-            named(new QRadioButton(captions[i], parent), name + QStringLiteral("(%1)").arg(i));
+        buttons[i] = Named(new QRadioButton(captions[i], parent), name, i);
         group->addButton(buttons[i], int(i));
         row->addWidget(buttons[i]);
     }
@@ -52,27 +47,27 @@ QHBoxLayout* optionGroup(std::array<QRadioButton*, N>& buttons, QButtonGroup*& g
 } // namespace
 
 void FrmKokyaku::buildForm() {
-    lblNo = named(new xLabel(this), QStringLiteral("lblNo"));
+    lblNo = Named(new xLabel(this), QStringLiteral("lblNo"));
     lblNo->setMinimumWidth(100);
-    txtDate = named(new xDate(this), QStringLiteral("txtDate"));
-    txtName = named(new xField(this, 30), QStringLiteral("txtName"));
-    txtKana = named(new xKana(this), QStringLiteral("txtKana"));
+    txtDate = Named(new xDate(this), QStringLiteral("txtDate"));
+    txtName = Named(new xField(this, 30), QStringLiteral("txtName"));
+    txtKana = Named(new xKana(this), QStringLiteral("txtKana"));
     txtKana->setMaxLength(40);
-    txtYubin = named(new xZip(this), QStringLiteral("txtYubin"));
+    txtYubin = Named(new xZip(this), QStringLiteral("txtYubin"));
     txtYubin->setMaximumWidth(100);
-    cmdJusyo = named(new QPushButton(QStringLiteral("▼"), this), QStringLiteral("cmdJusyo"));
+    cmdJusyo = Named(new QPushButton(QStringLiteral("▼"), this), QStringLiteral("cmdJusyo"));
     cmdJusyo->setAutoDefault(false);
     cmdJusyo->setFixedWidth(32);
-    txtJusyo1 = named(new xField(this, 50), QStringLiteral("txtJusyo1"));
-    txtJusyo2 = named(new xField(this, 50), QStringLiteral("txtJusyo2"));
-    txtTel = named(new xField(this, 20), QStringLiteral("txtTel"));
-    txtKinmu = named(new xField(this, 30), QStringLiteral("txtKinmu"));
-    txtKinmuTel = named(new xField(this, 20), QStringLiteral("txtKinmuTel"));
-    txtSyokai = named(new xField(this, 30), QStringLiteral("txtSyokai"));
-    txtSyokaiTel = named(new xField(this, 20), QStringLiteral("txtSyokaiTel"));
-    txtTanjo_Nen = named(new xField(this, 4), QStringLiteral("txtTanjo_Nen"));
-    txtTanjo_Mon = named(new xField(this, 2), QStringLiteral("txtTanjo_Mon"));
-    txtTanjo_Day = named(new xField(this, 2), QStringLiteral("txtTanjo_Day"));
+    txtJusyo1 = Named(new xField(this, 50), QStringLiteral("txtJusyo1"));
+    txtJusyo2 = Named(new xField(this, 50), QStringLiteral("txtJusyo2"));
+    txtTel = Named(new xField(this, 20), QStringLiteral("txtTel"));
+    txtKinmu = Named(new xField(this, 30), QStringLiteral("txtKinmu"));
+    txtKinmuTel = Named(new xField(this, 20), QStringLiteral("txtKinmuTel"));
+    txtSyokai = Named(new xField(this, 30), QStringLiteral("txtSyokai"));
+    txtSyokaiTel = Named(new xField(this, 20), QStringLiteral("txtSyokaiTel"));
+    txtTanjo_Nen = Named(new xField(this, 4), QStringLiteral("txtTanjo_Nen"));
+    txtTanjo_Mon = Named(new xField(this, 2), QStringLiteral("txtTanjo_Mon"));
+    txtTanjo_Day = Named(new xField(this, 2), QStringLiteral("txtTanjo_Day"));
     txtTanjo_Nen->setNumericInput(QStringLiteral("0000"), 0, 9999);
     txtTanjo_Mon->setNumericInput(QStringLiteral("00"), 0, 12);
     txtTanjo_Day->setNumericInput(QStringLiteral("00"), 0, 31);
@@ -80,7 +75,7 @@ void FrmKokyaku::buildForm() {
         part->setMaximumWidth(56);
         part->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
-    lblAge = named(new QLabel(this), QStringLiteral("lblAge"));
+    lblAge = Named(new QLabel(this), QStringLiteral("lblAge"));
     lblAge->setMinimumWidth(60);
 
     auto* record = new QGridLayout;
@@ -138,7 +133,7 @@ void FrmKokyaku::buildForm() {
                                             {NoEra, QStringLiteral("西暦")}};
     for (const auto& [code, name] : eras) {
         optTanjo_Go[code] =
-            named(new QRadioButton(name, this), QStringLiteral("optTanjo_Go(%1)").arg(code));
+            Named(new QRadioButton(name, this), QStringLiteral("optTanjo_Go"), code);
         tanjoGoGroup_->addButton(optTanjo_Go[code], code);
         birth->addWidget(optTanjo_Go[code]);
     }
@@ -160,7 +155,7 @@ void FrmKokyaku::buildForm() {
     record->setColumnStretch(1, 1);
     record->setColumnStretch(3, 1);
 
-    spdData = named(new PurchaseGrid(this), QStringLiteral("spdData"));
+    spdData = Named(new PurchaseGrid(this), QStringLiteral("spdData"));
     spdData->setMinimumHeight(130);
     FraUriage = new UriageEntry(this);
     keys_ = new FunctionKeyRow(this);

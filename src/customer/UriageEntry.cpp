@@ -15,6 +15,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
+#include "platform/ui/Named.h"
 #include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
 
@@ -31,9 +32,8 @@
 namespace {
 
 template <class Field> Field* named(Field* field, const QString& name, int width) {
-    field->setObjectName(name);
     field->setMinimumWidth(width);
-    return field;
+    return Named(field, name);
 }
 
 QLabel* caption(const QString& text, QWidget* parent) {

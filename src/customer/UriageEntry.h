@@ -54,8 +54,6 @@ public:
     // line they show, or from the empty entry.
     bool holdsTypedEntry() const { return fieldTexts() != shownTexts_; }
 
-    // 0: the fields make a new line; 1: they edit the line they show.
-    int LineMode() const { return lineId_ == 0 ? 0 : 1; }
     // The id of the grid line the fields show; 0 for a new line.
     int shownLineId() const { return lineId_; }
 

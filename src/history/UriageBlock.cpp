@@ -9,6 +9,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xNum.h"
+#include "platform/ui/Named.h"
 #include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
 
@@ -30,22 +31,22 @@ QLabel* caption(const QString& text, QWidget* parent) {
 
 UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("FraUriage(%1)").arg(index));
-    txtUriDate = new xDate(this);
+    txtUriDate = Named(new xDate(this), QStringLiteral("txtUriDate"));
     CmnRefuseUnreadableDateOnLeave(txtUriDate);
-    cboItem = new QComboBox(this);
-    cboYouto = new QComboBox(this);
-    cboFm_Meka = new QComboBox(this);
-    cboLz_Meka = new QComboBox(this);
+    cboItem = Named(new QComboBox(this), QStringLiteral("cboItem"));
+    cboYouto = Named(new QComboBox(this), QStringLiteral("cboYouto"));
+    cboFm_Meka = Named(new QComboBox(this), QStringLiteral("cboFm_Meka"));
+    cboLz_Meka = Named(new QComboBox(this), QStringLiteral("cboLz_Meka"));
     // The block is read-only until corrected: what it shows must still be read.
     for (QComboBox* list : {cboItem, cboYouto, cboFm_Meka, cboLz_Meka})
         KeepTextReadableWhenDisabled(list);
-    txtFm_Name = new xField(this, 40);
-    txtFm_Size = new xField(this, 20);
-    txtFm_Color = new xField(this, 20);
-    txtLz_Name = new xField(this, 40);
-    txtFm_Kinga = new xNum(this);
-    txtLz_Kinga = new xNum(this);
-    txtKinga = new xNum(this);
+    txtFm_Name = Named(new xField(this, 40), QStringLiteral("txtFm_Name"));
+    txtFm_Size = Named(new xField(this, 20), QStringLiteral("txtFm_Size"));
+    txtFm_Color = Named(new xField(this, 20), QStringLiteral("txtFm_Color"));
+    txtLz_Name = Named(new xField(this, 40), QStringLiteral("txtLz_Name"));
+    txtFm_Kinga = Named(new xNum(this), QStringLiteral("txtFm_Kinga"));
+    txtLz_Kinga = Named(new xNum(this), QStringLiteral("txtLz_Kinga"));
+    txtKinga = Named(new xNum(this), QStringLiteral("txtKinga"));
     for (int eye = 0; eye < 2; ++eye)
         for (int i = 0; i < 13; ++i) {
             eyes_[eye][i] = new xField(this, 10);

@@ -104,7 +104,7 @@ void FrmMaster::IniForm() {
         CmnCtlEnabled(txtName, true);
         txtTNo->clear();
         txtName->clear();
-        mode_ = 0;
+        entry_ = Entry::New;
     });
 }
 
@@ -123,7 +123,7 @@ void FrmMaster::DispSelectRow(int row) {
                   txtName->setText(chosen_.name);
                   CmnCtlEnabled(txtTNo, false);
                   CmnCtlEnabled(txtName, true);
-                  mode_ = 1;
+                  entry_ = Entry::Chosen;
               });
 }
 
@@ -155,30 +155,38 @@ MasterEntry FrmMaster::typedEntry() const {
     return {txtTNo->text(), txtName->text()};
 }
 
-void FrmMaster::SaveMaster(int mode) {
+void FrmMaster::SaveMaster() {
+    if (entry_ == Entry::New)
+        storeProcedure([this] { MasterStore::Insert(config_.kind, typedEntry()); }, OpeInf_001);
+    else
+        storeProcedure([this] { MasterStore::Rename(config_.kind, chosen_, txtName->text()); },
+                       OpeInf_001);
+}
+
+void FrmMaster::DeleteMaster() {
+    storeProcedure([this] { MasterStore::Remove(config_.kind, chosen_); }, OpeInf_002);
+}
+
+void FrmMaster::startNewEntry() {
+    ClearText();
+    entry_ = Entry::New;
+    cmdFnuc[F8]->setEnabled(false);
+    txtTNo->setFocus();
+}
+
+void FrmMaster::storeProcedure(const std::function<void()>& store, const QString& doneMessage) {
     Procedure(config_.caption, QStringLiteral("SaveMaster"), QStringLiteral("マスター保存処理"),
               [&] {
-                  if (mode == 0)
-                      MasterStore::Insert(config_.kind, typedEntry());
-                  else if (mode == 1)
-                      MasterStore::Rename(config_.kind, chosen_, txtName->text());
-                  else
-                      MasterStore::Remove(config_.kind, chosen_);
-                  CmnDspMsg(mode == 2 ? OpeInf_002 : OpeInf_001);
+                  store();
+                  CmnDspMsg(doneMessage);
                   DispMaster();
-                  ClearText();
-                  mode_ = 0;
-                  cmdFnuc[F8]->setEnabled(false);
-                  txtTNo->setFocus();
+                  startNewEntry();
               },
               {.ownMessage = [this](const Failure& failure) {
                   if (IsConflict(failure)) {
                       if (CmnAskReadAgain(failure.description())) {
                           DispMaster();
-                          ClearText();
-                          mode_ = 0;
-                          cmdFnuc[F8]->setEnabled(false);
-                          txtTNo->setFocus();
+                          startNewEntry();
                       }
                       return true;
                   }
@@ -213,7 +221,7 @@ void FrmMaster::cmdFnuc_Click(int index) {
                       // A number that is no code is never saved. The key took the focus, so
                       // the field's own rule has refused it already when the focus is back in
                       // the field; otherwise it is refused now.
-                      if (mode_ == 0 && !txtTNo->text().trimmed().isEmpty() &&
+                      if (entry_ == Entry::New && !txtTNo->text().trimmed().isEmpty() &&
                           !IsMasterCode(txtTNo->text())) {
                           if (focusWidget() != txtTNo)
                               numberReadsAsCode();
@@ -223,19 +231,16 @@ void FrmMaster::cmdFnuc_Click(int index) {
                           }
                       }
                       if (ChkEntryData())
-                          SaveMaster(mode_);
+                          SaveMaster();
                       break;
                   }
                   case F6:
-                      ClearText();
-                      mode_ = 0;
-                      txtTNo->setFocus();
-                      cmdFnuc[F8]->setEnabled(false);
+                      startNewEntry();
                       break;
                   case F8: {
                       WaitCursor wait;
                       if (CmnDspMsg(OpeQes_002) == Answer::Yes)
-                          SaveMaster(2);
+                          DeleteMaster();
                       break;
                   }
                   default:

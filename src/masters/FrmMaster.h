@@ -4,6 +4,7 @@
 #include "platform/ui/Screen.h"
 
 #include <array>
+#include <functional>
 
 class QLabel;
 class FunctionKeyRow;
@@ -28,8 +29,9 @@ class FrmMaster : public Screen {
 public:
     FrmMaster(const MasterConfig& config, QWidget* parent);
 
-    // 0 new row, 1 existing row; 2 asks SaveMaster to delete.
-    int mode() const { return mode_; }
+    // Whether the fields make a new entry or rename the one chosen in the list.
+    enum class Entry { New, Chosen };
+    Entry entry() const { return entry_; }
 
     void Form_Load();
     void IniForm();
@@ -37,7 +39,10 @@ public:
     void DispSelectRow(int row);
     void ClearText();
     bool ChkEntryData();
-    void SaveMaster(int mode);
+    // Adds the typed entry or renames the chosen one.
+    void SaveMaster();
+    // Deletes the chosen entry.
+    void DeleteMaster();
     void cmdFnuc_Click(int index);
 
     GridView* spdData;
@@ -56,10 +61,13 @@ private:
     // OpeErr_004 and the focus put back otherwise. Empty passes (the required check tells).
     bool numberReadsAsCode();
     MasterEntry typedEntry() const;
+    // Runs a store action as the master's one save procedure, then shows the list afresh.
+    void storeProcedure(const std::function<void()>& store, const QString& doneMessage);
+    void startNewEntry();
 
     MasterConfig config_;
     RowModel<MasterEntry>* entries_;
-    int mode_ = 0;
+    Entry entry_ = Entry::New;
     bool checkingNumber_ = false;
     // The entry chosen in the list, as it was read: a rename or deletion acts on it only while
     // it still holds that name.

@@ -5,6 +5,7 @@
 #include "platform/controls/xKana.h"
 #include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
+#include "platform/ui/Named.h"
 #include "search/FrmTotalKensaku.h"
 
 #include <QCheckBox>
@@ -18,14 +19,9 @@
 
 namespace {
 
-template <class Control> Control* named(Control* control, const QString& name, int index = -1) {
-    control->setObjectName(index < 0 ? name : name + QStringLiteral("(%1)").arg(index));
-    return control;
-}
-
 xNum* number(QWidget* parent, const QString& name, int index, const QString& format,
              double highest) {
-    auto* field = named(new xNum(parent), name, index);
+    auto* field = Named(new xNum(parent), name, index);
     field->setDisplayFormat(format);
     field->setRange(0, highest);
     field->setMaximumWidth(110);
@@ -33,7 +29,7 @@ xNum* number(QWidget* parent, const QString& name, int index, const QString& for
 }
 
 QPushButton* smallButton(QWidget* parent, const QString& caption, const QString& name, int index) {
-    auto* button = named(new QPushButton(caption, parent), name, index);
+    auto* button = Named(new QPushButton(caption, parent), name, index);
     button->setAutoDefault(false);
     button->setFixedWidth(32);
     return button;
@@ -55,13 +51,13 @@ void FrmTotalKensaku::buildForm() {
                                 QStringLiteral("商品名"),       QStringLiteral("< 全顧客対象 >"),
                                 QStringLiteral("< 家族対象 >"), QStringLiteral("最終来店日")};
     for (int i = 0; i < int(chkJoken.size()); ++i)
-        chkJoken[i] = named(new QCheckBox(captions[i], this), QStringLiteral("chkJoken"), i);
-    txtKana = named(new xKana(this), QStringLiteral("txtKana"));
-    txtJusyo1 = named(new xField(this, 50), QStringLiteral("txtJusyo1"));
-    txtTel = named(new xField(this, 20), QStringLiteral("txtTel"));
-    FraSex = named(new QGroupBox(this), QStringLiteral("FraSex"));
-    optSex[0] = named(new QRadioButton(QStringLiteral("男"), FraSex), QStringLiteral("optSex"), 0);
-    optSex[1] = named(new QRadioButton(QStringLiteral("女"), FraSex), QStringLiteral("optSex"), 1);
+        chkJoken[i] = Named(new QCheckBox(captions[i], this), QStringLiteral("chkJoken"), i);
+    txtKana = Named(new xKana(this), QStringLiteral("txtKana"));
+    txtJusyo1 = Named(new xField(this, 50), QStringLiteral("txtJusyo1"));
+    txtTel = Named(new xField(this, 20), QStringLiteral("txtTel"));
+    FraSex = Named(new QGroupBox(this), QStringLiteral("FraSex"));
+    optSex[0] = Named(new QRadioButton(QStringLiteral("男"), FraSex), QStringLiteral("optSex"), 0);
+    optSex[1] = Named(new QRadioButton(QStringLiteral("女"), FraSex), QStringLiteral("optSex"), 1);
     auto* sexRow = new QHBoxLayout(FraSex);
     sexRow->setContentsMargins(6, 0, 6, 0);
     sexRow->addWidget(optSex[0]);
@@ -73,10 +69,10 @@ void FrmTotalKensaku::buildForm() {
         txtKinga[i] =
             number(this, QStringLiteral("txtKinga"), i, QStringLiteral("###,###,##0"), 999999999);
         txtKinga[i]->setMaximumWidth(140);
-        txtRaiten[i] = named(new xDate(this), QStringLiteral("txtRaiten"), i);
+        txtRaiten[i] = Named(new xDate(this), QStringLiteral("txtRaiten"), i);
         CmnRefuseUnreadableDateOnLeave(txtRaiten[i]);
         cmdCalender[i] = smallButton(this, QStringLiteral("…"), QStringLiteral("cmdCalender"), i);
-        txtSaisyuRaiten[i] = named(new xDate(this), QStringLiteral("txtSaisyuRaiten"), i);
+        txtSaisyuRaiten[i] = Named(new xDate(this), QStringLiteral("txtSaisyuRaiten"), i);
         CmnRefuseUnreadableDateOnLeave(txtSaisyuRaiten[i]);
         // Both date ranges line up whatever follows them on their rows.
         for (xDate* date : {txtRaiten[i], txtSaisyuRaiten[i]})
@@ -85,25 +81,25 @@ void FrmTotalKensaku::buildForm() {
             smallButton(this, QStringLiteral("…"), QStringLiteral("cmdSaisyuCalender"), i);
     }
     for (int i = 0; i < 6; ++i) {
-        txtYubin[i] = named(new xZip(this), QStringLiteral("txtYubin"), i);
+        txtYubin[i] = Named(new xZip(this), QStringLiteral("txtYubin"), i);
         cmdJusyo[i] = smallButton(this, QStringLiteral("▼"), QStringLiteral("cmdJusyo"), i);
-        cboYoto[i] = named(new QComboBox(this), QStringLiteral("cboYoto"), i);
-        cboItem[i] = named(new QComboBox(this), QStringLiteral("cboItem"), i);
-        cboMeka[i] = named(new QComboBox(this), QStringLiteral("cboMeka"), i);
-        txtHinName[i] = named(new xField(this, 40), QStringLiteral("txtHinName"), i);
+        cboYoto[i] = Named(new QComboBox(this), QStringLiteral("cboYoto"), i);
+        cboItem[i] = Named(new QComboBox(this), QStringLiteral("cboItem"), i);
+        cboMeka[i] = Named(new QComboBox(this), QStringLiteral("cboMeka"), i);
+        txtHinName[i] = Named(new xField(this, 40), QStringLiteral("txtHinName"), i);
     }
     cmdKensaku =
-        named(new QPushButton(QStringLiteral("検索開始"), this), QStringLiteral("cmdKensaku"));
-    cmdClear = named(new QPushButton(QStringLiteral("クリア"), this), QStringLiteral("cmdClear"));
+        Named(new QPushButton(QStringLiteral("検索開始"), this), QStringLiteral("cmdKensaku"));
+    cmdClear = Named(new QPushButton(QStringLiteral("クリア"), this), QStringLiteral("cmdClear"));
     cmdCancel =
-        named(new QPushButton(QStringLiteral("キャンセル"), this), QStringLiteral("cmdCancel"));
+        Named(new QPushButton(QStringLiteral("キャンセル"), this), QStringLiteral("cmdCancel"));
     for (QPushButton* button : {cmdKensaku, cmdClear, cmdCancel}) {
         button->setAutoDefault(false);
         button->setMinimumSize(120, 36);
     }
-    FraAll = named(new QGroupBox(this), QStringLiteral("FraAll"));
+    FraAll = Named(new QGroupBox(this), QStringLiteral("FraAll"));
     (new QHBoxLayout(FraAll))->addWidget(chkJoken[13]);
-    FraAll_K = named(new QGroupBox(this), QStringLiteral("FraAll_K"));
+    FraAll_K = Named(new QGroupBox(this), QStringLiteral("FraAll_K"));
     (new QHBoxLayout(FraAll_K))->addWidget(chkJoken[14]);
 
     auto* rows = new QGridLayout;

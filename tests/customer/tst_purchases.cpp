@@ -297,9 +297,9 @@ private slots:
             s.txtTanjo_Day->setFocus();
             QTest::keyClick(s.txtTanjo_Day, Qt::Key_Tab);
             QCOMPARE(s.focusWidget(), s.spdData->view());
-            QVERIFY(e.holdsTypedEntry() && e.LineMode() == 0);
+            QVERIFY(e.holdsTypedEntry() && e.shownLineId() == 0);
             QTest::keyClick(s.spdData->view(), Qt::Key_Down);
-            QVERIFY(e.holdsTypedEntry() && e.LineMode() == 0);
+            QVERIFY(e.holdsTypedEntry() && e.shownLineId() == 0);
             harness.screens.expect<FrmRireki>(
                 [](FrmRireki& history) { QTest::keyClick(&history, Qt::Key_F1); });
             QTest::keyClick(&s, Qt::Key_F12);

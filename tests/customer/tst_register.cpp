@@ -138,7 +138,7 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F5);       // answered No
             QCOMPARE(QueryCount(u"select * from San_User"_s), 1);
             QTest::keyClick(&s, Qt::Key_F5);
-            QVERIFY(s.EditMode == 1 && s.focusWidget() == s.txtName);
+            QVERIFY(s.record() == FrmKokyaku::Record::Stored && s.focusWidget() == s.txtName);
             QCOMPARE(s.lblNo->text() + u' ' + s.lblAge->text(), u"42 96歳"_s); // 昭和5 is 1930
             // The postal search hands back code and address.
             harness.screens.expect<FrmZipList>([](FrmZipList& zip) {
@@ -201,7 +201,8 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F8);
             QCOMPARE(CustomerTexts(7, u"User_No"_s), u"7"_s);
             QTest::keyClick(&s, Qt::Key_F8);
-            QVERIFY(s.EditMode == 0 && !s.cmdFnuc[7]->isEnabled() && s.spdData->isHidden());
+            QVERIFY(s.record() == FrmKokyaku::Record::New && !s.cmdFnuc[7]->isEnabled() &&
+                    s.spdData->isHidden());
             QTest::keyClick(&s, Qt::Key_F3); // the telephone is gone: no family list
             s.txtName->setText(u"書きかけ"_s);
             QTest::keyClick(&s, Qt::Key_F6);
@@ -354,7 +355,7 @@ private slots:
             s.txtTel->setFocus();
             QTest::keyClick(&s, Qt::Key_F5);
             // Nothing changed on the screen: F5 again would retry with a fresh number.
-            QVERIFY(s.EditMode == 0 && s.focusWidget() == s.txtName);
+            QVERIFY(s.record() == FrmKokyaku::Record::New && s.focusWidget() == s.txtName);
             QCOMPARE(s.spdData->cellText(1, PurchaseGrid::Status) + s.txtName->text() +
                          s.lblNo->text(),
                      u"新規新しい客"_s);
@@ -385,7 +386,7 @@ private slots:
                 gCon.execute(u"alter table Uriage_Away rename to San_Uriage"_s);
             };
             withoutPurchaseTable(Qt::Key_F8);
-            QVERIFY(s.EditMode == 1 && s.cmdFnuc[7]->isEnabled());
+            QVERIFY(s.record() == FrmKokyaku::Record::Stored && s.cmdFnuc[7]->isEnabled());
             s.txtName->setText(u"変更した名前"_s);
             QTest::mouseClick(s.FraUriage->cmdClear, Qt::LeftButton);
             s.FraUriage->txtMemo->setText(u"奥様の遠近両用"_s);
@@ -511,7 +512,8 @@ private slots:
         InsertPurchase({.user = 1, .seq = 1});
         ExpectBoxes(harness, {OpeErr_008, OpeQes_011, OpeInf_001});
         OpenRegister(harness, 2, [](FrmKokyaku& s) {
-            QVERIFY(s.EditMode == 0 && !s.cmdFnuc[7]->isEnabled() && s.lblNo->text().isEmpty());
+            QVERIFY(s.record() == FrmKokyaku::Record::New && !s.cmdFnuc[7]->isEnabled() &&
+                    s.lblNo->text().isEmpty());
             s.txtName->setText(u"新しく来た客"_s);
             QTest::keyClick(&s, Qt::Key_F5);
         });
@@ -533,7 +535,7 @@ private slots:
             QCOMPARE(QueryCount(u"select * from San_User where User_No = 1"_s) +
                          QueryCount(u"select * from San_Uriage"_s),
                      0);
-            QVERIFY(s.EditMode == 0 && s.lblNo->text().isEmpty());
+            QVERIFY(s.record() == FrmKokyaku::Record::New && s.lblNo->text().isEmpty());
             QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規|新規"_s);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(s.lblNo->text(), u"6"_s);

@@ -89,7 +89,8 @@ private slots:
             QCOMPARE(rowsOf(MasterKind::Meka).at(1), u"002:ニコン"_s);
 
             s.spdData->clicked(2, 2);
-            QVERIFY(s.mode() == 1 && !s.txtTNo->isEnabled() && s.cmdFnuc[7]->isEnabled());
+            QVERIFY(s.entry() == FrmMaster::Entry::Chosen && !s.txtTNo->isEnabled() &&
+                    s.cmdFnuc[7]->isEnabled());
             s.txtName->setText(u"ニコン・エシロール"_s);
             QTest::keyClick(&s, Qt::Key_F5);
             s.spdData->clicked(1, 1);
@@ -100,7 +101,8 @@ private slots:
             QVERIFY(!s.cmdFnuc[7]->isEnabled());
             s.spdData->clicked(1, 1);
             QTest::keyClick(&s, Qt::Key_F6); // clear: a new row again
-            QVERIFY(s.mode() == 0 && s.txtTNo->isEnabled() && s.txtName->text().isEmpty());
+            QVERIFY(s.entry() == FrmMaster::Entry::New && s.txtTNo->isEnabled() &&
+                    s.txtName->text().isEmpty());
             QTest::keyClick(&s, Qt::Key_F1);
             QVERIFY(!s.isVisible());
         });

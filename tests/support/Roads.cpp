@@ -8,6 +8,7 @@
 #include "platform/controls/GridView.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xNum.h"
+#include "support/Controls.h"
 #include "support/ShopData.h"
 
 #include <QClipboard>
@@ -47,13 +48,13 @@ bool OpenRegister(Harness& harness, qint64 customerNo,
 }
 
 void EnterPurchase(UriageEntry& e, const QDate& date, int item, int youto, int frame, int lens) {
-    e.txtDatc->setDate(date);
-    e.cboItem->setCurrentIndex(item);
-    e.cboYoto->setCurrentIndex(youto);
-    e.txtFm_Kinga->setValue(frame);
-    e.txtLz_Kinga->setValue(lens);
-    e.txtKingaKci->setValue(frame + lens);
-    QTest::mouseClick(e.cmdOk, Qt::LeftButton);
+    Find<xDate>(e, u"txtDatc"_s).setDate(date);
+    Find<QComboBox>(e, u"cboItem"_s).setCurrentIndex(item);
+    Find<QComboBox>(e, u"cboYoto"_s).setCurrentIndex(youto);
+    Find<xNum>(e, u"txtFm_Kinga"_s).setValue(frame);
+    Find<xNum>(e, u"txtLz_Kinga"_s).setValue(lens);
+    Find<xNum>(e, u"txtKingaKci"_s).setValue(frame + lens);
+    QTest::mouseClick(&Find<QPushButton>(e, u"cmdOk"_s), Qt::LeftButton);
 }
 
 void ExpectSaved(Harness& harness) {
