@@ -9,7 +9,7 @@
 #include "data/ShopDatabase.h"
 #include "data/ZipImport.h"
 #include "frame/Globals.h"
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/ShowModal.h"
 #include "shell/BasSubMain.h"

@@ -7,7 +7,7 @@
 #include "data/ZipImport.h"
 #include "platform/Failure.h"
 #include "platform/db/Connection.h"
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 

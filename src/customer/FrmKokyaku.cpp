@@ -292,7 +292,7 @@ Customer FrmKokyaku::customerFromFields() const {
     c.no = currentNo_;
     c.name = txtName->text();
     c.kana = txtKana->text();
-    c.yubin = txtYubin->text().trimmed() == xZip::EmptyText ? QString() : txtYubin->text();
+    c.yubin = txtYubin->code();
     c.jusyo1 = txtJusyo1->text();
     c.jusyo2 = txtJusyo2->text();
     c.tel = txtTel->text();

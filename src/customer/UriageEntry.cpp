@@ -2,6 +2,7 @@
 
 #include "customer/PurchaseGrid.h"
 #include "data/Lookups.h"
+#include "frame/BasCmnSubFun.h"
 #include "frame/DateFields.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
@@ -317,10 +318,10 @@ EyeFields UriageEntry::eyeFields(int eye) const {
 
 void UriageEntry::fillMasterLists() {
     MasterNames& masters = grid_->masters();
-    masters.fillList(cboYoto, MasterKind::Youto);
-    masters.fillList(cboItem, MasterKind::Item);
-    masters.fillList(cboMeka[0], MasterKind::Meka);
-    masters.fillList(cboMeka[1], MasterKind::Meka);
+    CmnSetMstCombo(cboYoto, [&] { return masters.listEntries(MasterKind::Youto); });
+    CmnSetMstCombo(cboItem, [&] { return masters.listEntries(MasterKind::Item); });
+    CmnSetMstCombo(cboMeka[0], [&] { return masters.listEntries(MasterKind::Meka); });
+    CmnSetMstCombo(cboMeka[1], [&] { return masters.listEntries(MasterKind::Meka); });
 }
 
 void UriageEntry::showLine(const PurchaseLine& line) {

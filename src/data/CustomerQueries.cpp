@@ -1,7 +1,7 @@
 #include "data/CustomerQueries.h"
 
 #include "domain/Ymd.h"
-#include "platform/controls/xZip.h"
+#include "frame/Globals.h"
 #include "platform/db/SqlText.h"
 
 namespace {
@@ -41,8 +41,8 @@ QString nameFragment(const C& c) {
     QStringList terms;
     for (const QString& name : c.hinName)
         if (!name.isEmpty())
-            terms << QStringLiteral("Uri_Fm_Name Like ") + SqlContains(name) +
-                         QStringLiteral(" or Uri_Lz_Name Like ") + SqlContains(name);
+            terms << QStringLiteral("Uri_Fm_Name") + gCon.contains(name) +
+                         QStringLiteral(" or Uri_Lz_Name") + gCon.contains(name);
     return QStringLiteral(" and (") + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
 }
 
@@ -60,24 +60,24 @@ QString customerFragments(const C& c) {
     if (c.on[C::Kana])
         sql += c.kana.trimmed().isEmpty()
                    ? QStringLiteral(" and San1.User_Kana = ''")
-                   : QStringLiteral(" and San1.User_Kana Like ") + SqlContains(c.kana);
+                   : QStringLiteral(" and San1.User_Kana") + gCon.contains(c.kana);
     if (c.on[C::Jusyo])
         sql += c.jusyo1.trimmed().isEmpty()
                    ? QStringLiteral(" and San1.User_Jusyo1 = ''")
-                   : QStringLiteral(" and (San1.User_Jusyo1 Like ") + SqlContains(c.jusyo1) +
-                         QStringLiteral(" or San1.User_Jusyo2 Like ") + SqlContains(c.jusyo1) +
+                   : QStringLiteral(" and (San1.User_Jusyo1") + gCon.contains(c.jusyo1) +
+                         QStringLiteral(" or San1.User_Jusyo2") + gCon.contains(c.jusyo1) +
                          QLatin1Char(')');
     if (c.on[C::Yubin]) {
         QStringList codes;
         for (const QString& code : c.yubin)
-            if (code != xZip::EmptyText)
+            if (!code.isEmpty())
                 codes << QStringLiteral("San1.User_Yubin = ") + SqlQuote(code);
         sql += codes.isEmpty() ? QStringLiteral(" and San1.User_Yubin = ''")
                                : QStringLiteral(" and (") + codes.join(QStringLiteral(" or ")) +
                                      QLatin1Char(')');
     }
     if (c.on[C::Tel])
-        sql += QStringLiteral(" and San1.User_tel Like ") + SqlContains(c.tel);
+        sql += QStringLiteral(" and San1.User_tel") + gCon.contains(c.tel);
     if (c.on[C::Sex])
         sql += c.sex == 0 ? QStringLiteral(" and San1.User_sex = 0")
                           : QStringLiteral(" and San1.User_sex = 1");

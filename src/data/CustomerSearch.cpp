@@ -2,9 +2,9 @@
 
 #include "data/CustomerQueries.h"
 #include "domain/Age.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
+#include "platform/FieldValues.h"
 
 #include <QHash>
 #include <QSet>

@@ -4,9 +4,9 @@
 #include "data/Numbering.h"
 #include "data/PurchaseStore.h"
 #include "domain/Prescription.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
 #include "platform/Failure.h"
+#include "platform/FieldValues.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
 
@@ -234,9 +234,9 @@ void Remove(const Customer& shown, const std::vector<Purchase>& shownPurchases) 
 QString QuickSearchSql(const QString& kana, const QString& tel) {
     QStringList conditions;
     if (!kana.trimmed().isEmpty())
-        conditions << QStringLiteral("User_Kana Like ") + SqlContains(kana);
+        conditions << QStringLiteral("User_Kana") + gCon.contains(kana);
     if (!tel.trimmed().isEmpty())
-        conditions << QStringLiteral("User_Tel Like ") + SqlContains(tel);
+        conditions << QStringLiteral("User_Tel") + gCon.contains(tel);
     QString sql = QStringLiteral("select * from San_User");
     if (!conditions.isEmpty())
         sql += QStringLiteral(" where ") + conditions.join(QStringLiteral(" and "));

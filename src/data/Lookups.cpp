@@ -4,17 +4,14 @@
 #include "frame/Globals.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/controls/CodeList.h"
 #include "platform/db/SqlText.h"
-
-#include <QComboBox>
 
 namespace {
 
 const QString Module = QStringLiteral("BasCmnSubFun");
 
 QString masterQuery(int kind, const QString& no) {
-    const QString code = QLatin1Char('\'') + no + QLatin1Char('\'');
+    const QString code = SqlQuote(no);
     switch (kind) {
     case 0:
         return QStringLiteral("select Item_Name from San_Item where Item_No = ") + code;
@@ -40,10 +37,7 @@ QString CmnGetMaster(int kind, const QString& no) {
     QString name;
     Procedure(Module, QStringLiteral("CmnGetMaster"), {},
               [&] {
-                  // A code is three digits and never holds a quote; anything else finds no master.
-                  QString safeNo = no;
-                  safeNo.replace(QLatin1Char('\''), QLatin1String("''"));
-                  RecordSet rows = gCon.execute(masterQuery(kind, safeNo));
+                  RecordSet rows = gCon.execute(masterQuery(kind, no));
                   if (rows.eof())
                       return;
                   const QVariant value = rows.field(0);
@@ -65,6 +59,13 @@ const std::vector<MasterEntry>& MasterNames::entries(MasterKind kind) {
     if (!entries)
         entries = MasterStore::Entries(kind);
     return *entries;
+}
+
+CodeEntries MasterNames::listEntries(MasterKind kind) {
+    CodeEntries shown;
+    for (const MasterEntry& entry : entries(kind))
+        shown.append({threeDigits(entry.code), entry.name});
+    return shown;
 }
 
 std::optional<QString> MasterNames::find(MasterKind kind, const QString& code) {
@@ -94,56 +95,4 @@ QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2) {
               },
               {.trace = false});
     return address;
-}
-
-namespace {
-
-bool holdsEntries(const QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
-    if (list->count() < entries.size())
-        return false;
-    int at = 0;
-    for (int i = 0; i < list->count(); ++i) {
-        if (at < entries.size() &&
-            list->itemText(i) == entries[at].first + QLatin1Char(':') + entries[at].second &&
-            list->itemData(i).toString() == entries[at].first)
-            ++at;
-        else if (!IsLostCode(list, i))
-            return false;
-    }
-    return at == entries.size();
-}
-
-} // namespace
-
-void MasterNames::fillList(QComboBox* list, MasterKind kind) {
-    const bool filled =
-        Procedure(Module, QStringLiteral("CmnSetMstCombo"), {},
-                  [&] {
-                      QList<std::pair<QString, QString>> shown;
-                      for (const MasterEntry& entry : entries(kind))
-                          shown.append({threeDigits(entry.code), entry.name});
-                      if (holdsEntries(list, shown))
-                          SelectCode(list, QString());
-                      else
-                          FillCodeList(list, shown);
-                  },
-                  {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
-    if (!filled)
-        list->clear();
-}
-
-void CmnSetMstCombo(QComboBox* list, const QString& name) {
-    list->clear();
-    Procedure(Module, QStringLiteral("CmnSetMstCombo"), {},
-              [&] {
-                  RecordSet rows =
-                      gCon.execute(QStringLiteral("select * from san_") + name +
-                                   QStringLiteral(" order By ") + name + QStringLiteral("_no"));
-                  QList<std::pair<QString, QString>> entries;
-                  for (; !rows.eof(); rows.moveNext())
-                      entries.append({threeDigits(rows.field(0)), rows.field(1).toString()});
-                  rows.close();
-                  FillCodeList(list, entries);
-              },
-              {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
 }

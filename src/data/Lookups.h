@@ -3,12 +3,15 @@
 #include "domain/Master.h"
 
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <array>
 #include <optional>
+#include <utility>
 #include <vector>
 
-class QComboBox;
+// A drop-down entry: code and name.
+using CodeEntries = QList<std::pair<QString, QString>>;
 
 // The name of a master from its three-digit code: Kind 0 item, 1 purpose, 2 maker.
 // Empty text when no master has the code.
@@ -31,9 +34,9 @@ public:
         return code + QLatin1Char(':') + name(kind, code);
     }
 
-    // Refills a master drop-down list as CmnSetMstCombo does, from the master as read for this
-    // screen. A list that holds those entries already keeps them and only loses its choice.
-    void fillList(QComboBox* list, MasterKind kind);
+    // The entries of the master's drop-down list, as read for this screen: (code of three
+    // digits, name) in code order.
+    CodeEntries listEntries(MasterKind kind);
 
 private:
     const std::vector<MasterEntry>& entries(MasterKind kind);
@@ -45,7 +48,3 @@ private:
 // The address of a postal code from the postal directory: prefecture (when withTodo), city and
 // district joined without separators. Empty text when the code is not listed.
 QString CmnGetJusyo(bool withTodo, qint64 zip1, qint64 zip2);
-
-// Refills a master drop-down list ("Item", "youto" or "meka") with entries "007:X" in code
-// order, each keeping its code. A failure leaves the list empty.
-void CmnSetMstCombo(QComboBox* list, const QString& name);

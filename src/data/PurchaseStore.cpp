@@ -4,8 +4,8 @@
 #include "data/GuardedWrite.h"
 #include "data/Numbering.h"
 #include "domain/Ymd.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/Globals.h"
+#include "platform/FieldValues.h"
 #include "platform/Format.h"
 #include "platform/db/SqlText.h"
 

@@ -2,9 +2,9 @@
 
 #include "data/Schema.h"
 #include "frame/Globals.h"
+#include "platform/AppFolder.h"
 #include "platform/Failure.h"
 #include "platform/db/Connection.h"
-#include "platform/ui/AppFolder.h"
 
 #include <QFile>
 #include <QFileInfo>

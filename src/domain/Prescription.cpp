@@ -1,7 +1,7 @@
 #include "domain/Prescription.h"
 
-#include "frame/BasCmnSubFun.h"
 #include "platform/Failure.h"
+#include "platform/FieldValues.h"
 #include "platform/Format.h"
 #include "platform/NumberText.h"
 

@@ -27,7 +27,7 @@ struct SearchConditions {
     std::array<bool, Count> on{};
 
     QString kana, jusyo1, tel;
-    std::array<QString, 6> yubin; // "***-****" when a field is left empty
+    std::array<QString, 6> yubin; // empty when a field is left empty
     int sex = 0;
     int ageFrom = 0, ageTo = 0;
     int month = 0, day = 0;

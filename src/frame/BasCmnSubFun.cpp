@@ -3,7 +3,7 @@
 #include "frame/Globals.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/Format.h"
+#include "platform/controls/CodeList.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xPass.h"
 #include "platform/report/Report.h"
@@ -26,22 +26,6 @@ void setBaseColor(QWidget* control, const QColor& color) {
 
 } // namespace
 
-QVariant CmnNvl(const QVariant& value, const QVariant& defaultValue) {
-    if (value.isNull() || (value.typeId() == QMetaType::QString && value.toString().isEmpty()))
-        return defaultValue;
-    return value;
-}
-
-QString CmnFmtNum(double value, const QString& kind) {
-    if (value == 0)
-        return {};
-    if (kind == QLatin1String("+"))
-        return FormatNumber(value, QStringLiteral("+0.00"));
-    if (kind == QLatin1String("1"))
-        return FormatNumber(value, QStringLiteral("0.0"));
-    return FormatNumber(value, QStringLiteral("0.00"));
-}
-
 void CmnCtlEnabled(QWidget* control, bool enabled) {
     Procedure(Module, QStringLiteral("CmnCtlEnabled"), {},
               [&] {
@@ -62,6 +46,15 @@ void CmnCtlEnabled(QWidget* control, bool enabled) {
                   }
               },
               {.trace = false});
+}
+
+void CmnSetMstCombo(QComboBox* list,
+                    const std::function<QList<std::pair<QString, QString>>()>& readEntries) {
+    const bool filled = Procedure(
+        Module, QStringLiteral("CmnSetMstCombo"), {}, [&] { RefillCodeList(list, readEntries()); },
+        {.trace = false, .logErrors = false, .titlePrefix = VbErrorTitleWide});
+    if (!filled)
+        list->clear();
 }
 
 void CmnSetGlbData(long job) {

@@ -2,8 +2,8 @@
 
 #include "frame/LogArchive.h"
 #include "frame/Messages.h"
+#include "platform/AppFolder.h"
 #include "platform/Failure.h"
-#include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
 
 #include <QDir>

@@ -1,6 +1,7 @@
 #include "history/UriageBlock.h"
 
 #include "data/Lookups.h"
+#include "frame/BasCmnSubFun.h"
 #include "frame/DateFields.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
@@ -134,10 +135,10 @@ void UriageBlock::layOut() {
 }
 
 void UriageBlock::clear(MasterNames& masters) {
-    masters.fillList(cboYouto, MasterKind::Youto);
-    masters.fillList(cboItem, MasterKind::Item);
-    masters.fillList(cboFm_Meka, MasterKind::Meka);
-    masters.fillList(cboLz_Meka, MasterKind::Meka);
+    CmnSetMstCombo(cboYouto, [&] { return masters.listEntries(MasterKind::Youto); });
+    CmnSetMstCombo(cboItem, [&] { return masters.listEntries(MasterKind::Item); });
+    CmnSetMstCombo(cboFm_Meka, [&] { return masters.listEntries(MasterKind::Meka); });
+    CmnSetMstCombo(cboLz_Meka, [&] { return masters.listEntries(MasterKind::Meka); });
     for (QComboBox* list : {cboItem, cboYouto, cboFm_Meka, cboLz_Meka})
         SelectCode(list, QString());
     setEnabled(false);

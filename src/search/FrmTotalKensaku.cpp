@@ -139,9 +139,9 @@ void FrmTotalKensaku::JyokenClear() {
         // Each master is read once for its six lists.
         MasterNames masters;
         for (int i = 0; i < 6; ++i) {
-            masters.fillList(cboYoto[i], MasterKind::Youto);
-            masters.fillList(cboItem[i], MasterKind::Item);
-            masters.fillList(cboMeka[i], MasterKind::Meka);
+            CmnSetMstCombo(cboYoto[i], [&] { return masters.listEntries(MasterKind::Youto); });
+            CmnSetMstCombo(cboItem[i], [&] { return masters.listEntries(MasterKind::Item); });
+            CmnSetMstCombo(cboMeka[i], [&] { return masters.listEntries(MasterKind::Meka); });
             for (QComboBox* list : {cboYoto[i], cboItem[i], cboMeka[i]})
                 list->setCurrentIndex(-1);
         }
@@ -299,7 +299,7 @@ SearchConditions FrmTotalKensaku::conditions() const {
     c.amountFrom = qint64(txtKinga[0]->Value());
     c.amountTo = qint64(txtKinga[1]->Value());
     for (int i = 0; i < 6; ++i) {
-        c.yubin[i] = txtYubin[i]->text();
+        c.yubin[i] = txtYubin[i]->code();
         c.youto[i] = SelectedCode(cboYoto[i]);
         c.item[i] = SelectedCode(cboItem[i]);
         c.meka[i] = SelectedCode(cboMeka[i]);

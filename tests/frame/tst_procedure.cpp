@@ -286,15 +286,19 @@ private slots:
             gCon.execute(u"insert into San_Meka values"_s + QString::fromUtf8(row));
         QComboBox list;
         list.addItem(u"古い項目"_s);
-        CmnSetMstCombo(&list, u"meka"_s);
+        MasterNames masters;
+        const auto fill = [&](MasterKind kind) {
+            CmnSetMstCombo(&list, [&] { return masters.listEntries(kind); });
+        };
+        fill(MasterKind::Meka);
         QCOMPARE(list.count(), 3);
         QCOMPARE(list.itemText(0) + list.itemText(1) + list.itemText(2),
                  u"001:HOYA002:O'Neil010:ツァイス"_s);
-
-        CmnSetMstCombo(&list, u"Item"_s);
+        QCOMPARE(CmnGetMaster(2, u"002"_s) + CmnGetMaster(2, u"0'2"_s), u"O'Neil"_s);
+        fill(MasterKind::Item);
         QCOMPARE(list.itemText(0), u"001:メガネ"_s);
         gCon.execute(u"delete from San_Youto"_s);
-        CmnSetMstCombo(&list, u"youto"_s);
+        fill(MasterKind::Youto);
         QCOMPARE(list.count(), 0);
 
         // A list that cannot be read stays empty: the wide title and no log line. The
@@ -302,7 +306,10 @@ private slots:
         list.addItem(u"古い項目"_s);
         harness.msgs.expectBoxStartingWith(u"障害発生！ サポート先までご連絡お願い致します。\r\r"_s,
                                            u" ＶＢエラ－ No.-2147217900"_s);
-        CmnSetMstCombo(&list, u"Nothing"_s);
+        CmnSetMstCombo(&list, [] {
+            gCon.execute(u"select * from san_Nothing"_s);
+            return CodeEntries{};
+        });
         QCOMPARE(list.count(), 0);
         QVERIFY(!QFile::exists(LogFilePath()));
     }

@@ -53,14 +53,10 @@ using Numbers = QList<qint64>;
 const QDate Jan1(2024, 1, 1), Dec31(2024, 12, 31);
 const QString none;
 
-// Conditions as the screen gives them: the named ones ticked, an empty postal code field as
-// the field shows it.
+// Conditions as the screen gives them: the named ones ticked.
 C when(std::initializer_list<C::Condition> ticked, C c = {}) {
     for (C::Condition condition : ticked)
         c.on[condition] = true;
-    for (QString& zip : c.yubin)
-        if (zip.isEmpty())
-            zip = xZip::EmptyText;
     return c;
 }
 

@@ -5,7 +5,7 @@
 #include "frame/MessageCatalogue.h"
 #include "platform/controls/xPass.h"
 #include "platform/db/Connection.h"
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 #include "shell/BasSubMain.h"

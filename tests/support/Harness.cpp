@@ -5,7 +5,7 @@
 #include "frame/Globals.h"
 #include "platform/Failure.h"
 #include "platform/report/Report.h"
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
 

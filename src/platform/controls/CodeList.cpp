@@ -14,7 +14,29 @@ void removeLostCodes(QComboBox* list) {
             list->removeItem(i);
 }
 
+bool holdsEntries(const QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
+    if (list->count() < entries.size())
+        return false;
+    int at = 0;
+    for (int i = 0; i < list->count(); ++i) {
+        if (at < entries.size() &&
+            list->itemText(i) == entries[at].first + QLatin1Char(':') + entries[at].second &&
+            list->itemData(i, CodeRole).toString() == entries[at].first)
+            ++at;
+        else if (!IsLostCode(list, i))
+            return false;
+    }
+    return at == entries.size();
+}
+
 } // namespace
+
+void RefillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
+    if (holdsEntries(list, entries))
+        SelectCode(list, QString());
+    else
+        FillCodeList(list, entries);
+}
 
 void FillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries) {
     list->clear();

@@ -12,6 +12,11 @@ class QComboBox;
 // Refills the list with (code, name) entries in the given order; nothing is chosen.
 void FillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries);
 
+// Refills the list with the entries unless it holds them already (with codes of deleted master
+// rows shown beside them, see SelectCode); a list that holds them keeps them and only loses its
+// choice.
+void RefillCodeList(QComboBox* list, const QList<std::pair<QString, QString>>& entries);
+
 // Chooses the entry of the code; an empty code chooses nothing. A code that no entry has (its
 // master row was deleted) is shown as "code:" with an empty name and stays the list's code, so
 // it is written back unchanged.

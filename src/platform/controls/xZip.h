@@ -12,4 +12,6 @@ public:
     explicit xZip(QWidget* parent = nullptr);
 
     QString text() const { return displayText(); }
+    // The code typed, as text; empty when the field shows only its mask.
+    QString code() const { return text().trimmed() == EmptyText ? QString() : text(); }
 };

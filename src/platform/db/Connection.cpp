@@ -1,12 +1,14 @@
 #include "platform/db/Connection.h"
 
 #include "platform/Failure.h"
+#include "platform/db/SqlText.h"
 
 #include <QAtomicInt>
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <algorithm>
 #include <atomic>
 
 namespace {
@@ -61,57 +63,12 @@ Failure cannotOpen(const QString& why) {
     return Failure(ErrorNumber::DatabaseFailed, why);
 }
 
-bool isWordCharacter(QChar c) {
-    return c.isLetterOrNumber() || c == QLatin1Char('_');
-}
-
-// Whether the literal that follows a LIKE at `from` holds a letter that has a case. Without one
-// LIKE and ILIKE find the same rows, and LIKE is the cheaper on the server (a telephone number).
-bool likeNeedsCaseFolding(const QString& sql, qsizetype from) {
-    qsizetype i = from;
-    while (i < sql.size() && sql[i].isSpace())
-        ++i;
-    if (i >= sql.size() || sql[i] != QLatin1Char('\''))
-        return true; // not a literal: a column or an expression
-    for (++i; i < sql.size(); ++i) {
-        const QChar c = sql[i];
-        if (c == QLatin1Char('\'')) {
-            if (i + 1 < sql.size() && sql[i + 1] == QLatin1Char('\'')) {
-                ++i;
-                continue;
-            }
-            return false;
-        }
-        if (c.isUpper() || c.isLower() || c.isTitleCase() || c.isSurrogate())
-            return true;
-    }
-    return true;
-}
-
-// A statement as the PostgreSQL server runs it. LIKE ignores ASCII case on SQLite but not on
-// PostgreSQL; there every LIKE outside quotes runs as ILIKE when its pattern holds a letter
-// with a case, so a search answers the same on both engines.
-QString serverDialect(const QString& sql) {
-    static const QString like = QStringLiteral("like");
-    QString out;
-    out.reserve(sql.size() + 8);
-    QChar quote; // the quote of the literal or name being read, none outside
-    for (qsizetype i = 0; i < sql.size(); ++i) {
-        const QChar c = sql[i];
-        if (!quote.isNull()) {
-            if (c == quote)
-                quote = QChar(); // a doubled quote closes and opens again
-        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
-            quote = c;
-        } else if ((i == 0 || !isWordCharacter(sql[i - 1])) &&
-                   QStringView(sql).mid(i, 4).compare(like, Qt::CaseInsensitive) == 0 &&
-                   (i + 4 >= sql.size() || !isWordCharacter(sql[i + 4])) &&
-                   likeNeedsCaseFolding(sql, i + 4)) {
-            out += QLatin1Char('I');
-        }
-        out += c;
-    }
-    return out;
+// Whether the text holds a letter that has a case: only then do LIKE and ILIKE find different
+// rows.
+bool holdsCasedLetter(const QString& text) {
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c.isUpper() || c.isLower() || c.isTitleCase() || c.isSurrogate();
+    });
 }
 
 } // namespace
@@ -322,7 +279,7 @@ RecordSet Connection::execute(const QString& sql, long* recordsAffected) {
     // the connection until it is read to the end; screens read one query while running
     // others, so a server query is fetched whole.
     query->setForwardOnly(!server_);
-    const QString statement = server_ ? serverDialect(sql) : sql;
+    const QString& statement = sql;
     if (!query->exec(statement)) {
         const bool transactionLost = inTransaction_;
         const Failure failure = toFailure(query->lastError());
@@ -398,4 +355,9 @@ void Connection::swap(Connection& other) noexcept {
 
 QString Connection::lockRows() const {
     return server_ ? QStringLiteral(" for update") : QString();
+}
+
+QString Connection::contains(const QString& typed) const {
+    const bool foldCase = server_ && holdsCasedLetter(typed);
+    return (foldCase ? QStringLiteral(" ILike ") : QStringLiteral(" Like ")) + SqlContains(typed);
 }

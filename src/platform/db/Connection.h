@@ -47,6 +47,11 @@ public:
     // them against other terminals' saves until the transaction ends (" for update"); the
     // file's immediate transaction holds the whole file already (empty text).
     QString lockRows() const;
+    // A condition that finds the typed text anywhere in a column, written after the column's
+    // name: " Like '%text%'". SQLite's LIKE ignores ASCII case and PostgreSQL's does not, so on
+    // the server a text that holds a letter with a case is found with " ILike ", and a search
+    // answers the same on both engines (a telephone number keeps the cheaper LIKE).
+    QString contains(const QString& typed) const;
 
     // How long a statement waits for a lock another terminal holds before it fails.
     static constexpr int DefaultLockWaitMs = 5000;

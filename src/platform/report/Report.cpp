@@ -1,9 +1,9 @@
 #include "platform/report/Report.h"
 
+#include "platform/AppFolder.h"
 #include "platform/Failure.h"
 #include "platform/WholeFile.h"
 #include "platform/report/FormPainter.h"
-#include "platform/ui/AppFolder.h"
 #include "platform/ui/Clock.h"
 
 #include <QDesktopServices>

@@ -1,6 +1,6 @@
 #include "platform/ui/SingleInstance.h"
 
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/ui/AppFolder.h"
+#include "platform/AppFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>
