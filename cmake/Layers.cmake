@@ -24,16 +24,19 @@ set(MIRVANE_PLATFORM_SOURCES
     src/platform/ShiftJis.h
     src/platform/WholeFile.h
     src/platform/db/Connection.cpp
+    src/platform/db/ConnectionString.cpp
     src/platform/db/RecordSet.cpp
     src/platform/db/SqlText.cpp
     src/platform/db/Transaction.cpp
     src/platform/db/Connection.h
+    src/platform/db/ConnectionString.h
     src/platform/db/RecordSet.h
     src/platform/db/SqlText.h
     src/platform/db/Transaction.h
 )
 add_library(mirvane_platform STATIC ${MIRVANE_PLATFORM_SOURCES})
-target_link_libraries(mirvane_platform PUBLIC mirvane_settings Qt6::Core Qt6::Sql)
+find_package(ZLIB REQUIRED)
+target_link_libraries(mirvane_platform PUBLIC mirvane_settings Qt6::Core Qt6::Sql ZLIB::ZLIB)
 target_include_directories(mirvane_platform PUBLIC ${CMAKE_SOURCE_DIR}/src)
 
 set(MIRVANE_PLATFORM_UI_SOURCES

@@ -5,6 +5,7 @@
 #include "platform/Failure.h"
 #include "platform/WholeFile.h"
 #include "platform/db/Connection.h"
+#include "platform/db/ConnectionString.h"
 #include "platform/db/SqlText.h"
 
 #include <QDir>
@@ -19,12 +20,6 @@
 #include <sys/prctl.h>
 
 namespace {
-
-const QRegularExpression& passwordSetting() {
-    static const QRegularExpression setting(
-        QStringLiteral("\\bpassword\\s*=\\s*('(?:[^'\\\\]|\\\\.)*'|\\S+)"));
-    return setting;
-}
 
 // "Mirvane-20261122-101530-daily.mdb": the date, the time and the reason.
 const QRegularExpression& dailyName() {
@@ -71,18 +66,14 @@ QByteArray runPgProgram(const QString& name, QStringList arguments, const QStrin
                                                   "を入れてください。"));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!connection.isEmpty()) {
-        QString withoutPassword = connection;
-        const QRegularExpressionMatch password = passwordSetting().match(connection);
-        if (password.hasMatch()) {
-            QString value = password.captured(1);
-            if (value.startsWith(QLatin1Char('\''))) {
-                value = value.mid(1, value.size() - 2);
-                value.replace(QRegularExpression(QStringLiteral("\\\\(.)")), QStringLiteral("\\1"));
-            }
-            environment.insert(QStringLiteral("PGPASSWORD"), value);
-            withoutPassword.remove(password.capturedStart(), password.capturedLength());
-        }
-        arguments << QStringLiteral("--dbname=") + withoutPassword.simplified();
+        ConnectionSettings settings = ParseConnectionString(connection);
+        settings.removeIf([&](const auto& setting) {
+            if (setting.first != QLatin1String("password"))
+                return false;
+            environment.insert(QStringLiteral("PGPASSWORD"), setting.second);
+            return true;
+        });
+        arguments << QStringLiteral("--dbname=") + ConnectionStringText(settings);
     }
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -233,8 +224,10 @@ void replaceFile(const QString& backupFile, const QString& databaseFile) {
 QString DatabasePlace::shown() const {
     if (!isServer())
         return file;
-    QString text = server;
-    return text.remove(passwordSetting()).simplified();
+    ConnectionSettings settings = ParseConnectionString(server);
+    settings.removeIf(
+        [](const auto& setting) { return setting.first == QLatin1String("password"); });
+    return ConnectionStringText(settings);
 }
 
 DatabasePlace DatabasePlaceIn(const QString& programFolder) {

@@ -4,6 +4,7 @@
 #include "data/Backup.h"
 #include "data/CustomerStore.h"
 #include "data/PurchaseStore.h"
+#include "platform/db/ConnectionString.h"
 #include "platform/db/SqlText.h"
 
 #include <QtTest>
@@ -142,6 +143,29 @@ private slots:
             std::sort(kept.begin(), kept.end(), std::greater<>());
             QCOMPARE(kept, expected);
         }
+    }
+
+    // A server's connection string is read as libpq reads it and written back so that it reads
+    // the same; the password is left out wherever the place is shown.
+    void connectionStringsReadAndWriteAsTheServerReadsThem() {
+        const struct {
+            QString text;
+            ConnectionSettings settings;
+            QString written;
+        } cases[] = {
+            {u"host=db port=5432 dbname=shop"_s,
+             {{u"host"_s, u"db"_s}, {u"port"_s, u"5432"_s}, {u"dbname"_s, u"shop"_s}},
+             u"host=db port=5432 dbname=shop"_s},
+            {u" user = 店 password='a b\\'c\\\\d' dbname=''"_s,
+             {{u"user"_s, u"店"_s}, {u"password"_s, u"a b'c\\d"_s}, {u"dbname"_s, {}}},
+             u"user=店 password='a b\\'c\\\\d' dbname=''"_s},
+        };
+        for (const auto& c : cases) {
+            QCOMPARE(ParseConnectionString(c.text), c.settings);
+            QCOMPARE(ConnectionStringText(c.settings), c.written);
+            QCOMPARE(ParseConnectionString(c.written), c.settings);
+        }
+        QCOMPARE(DatabasePlaceOf(cases[1].text).shown(), u"user=店 dbname=''"_s);
     }
 };
 

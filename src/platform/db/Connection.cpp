@@ -1,6 +1,7 @@
 #include "platform/db/Connection.h"
 
 #include "platform/Failure.h"
+#include "platform/db/ConnectionString.h"
 #include "platform/db/SqlText.h"
 
 #include <QAtomicInt>
@@ -93,40 +94,6 @@ void Connection::create(const QString& databaseFile) {
     openFile(databaseFile);
 }
 
-namespace {
-
-// "key=value key='a value'" as libpq writes its connection strings.
-QList<std::pair<QString, QString>> connectionSettings(const QString& text) {
-    QList<std::pair<QString, QString>> settings;
-    int i = 0;
-    const auto skipBlanks = [&] {
-        while (i < text.size() && text[i].isSpace())
-            ++i;
-    };
-    while (true) {
-        skipBlanks();
-        const int equals = int(text.indexOf(QLatin1Char('='), i));
-        if (i >= text.size() || equals < 0)
-            break;
-        const QString key = text.mid(i, equals - i).trimmed();
-        i = equals + 1;
-        skipBlanks();
-        QString value;
-        if (i < text.size() && text[i] == QLatin1Char('\'')) {
-            for (++i; i < text.size() && text[i] != QLatin1Char('\''); ++i)
-                value += text[i] == QLatin1Char('\\') && i + 1 < text.size() ? text[++i] : text[i];
-            ++i;
-        } else {
-            while (i < text.size() && !text[i].isSpace())
-                value += text[i++];
-        }
-        settings.append({key, value});
-    }
-    return settings;
-}
-
-} // namespace
-
 void Connection::openServer(const QString& connectionString) {
     close();
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
@@ -135,7 +102,7 @@ void Connection::openServer(const QString& connectionString) {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name_);
         QStringList options;
         bool timeoutGiven = false;
-        for (const auto& [key, value] : connectionSettings(connectionString)) {
+        for (const auto& [key, value] : ParseConnectionString(connectionString)) {
             if (key == QLatin1String("host") || key == QLatin1String("hostaddr"))
                 db.setHostName(value);
             else if (key == QLatin1String("port"))
