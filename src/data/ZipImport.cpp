@@ -1,5 +1,6 @@
 #include "data/ZipImport.h"
 
+#include "platform/CsvText.h"
 #include "platform/Failure.h"
 #include "platform/ShiftJis.h"
 #include "platform/db/Connection.h"
@@ -21,35 +22,6 @@ Failure notADirectory(const QString& why) {
                    QStringLiteral("郵便番号データ (KEN_ALL.CSV または utf_ken_all.csv) の形式では"
                                   "ありません: ") +
                        why);
-}
-
-// One CSV line: fields separated by commas, each optionally in double quotes.
-QStringList splitCsv(const QString& line) {
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (int i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted) {
-            if (c == QLatin1Char('"') && i + 1 < line.size() && line[i + 1] == QLatin1Char('"')) {
-                field += c;
-                ++i;
-            } else if (c == QLatin1Char('"')) {
-                quoted = false;
-            } else {
-                field += c;
-            }
-        } else if (c == QLatin1Char('"')) {
-            quoted = true;
-        } else if (c == QLatin1Char(',')) {
-            fields << field;
-            field.clear();
-        } else {
-            field += c;
-        }
-    }
-    fields << field;
-    return fields;
 }
 
 bool unbalanced(const QString& town) {
@@ -97,7 +69,7 @@ QList<ZipRow> ParseZipDirectory(const QByteArray& bytes, ZipFileForm* formOut) {
         const QString trimmed = line.trimmed().toString();
         if (trimmed.isEmpty())
             continue;
-        const QStringList fields = splitCsv(trimmed);
+        const QStringList fields = CsvFields(trimmed);
         const QString zip = fields.value(ZipColumn);
         static const QRegularExpression sevenDigits(QStringLiteral("^\\d{7}$"));
         if (fields.size() != Columns || !sevenDigits.match(zip).hasMatch())

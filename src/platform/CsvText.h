@@ -14,6 +14,9 @@ class QSaveFile;
 QString CsvField(const QString& value);
 // One record with its line end.
 QString CsvRecord(const QStringList& fields);
+// The fields of one record read back (its line end taken off): a quoted field may hold commas
+// and doubled quotes.
+QStringList CsvFields(const QString& line);
 
 // The byte-order mark by which Excel knows a CSV file is UTF-8.
 inline const QByteArray Utf8Bom = QByteArrayLiteral("\xEF\xBB\xBF");
