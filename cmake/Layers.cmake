@@ -92,10 +92,12 @@ set(MIRVANE_PLATFORM_UI_SOURCES
     src/platform/report/FormPainter.cpp
     src/platform/report/FormTemplate.cpp
     src/platform/report/Report.cpp
+    src/platform/report/ReportJob.cpp
     src/platform/report/Typesetting.cpp
     src/platform/report/FormPainter.h
     src/platform/report/FormTemplate.h
     src/platform/report/Report.h
+    src/platform/report/ReportJob.h
     src/platform/report/Typesetting.h
 )
 add_library(mirvane_platform_ui STATIC ${MIRVANE_PLATFORM_UI_SOURCES})

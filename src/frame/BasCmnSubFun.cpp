@@ -6,7 +6,7 @@
 #include "platform/controls/CodeList.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xPass.h"
-#include "platform/report/Report.h"
+#include "platform/report/ReportJob.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -57,12 +57,12 @@ void CmnSetMstCombo(QComboBox* list,
         list->clear();
 }
 
-void CmnSetGlbData(long job) {
+void CmnSetGlbData(ReportJob& job) {
     Procedure(Module, QStringLiteral("CmnSetGlbData"), {},
               [&] {
-                  jvSetLong(job, 6, 1);
-                  jvSetLong(job, 9, 1);
-                  jvSetString(job, 3, QStringLiteral("*"));
+                  job.setLong(6, 1);
+                  job.setLong(9, 1);
+                  job.setString(3, QStringLiteral("*"));
               },
               {.trace = false});
 }

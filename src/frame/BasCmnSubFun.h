@@ -9,6 +9,7 @@
 #include <utility>
 
 class QComboBox;
+class ReportJob;
 class QWidget;
 
 // Enables or disables a control and colours its input area: white enabled, grey disabled.
@@ -25,4 +26,4 @@ void CmnSetMstCombo(QComboBox* list,
                     const std::function<QList<std::pair<QString, QString>>()>& readEntries);
 
 // Sets the options of a print job that every document of the shop uses.
-void CmnSetGlbData(long job);
+void CmnSetGlbData(ReportJob& job);

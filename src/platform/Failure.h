@@ -45,6 +45,11 @@ inline constexpr long RowDeleted = -2147217885;
 inline constexpr long TransactionState = -2146825287;
 // A file that cannot be written or read.
 inline constexpr long FileAccess = 75;
+// A call of the report library that failed; the description names the call and its code.
+inline constexpr long ReportLibrary = -2147221503;
+// A document printed to a PDF that could not be written whole (a full disk, a folder that
+// cannot be written).
+inline constexpr long ReportNotWritten = -2147221502;
 // Anything thrown that is not a Failure.
 inline constexpr long Unexpected = -2147418113;
 } // namespace ErrorNumber

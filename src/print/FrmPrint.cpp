@@ -9,6 +9,7 @@
 #include "platform/AppFolder.h"
 #include "platform/Format.h"
 #include "platform/report/Report.h"
+#include "platform/report/ReportJob.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
@@ -31,9 +32,9 @@ const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 constexpr int LinesPerPage = 36;
 constexpr int Representative = 0;
 
-void libraryError(const QString& operation, long result) {
-    MsgBox(operation + QStringLiteral(" Error ") + QString::number(result), MsgIcon::None,
-           MsgButtons::OK, QString());
+// The form templates come with the program.
+QString formPath(const QString& form) {
+    return InstallPath(QStringLiteral("jfm/") + form);
 }
 
 } // namespace
@@ -88,134 +89,98 @@ void FrmPrint::cmdPrint_Click(int index) {
 
 void FrmPrint::PrintSeigyo() {
     runJob(QStringLiteral("PrintSeigyo"), PostcardSettings, QStringLiteral("顧客ハガキ"),
-           [this](long job) { return layout_.isEmpty() ? PrintSetData(job) : PrintSetData3(job); });
+           [this](ReportJob& job) {
+               if (layout_.isEmpty())
+                   PrintSetData(job);
+               else
+                   PrintSetData3(job);
+           });
 }
 
 void FrmPrint::PrintSeigyo2() {
     runJob(QStringLiteral("PrintSeigyo2"), LedgerSettings, QStringLiteral("顧客台帳"),
-           [this](long job) { return PrintSetData2(job); });
+           [this](ReportJob& job) { PrintSetData2(job); });
 }
 
 void FrmPrint::runJob(const QString& procedure, const QString& settings,
-                      const QString& documentName, const std::function<long(long)>& pages) {
-    Procedure(ScreenName, procedure, QStringLiteral("印刷処理"),
-              [&] {
-                  const long job = jvOpen(2, this, 0);
-                  if (job <= 0) {
-                      libraryError(QStringLiteral("jvOpen"), job);
-                      return;
-                  }
-                  long result = jvSetDevMode(job, 1, QString(), settings);
-                  if (result != 0) {
-                      libraryError(QStringLiteral("jvSetDevMode"), result);
-                      jvClose(job);
-                      return;
-                  }
-                  result = jvStartDoc(job, documentName, QString());
-                  if (result != 0) {
-                      libraryError(QStringLiteral("jvStartDoc"), result);
-                      jvClose(job);
-                      return;
-                  }
-                  CmnSetGlbData(job);
-                  setPrintOptions(job);
-                  if (pages(job) != 0) {
-                      jvAbortDoc(job);
-                      jvClose(job);
-                      return;
-                  }
-                  result = jvEndDoc(job);
-                  if (result == ReportError::OutputFailed)
-                      MsgBox(PdfNotWrittenText, MsgIcon::Exclamation, MsgButtons::OK,
-                             windowTitle());
-                  else if (result != 0)
-                      libraryError(QStringLiteral("jvEndDoc"), result);
-                  else
-                      reportPdf(job);
-                  jvClose(job);
-              },
-              {.titlePrefix = VbErrorTitleWide});
+                      const QString& documentName, const std::function<void(ReportJob&)>& pages) {
+    QString pdf;
+    const bool printed = Procedure(
+        ScreenName, procedure, QStringLiteral("印刷処理"),
+        [&] {
+            ReportJob job(this);
+            job.setDevMode(settings);
+            job.startDoc(documentName);
+            CmnSetGlbData(job);
+            setPrintOptions(job);
+            pages(job);
+            pdf = job.endDoc();
+        },
+        {.titlePrefix = VbErrorTitleWide, .ownMessage = [this](const Failure& failure) {
+             // The library's own failures are told as it words them, in a plain box.
+             if (failure.number() == ErrorNumber::ReportLibrary)
+                 MsgBox(failure.description(), MsgIcon::None, MsgButtons::OK, QString());
+             else if (failure.number() == ErrorNumber::ReportNotWritten)
+                 MsgBox(PdfNotWrittenText, MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
+             else
+                 return false;
+             return true;
+         }});
+    if (printed)
+        reportPdf(pdf);
 }
 
-long FrmPrint::setForm(long job, const QString& form) {
-    const long result =
-        jvSetForm(job, InstallPath(QStringLiteral("jfm/") + form), 1, QString(), 100, 0, 0);
-    if (result != 0)
-        libraryError(QStringLiteral("jvSetForm"), result);
-    return result;
-}
-
-long FrmPrint::finishPage(long job) {
-    long result = jvDrawForm(job, 1);
-    if (result != 0) {
-        libraryError(QStringLiteral("jvDrawForm"), result);
-        return result;
-    }
-    result = jvEndPage(job);
-    if (result != 0)
-        libraryError(QStringLiteral("jvEndPage"), result);
-    return result;
-}
-
-void FrmPrint::setAddressee(long job, const ListedCustomer& c) {
-    jvSetFieldText(job, QStringLiteral("Jusyo1"), c.jusyo1.trimmed());
-    jvSetFieldText(job, QStringLiteral("Jusyo2"), c.jusyo2.trimmed());
+void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
+    job.setField(QStringLiteral("Jusyo1"), c.jusyo1.trimmed());
+    job.setField(QStringLiteral("Jusyo2"), c.jusyo2.trimmed());
     const QString name = c.name.trimmed();
     // A household's representative in a list of everyone is written to as the family.
     if (allCustomers_ && c.kazok == Representative) {
-        jvSetFieldText(job, QStringLiteral("Name"), name);
-        jvSetFieldText(job, QStringLiteral("Sama"), QStringLiteral("御家族様"));
+        job.setField(QStringLiteral("Name"), name);
+        job.setField(QStringLiteral("Sama"), QStringLiteral("御家族様"));
     } else {
-        jvSetFieldText(job, QStringLiteral("Name"), name + QStringLiteral("  様"));
+        job.setField(QStringLiteral("Name"), name + QStringLiteral("  様"));
     }
 }
 
-long FrmPrint::PrintSetData(long job) {
-    if (const long result = setForm(job, QStringLiteral("PrnSan001.jfm")))
-        return result;
+void FrmPrint::PrintSetData(ReportJob& job) {
+    job.setForm(formPath(QStringLiteral("PrnSan001.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty()) {
             const QString digits = code.left(3) + code.mid(4, 4);
             for (int i = 0; i < 7; ++i)
-                jvSetFieldText(job, QStringLiteral("Yubin_%1").arg(i + 1), digits.mid(i, 1));
+                job.setField(QStringLiteral("Yubin_%1").arg(i + 1), digits.mid(i, 1));
         }
         setCardAddressee(job, card);
-        if (const long result = finishPage(job))
-            return result;
+        job.printPage();
     }
-    return 0;
 }
 
-long FrmPrint::PrintSetData3(long job) {
-    if (const long result = setForm(job, QStringLiteral("PrnSan004.jfm")))
-        return result;
+void FrmPrint::PrintSetData3(ReportJob& job) {
+    job.setForm(formPath(QStringLiteral("PrnSan004.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty())
-            jvSetFieldText(job, QStringLiteral("Yubin"), QStringLiteral("〒 ") + code);
+            job.setField(QStringLiteral("Yubin"), QStringLiteral("〒 ") + code);
         setCardAddressee(job, card);
-        if (const long result = finishPage(job))
-            return result;
+        job.printPage();
     }
-    return 0;
 }
 
-long FrmPrint::PrintSetData2(long job) {
-    if (const long result = setForm(job, QStringLiteral("PrnSan003.jfm")))
-        return result;
+void FrmPrint::PrintSetData2(ReportJob& job) {
+    job.setForm(formPath(QStringLiteral("PrnSan003.jfm")));
     const QDate today = Today();
     std::size_t next = 0;
     for (int page = 1; next < rows_.size(); ++page) {
-        jvSetFieldText(job, QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
-        jvSetFieldText(job, QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
-        jvSetFieldText(job, QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
-        jvSetFieldText(job, QStringLiteral("Page"), QString::number(page));
+        job.setField(QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
+        job.setField(QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
+        job.setField(QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
+        job.setField(QStringLiteral("Page"), QString::number(page));
         for (int line = 1; line <= LinesPerPage && next < rows_.size(); ++line, ++next) {
             const ListedCustomer& c = rows_[next].now;
             const auto set = [&](const char* field, const QString& value) {
-                jvSetFieldText(job, QString::fromLatin1(field) + QString::number(line),
-                               value.trimmed());
+                job.setField(QString::fromLatin1(field) + QString::number(line), value.trimmed());
             };
             set("Name_", c.name);
             set("Yubin_", c.yubin);
@@ -224,10 +189,8 @@ long FrmPrint::PrintSetData2(long job) {
             set("LastDate_", FormatYmd(c.lastVisit));
             set("Tel_", c.tel);
         }
-        if (const long result = finishPage(job))
-            return result;
+        job.printPage();
     }
-    return 0;
 }
 
 // The cards of the marked customers: one each, or one per household.
@@ -250,16 +213,16 @@ std::vector<FrmPrint::Card> FrmPrint::cards() const {
     return cards;
 }
 
-void FrmPrint::setCardAddressee(long job, const Card& card) {
+void FrmPrint::setCardAddressee(ReportJob& job, const Card& card) {
     if (card.name.isEmpty()) {
         setAddressee(job, *card.customer);
         return;
     }
-    jvSetFieldText(job, QStringLiteral("Jusyo1"), card.customer->jusyo1.trimmed());
-    jvSetFieldText(job, QStringLiteral("Jusyo2"), card.customer->jusyo2.trimmed());
-    jvSetFieldText(job, QStringLiteral("Name"), card.name);
+    job.setField(QStringLiteral("Jusyo1"), card.customer->jusyo1.trimmed());
+    job.setField(QStringLiteral("Jusyo2"), card.customer->jusyo2.trimmed());
+    job.setField(QStringLiteral("Name"), card.name);
     if (!card.sama.isEmpty())
-        jvSetFieldText(job, QStringLiteral("Sama"), card.sama);
+        job.setField(QStringLiteral("Sama"), card.sama);
 }
 
 void FrmPrint::buildPrintOptions(QVBoxLayout* page) {
@@ -303,16 +266,15 @@ void FrmPrint::saveOffset() {
     });
 }
 
-void FrmPrint::setPrintOptions(long job) {
-    jvSetLong(job, ReportOption::KanjiNumerals, chkKansuji->isChecked() ? 1 : 0);
-    jvSetLong(job, ReportOption::PlainPaper, chkYubinWaku->isChecked() ? 1 : 0);
-    jvSetLong(job, ReportOption::OffsetX, std::lround(txtOffsetX->value() * 10));
-    jvSetLong(job, ReportOption::OffsetY, std::lround(txtOffsetY->value() * 10));
+void FrmPrint::setPrintOptions(ReportJob& job) {
+    job.setLong(ReportOption::KanjiNumerals, chkKansuji->isChecked() ? 1 : 0);
+    job.setLong(ReportOption::PlainPaper, chkYubinWaku->isChecked() ? 1 : 0);
+    job.setLong(ReportOption::OffsetX, std::lround(txtOffsetX->value() * 10));
+    job.setLong(ReportOption::OffsetY, std::lround(txtOffsetY->value() * 10));
 }
 
 // A document written to a PDF says where it is, and opens in the desktop's viewer.
-void FrmPrint::reportPdf(long job) {
-    const QString path = ReportPdfPath(job);
+void FrmPrint::reportPdf(const QString& path) {
     if (path.isEmpty())
         return;
     MsgBox(QStringLiteral("ＰＤＦファイルに出力しました。") + QChar(13) + path,

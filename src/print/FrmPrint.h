@@ -11,6 +11,7 @@ class QCheckBox;
 class QDoubleSpinBox;
 class QPushButton;
 class QVBoxLayout;
+class ReportJob;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
@@ -29,9 +30,11 @@ public:
     void cmdPrint_Click(int index);
     void PrintSeigyo();
     void PrintSeigyo2();
-    long PrintSetData(long job);
-    long PrintSetData3(long job);
-    long PrintSetData2(long job);
+    // The pages of the vertical and the horizontal postcards and of the ledger; a library
+    // failure stops them and is thrown.
+    void PrintSetData(ReportJob& job);
+    void PrintSetData3(ReportJob& job);
+    void PrintSetData2(ReportJob& job);
 
     std::array<QPushButton*, 3> cmdPrint;
     QPushButton* cmdEnd;
@@ -51,10 +54,8 @@ protected:
 private:
     // Opens a job, starts the document, runs the page routine and ends or aborts it.
     void runJob(const QString& procedure, const QString& settings, const QString& documentName,
-                const std::function<long(long)>& pages);
-    long setForm(long job, const QString& form);
-    long finishPage(long job);
-    void setAddressee(long job, const ListedCustomer& customer);
+                const std::function<void(ReportJob&)>& pages);
+    void setAddressee(ReportJob& job, const ListedCustomer& customer);
 
     // One card: its customer, and the household's addressee when it is a household card.
     struct Card {
@@ -63,10 +64,10 @@ private:
     };
     std::vector<Card> cards() const;
     void buildPrintOptions(QVBoxLayout* page);
-    void setPrintOptions(long job);
+    void setPrintOptions(ReportJob& job);
     void saveOffset();
-    void reportPdf(long job);
-    void setCardAddressee(long job, const Card& card);
+    void reportPdf(const QString& path);
+    void setCardAddressee(ReportJob& job, const Card& card);
 
     std::vector<ListRow> rows_;
     bool allCustomers_;

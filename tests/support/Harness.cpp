@@ -62,7 +62,7 @@ QString Harness::setUp(Options options) {
     SetAppFolder(dir_->path());
     SetInstallFolder(install_->path());
     SetReportOutput(ReportOutput::PdfOnly);
-    ClearReportJobs();
+    RecordReportJobs(true);
     FixClock(FixedNow);
     msgs.reset();
     screens.reset();

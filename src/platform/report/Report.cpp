@@ -21,7 +21,10 @@
 namespace {
 
 struct Job {
-    int record = 0;
+    // The job's record among those kept; -1 when jobs are not being recorded (the job keeps
+    // its own while it is open).
+    int record = -1;
+    ReportJobRecord own;
     QPageSize pageSize = QPageSize(QPageSize::A4);
     QPageLayout::Orientation orientation = QPageLayout::Portrait;
     FormTemplate form;
@@ -53,6 +56,11 @@ QList<ReportJobRecord>& records() {
     return instance;
 }
 
+bool& recording() {
+    static bool instance = false;
+    return instance;
+}
+
 ReportOutput& outputChoice() {
     static ReportOutput instance = ReportOutput::Automatic;
     return instance;
@@ -63,8 +71,8 @@ Job* find(long handle) {
     return it == jobs().end() ? nullptr : it->second.get();
 }
 
-ReportJobRecord& recordOf(const Job& job) {
-    return records()[job.record];
+ReportJobRecord& recordOf(Job& job) {
+    return job.record < 0 ? job.own : records()[job.record];
 }
 
 QString pdfPathFor(const QString& documentName) {
@@ -112,7 +120,8 @@ const QList<ReportJobRecord>& ReportJobs() {
     return records();
 }
 
-void ClearReportJobs() {
+void RecordReportJobs(bool on) {
+    recording() = on;
     records().clear();
 }
 
@@ -123,8 +132,10 @@ void SetReportOutput(ReportOutput output) {
 long jvOpen(int, QWidget*, long) {
     static long nextHandle = 1;
     auto job = std::make_unique<Job>();
-    records().append(ReportJobRecord());
-    job->record = int(records().size()) - 1;
+    if (recording()) {
+        records().append(ReportJobRecord());
+        job->record = int(records().size()) - 1;
+    }
     const long handle = nextHandle++;
     jobs()[handle] = std::move(job);
     return handle;
@@ -290,7 +301,7 @@ long jvEndDoc(long handle) {
 }
 
 QString ReportPdfPath(long handle) {
-    const Job* job = find(handle);
+    Job* job = find(handle);
     return job && job->pdf && recordOf(*job).ended ? job->pdfPath : QString();
 }
 

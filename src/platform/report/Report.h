@@ -43,7 +43,7 @@ inline constexpr int OffsetX = 103;       // the printer's feed, tenths of a mil
 inline constexpr int OffsetY = 104;       // and down
 } // namespace ReportOption
 
-// What a job did, kept for anyone who wants to check a print run afterwards.
+// What a job did, kept while recording is on (the tests turn it on to check a print run).
 struct ReportJobRecord {
     QString documentName;
     QString settings;
@@ -60,7 +60,8 @@ struct ReportJobRecord {
     QString output; // the PDF written, or the printer's name
 };
 const QList<ReportJobRecord>& ReportJobs();
-void ClearReportJobs();
+// Starts or stops recording the jobs; either way forgets those recorded so far.
+void RecordReportJobs(bool on);
 
 // Where documents go: the system's default printer when one is set up, else a PDF under the
 // program folder (Print/) opened in the desktop's viewer; or always a PDF, never opened.
