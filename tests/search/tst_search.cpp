@@ -257,7 +257,7 @@ private slots:
     // a backslash and % stand for themselves), one Like a filled field, blanks as typed. The
     // inquiry's maker condition keeps the terms of the empty choices: a purchase without a lens
     // maker is shown whatever maker is asked for; the list does not count it.
-    void theQuickSearchAndTheInquiryFindTextAsTyped() {
+    void theStatementsAndRulesOfTheSearchAndTheList() {
         const std::pair<QString, Numbers> typed[] = {
             {u"ext"_s, {3}}, {u"EXT_1"_s, {3}}, {u"Ex_"_s, {}}, {u"1\\2"_s, {3}}, {u"0%"_s, {}}};
         for (const auto& [tel, expected] : typed) {
@@ -275,11 +275,8 @@ private slots:
         const C maker = when({C::Meka}, {.meka = {u"001"_s}});
         QCOMPARE(QueryCount(InquiryQuery(maker, 3)), 1);
         QCOMPARE(QueryCount(PurchaseCustomersQuery(maker)), 1);
-    }
-
-    // The marks a search gives and a family change leaves, F3 twice giving a row back the
-    // state it had (a pending change too), and a correction writing only the columns changed.
-    void theRulesAndTheCorrectionOfTheList() {
+        // The marks a search gives and a family change leaves, F3 twice giving a row back the
+        // state it had (a pending change too), and a correction writing only what changed.
         const QString address = u"札幌市"_s;
         QCOMPARE(byFamily([&](int k) { return MarkedOnSearch(address, k, 2, true); }), u"1010"_s);
         QCOMPARE(byFamily([&](int k) { return MarkedOnSearch(address, k, 1, false); }), u"1010"_s);
