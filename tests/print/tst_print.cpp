@@ -5,16 +5,11 @@
 #include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
+#include "support/Controls.h"
 #include "support/Harness.h"
 
-#include <QCheckBox>
-#include <QDir>
-#include <QDoubleSpinBox>
-#include <QFile>
-#include <QImage>
-#include <QProcess>
-#include <QPushButton>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -39,14 +34,15 @@ ListRow member(const char* name, int kazok, bool marked, const char* tel = "011-
 const QStringList Names = u"森 環|佐藤 由美子|長谷川美智子|勅使河原 左衛門三郎|ｻﾄｳ ﾀﾛｳ|"
                           u"O'Neil Mary|小鳥遊 ちょっぴ|勅使河原 左衛門三郎太郎兵衛之助|"
                           u"西園寺公望之介右衛門三郎左衛門尉"_s.split(u'|');
-const char* const Addresses[][2] = {
-    {"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室", ""},
-    {"東京都千代田区千代田１－１", "皇居外苑マンション１０１号室"},
-    {"北海道札幌市中央区北一条西二十丁目12-34-567", "グランドメゾン札幌ABCタワー１５０１号室"},
-    {"鹿児島県鹿児島郡三島村大字硫黄島字長浜一〇三番地の二十七号 ふるさと会館内",
-     "鹿児島県鹿児島郡三島村大字硫黄島字長浜一〇三番地 ちょっとした別館ホテル１０号室"},
-    {"愛知県名古屋市中村区名駅南一丁目２７番２号日本生命笹島ビル１７階総合受付センター",
-     "京都府京都市下京区烏丸通七条下る東塩小路町７２１－１ 京都タワービル東館１２３号室"}};
+const QString Addresses[][2] = {
+    {u"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室"_s, u""_s},
+    {u"東京都千代田区千代田１－１"_s, u"皇居外苑マンション１０１号室"_s},
+    {u"北海道札幌市中央区北一条西二十丁目12-34-567"_s,
+     u"グランドメゾン札幌ABCタワー１５０１号室"_s},
+    {u"鹿児島県鹿児島郡三島村大字硫黄島字長浜一〇三番地の二十七号 ふるさと会館内"_s,
+     u"鹿児島県鹿児島郡三島村大字硫黄島字長浜一〇三番地 ちょっとした別館ホテル１０号室"_s},
+    {u"愛知県名古屋市中村区名駅南一丁目２７番２号日本生命笹島ビル１７階総合受付センター"_s,
+     u"京都府京都市下京区烏丸通七条下る東塩小路町７２１－１ 京都タワービル東館１２３号室"_s}};
 
 QString plain(const QString& value) {
     return value.normalized(QString::NormalizationForm_KC).remove(QRegularExpression(u"\\s"_s));
@@ -72,8 +68,7 @@ void checkLayout(const QString& folder, const ReportJobRecord& job, bool wholeTe
     for (const FormItem& item : form.items)
         floors.insert(item.name, item.minPoints);
     const auto inside = [](const QRectF& outer, const QRectF& r) {
-        return r.adjusted(1e-3, 1e-3, -1e-3, -1e-3).intersected(outer) ==
-               r.adjusted(1e-3, 1e-3, -1e-3, -1e-3);
+        return outer.contains(r.adjusted(1e-3, 1e-3, -1e-3, -1e-3));
     };
     for (qsizetype p = 0; p < job.drawn.size(); ++p) {
         const QList<DrawnText>& page = job.drawn[p];
@@ -132,7 +127,7 @@ class TestPrint : public QObject {
         FrmPrint screen(list, allCustomers);
         if (choose)
             choose(screen);
-        screen.cmdPrint[button]->click();
+        Find<QPushButton>(screen, u"cmdPrint"_s, button).click();
         if (pages)
             QVERIFY(harness.msgs.shown().last().text.endsWith(ReportJobs().last().output));
     }
@@ -141,13 +136,26 @@ private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    // Postcards go to the marked customers, none when none is marked, nothing at all on No. A
-    // household's representative in a list of everyone is written to as the family; with
-    // conditions everyone is addressed by name.
-    void postcards() {
+    // The screen is worked with the keys: the focused button shows its focus from the start,
+    // and Esc closes the screen as "閉じる" does, printing nothing. Postcards go to the marked
+    // customers, none when none is marked, nothing at all on No. A household's representative
+    // in a list of everyone is written to as the family; with conditions everyone is addressed
+    // by name.
+    void theKeysAndThePostcards() {
         const std::vector<ListRow> list{row(u" 山田 太郎 "_s, u"123-4567"_s, 0, true),
                                         row(u"鈴木 花子"_s, QString(), 2, true),
                                         row(u"佐藤 次郎"_s, u"060-0001"_s, 2, false)};
+        FrmPrint shown(list, true);
+        harness.screens.expect<FrmPrint>([](FrmPrint& s) {
+            auto& first = Find<QPushButton>(s, u"cmdPrint"_s, 0);
+            QCOMPARE(s.focusWidget(), &first);
+            const QImage focused = first.grab().toImage();
+            Find<QPushButton>(s, u"cmdPrint"_s, 1).setFocus(Qt::OtherFocusReason);
+            QVERIFY(first.grab().toImage() != focused);
+            QTest::keyClick(&s, Qt::Key_Escape);
+            QVERIFY(!s.isVisible());
+        });
+        QCOMPARE(ShowModal(shown), int(QDialog::Accepted));
         press(list, true, 0, Answer::No);
         QVERIFY(ReportJobs().isEmpty());
         press({list[2]}, true, 0);
@@ -165,22 +173,6 @@ private slots:
         QCOMPARE(fields(vertical, 1, u"Yubin_1 Name"_s), u"-|鈴木 花子  様"_s);
         QCOMPARE(fields(horizontal, 0, u"Yubin Name Sama"_s), u"〒 123-4567|山田 太郎  様|-"_s);
         QCOMPARE(fields(horizontal, 1, u"Yubin"_s), u"-"_s);
-    }
-
-    // The screen is worked with the keys: the focused button shows its focus from the start,
-    // and Esc closes the screen as "閉じる" does, printing nothing.
-    void theFocusShowsAndEscCloses() {
-        FrmPrint print({row(u"山田"_s, QString(), 0, true)}, true);
-        harness.screens.expect<FrmPrint>([](FrmPrint& s) {
-            QCOMPARE(s.focusWidget(), s.cmdPrint[0]);
-            const QImage focused = s.cmdPrint[0]->grab().toImage();
-            s.cmdPrint[1]->setFocus(Qt::OtherFocusReason);
-            QVERIFY(s.cmdPrint[0]->grab().toImage() != focused);
-            QTest::keyClick(&s, Qt::Key_Escape);
-            QVERIFY(!s.isVisible());
-        });
-        QCOMPARE(ShowModal(print), int(QDialog::Accepted));
-        QVERIFY(ReportJobs().isEmpty());
     }
 
     // The ledger lists every customer, marked or not, 36 lines a page. Without its template the
@@ -210,8 +202,8 @@ private slots:
         QCOMPARE(text.count(QLatin1Char('\f')), 2);
         QVERIFY(QFile::remove(harness.installPath(u"jfm/PrnSan003.jfm"_s)));
         press(list, true, 1, Answer::Yes, u"jvSetForm Error -3"_s);
-        QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed);
-        QVERIFY(!ReportJobs().last().ended);
+        QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed &&
+                !ReportJobs().last().ended);
         QCOMPARE(QDir(harness.path(u"Print"_s)).entryList(QDir::Files).size(), 2);
     }
 
@@ -221,12 +213,12 @@ private slots:
         std::vector<ListRow> list;
         for (const QString& name : Names)
             for (const auto& address : Addresses)
-                list.push_back(row(name, u"060-0042"_s, 2, true, QString::fromUtf8(address[0]),
-                                   20261101, QString::fromUtf8(address[1]), u"011-222-3333"_s));
+                list.push_back(row(name, u"060-0042"_s, 2, true, address[0], 20261101, address[1],
+                                   u"011-222-3333"_s));
         for (const bool kanji : {false, true})
             for (const int button : {0, 2, 1}) {
                 press(list, false, button, Answer::Yes, {},
-                      [&](FrmPrint& s) { s.chkKansuji->setChecked(kanji); });
+                      [&](FrmPrint& s) { Find<QCheckBox>(s, u"chkKansuji"_s).setChecked(kanji); });
                 const ReportJobRecord& job = ReportJobs().last();
                 QCOMPARE(job.drawn.size(), button == 1 ? 2 : qsizetype(list.size()));
                 checkLayout(harness.installFolder(), job, !kanji);
@@ -271,16 +263,11 @@ private slots:
             QCOMPARE(lines.values().join(u'|'), expected);
             QCOMPARE(set.points < 12, shrunk);
         }
-        const char* const numbers[][3] = {{"12", "十二", "１２"},
-                                          {"10", "十", "１０"},
-                                          {"102", "一〇二", "１０２"},
-                                          {"２０", "二〇", "２０"},
-                                          {"7", "七", "７"}};
-        for (const auto& n : numbers) {
-            QCOMPARE(VerticalNumber(QString::fromUtf8(n[0]), VerticalDigits::Kanji),
-                     QString::fromUtf8(n[1]));
-            QCOMPARE(VerticalNumber(QString::fromUtf8(n[0]), VerticalDigits::FullWidth),
-                     QString::fromUtf8(n[2]));
+        for (const QString& n :
+             u"12 十二 １２|10 十 １０|102 一〇二 １０２|２０ 二〇 ２０|7 七 ７"_s.split(u'|')) {
+            const QStringList forms = n.split(u' ');
+            QCOMPARE(VerticalNumber(forms[0], VerticalDigits::Kanji), forms[1]);
+            QCOMPARE(VerticalNumber(forms[0], VerticalDigits::FullWidth), forms[2]);
         }
     }
 
@@ -299,7 +286,8 @@ private slots:
                                         member("鈴木 四", 1, true, "022"),
                                         member("鈴木 五", 1, true, "022")};
         QCOMPARE(MarkedHouseholds(list).size(), 3u);
-        press(list, true, 0, Answer::Yes, {}, [](FrmPrint& s) { s.chkRenmei->setChecked(true); });
+        press(list, true, 0, Answer::Yes, {},
+              [](FrmPrint& s) { Find<QCheckBox>(s, u"chkRenmei"_s).setChecked(true); });
         const ReportJobRecord& job = ReportJobs().last();
         QCOMPARE(job.pages.size(), 3);
         checkLayout(harness.installFolder(), job, false);
@@ -325,16 +313,17 @@ private slots:
     void offsetAndPostalCodeBoxes() {
         const std::vector<ListRow> list{member("山田 一郎", 2, true)};
         press(list, false, 0, Answer::Yes, {}, [](FrmPrint& s) {
-            s.txtOffsetX->setValue(10);
-            s.txtOffsetY->setValue(-1.5);
+            Find<QDoubleSpinBox>(s, u"txtOffsetX"_s).setValue(10);
+            Find<QDoubleSpinBox>(s, u"txtOffsetY"_s).setValue(-1.5);
         });
         QCOMPARE(SettingStore::ReadPrintOffset().x, 10.0);
         QCOMPARE(SettingStore::ReadPrintOffset().y, -1.5);
         press(list, false, 0, Answer::Yes, {}, [](FrmPrint& s) {
-            QCOMPARE(s.txtOffsetX->value(), 10.0);
-            s.txtOffsetX->setValue(0);
-            s.txtOffsetY->setValue(0);
-            s.chkYubinWaku->setChecked(true);
+            auto& x = Find<QDoubleSpinBox>(s, u"txtOffsetX"_s);
+            QCOMPARE(x.value(), 10.0);
+            x.setValue(0);
+            Find<QDoubleSpinBox>(s, u"txtOffsetY"_s).setValue(0);
+            Find<QCheckBox>(s, u"chkYubinWaku"_s).setChecked(true);
         });
         // The same card rendered: moved 10 mm to the right (39 pixels at 100 dpi), and with
         // red boxes only the second time.
