@@ -129,6 +129,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/Age.cpp
     src/domain/Household.cpp
     src/domain/ListRow.cpp
+    src/domain/Order.cpp
     src/domain/PostalCode.cpp
     src/domain/Prescription.cpp
     src/domain/PrintMarks.cpp
@@ -140,6 +141,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/Household.h
     src/domain/ListRow.h
     src/domain/Master.h
+    src/domain/Order.h
     src/domain/PostalCode.h
     src/domain/Prescription.h
     src/domain/PrintMarks.h
@@ -161,6 +163,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/Lookups.cpp
     src/data/MasterStore.cpp
     src/data/Numbering.cpp
+    src/data/OrderStore.cpp
     src/data/PurchaseStore.cpp
     src/data/Schema.cpp
     src/data/SettingStore.cpp
@@ -177,6 +180,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/Lookups.h
     src/data/MasterStore.h
     src/data/Numbering.h
+    src/data/OrderStore.h
     src/data/PurchaseStore.h
     src/data/Schema.h
     src/data/SettingStore.h

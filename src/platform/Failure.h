@@ -50,6 +50,9 @@ inline constexpr long ReportLibrary = -2147221503;
 // A document printed to a PDF that could not be written whole (a full disk, a folder that
 // cannot be written).
 inline constexpr long ReportNotWritten = -2147221502;
+// A payment the order cannot take (over what is outstanding, a refund over what was paid); the
+// description says why in words for staff.
+inline constexpr long PaymentRefused = -2147221501;
 // Anything thrown that is not a Failure.
 inline constexpr long Unexpected = -2147418113;
 } // namespace ErrorNumber
