@@ -55,6 +55,18 @@ void onLine(FrmKokyaku& s, int seq, const char* button, const QString& memo = {}
     QTest::mouseClick(&at<QPushButton>(s, button), Qt::LeftButton);
 }
 
+// A sale as another terminal's register stores it.
+Purchase sale(qint64 total) {
+    Purchase p;
+    p.date = QDate(2026, 11, 22), p.itemNo = u"001"_s, p.total = total;
+    return p;
+}
+
+// What a save's box says of a row another terminal changed or deleted after it was shown.
+QString told(const QString& row, const QString& did) {
+    return row + u"は、この画面に表示した後で他の端末が"_s + did;
+}
+
 void editCell(ListGrid& grid, int row, int column, const QString& value) {
     grid.gridModel()->setData(grid.gridModel()->index(row - 1, column - 1), value, Qt::EditRole);
 }
@@ -83,8 +95,7 @@ private slots:
     void changesMeetOnlyInTheSameField() {
         insertCustomerWithTwoSales();
         InsertCustomer({.no = 2, .name = u"隣の客"_s});
-        const QString conflict =
-            u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が変更しました（ＴＥＬ）"_s;
+        const QString conflict = told(u"顧客番号 1「山田 太郎」"_s, u"変更しました（ＴＥＬ）"_s);
         ExpectSaved(harness);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, conflict, Answer::No);
@@ -124,42 +135,32 @@ private slots:
     // a new sale could have taken, a deletion of a changed sale. The other terminal's sales
     // stand; a freed number is never given again.
     void aStaleLineNeverReachesAnotherSale() {
-        struct Road {
-            const char* what;
-            std::function<void(OtherTerminal&)> elsewhere;
-            std::function<void(FrmKokyaku&)> here;
-            QString told;
+        const auto soldAgain = [](OtherTerminal& o) {
+            o.deleteSale(1, 2);
+            QCOMPARE(o.registerSale(1, sale(99999)), 3);
         };
-        const Road roads[] = {
-            {"corrected after the other deleted it and sold again",
-             [](OtherTerminal& o) {
-                 o.deleteSale(1, 2);
-                 Purchase sale;
-                 sale.date = QDate(2026, 11, 20), sale.itemNo = u"001"_s, sale.total = 99999;
-                 QCOMPARE(o.registerSale(1, sale), 3);
-             },
-             [](FrmKokyaku& s) { onLine(s, 2, "cmdOk", u"古い画面"_s); },
-             u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s},
-            {"deleted after the other changed it",
-             [](OtherTerminal& o) {
-                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
-             },
-             [](FrmKokyaku& s) { onLine(s, 1, "cmdCancel"); },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"_s},
-            {"both changed its memo",
-             [](OtherTerminal& o) {
-                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
-             },
-             [](FrmKokyaku& s) { onLine(s, 1, "cmdOk", u"この端末"_s); },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"
-             "しました（メモ）"_s},
+        const auto memo = [](OtherTerminal& o) {
+            o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
+        };
+        const QString sale1 = u"顧客番号 1 の 2025/01/01 の売上（No.1）"_s;
+        // What the other terminal did; the line here, its button and memo; what the box says.
+        const struct {
+            std::function<void(OtherTerminal&)> elsewhere;
+            int seq;
+            const char* button;
+            QString memo, told;
+        } roads[] = {
+            {soldAgain, 2, "cmdOk", u"古い画面"_s,
+             told(u"顧客番号 1 の 2026/01/01 の売上（No.2）"_s, u"削除"_s)},
+            {memo, 1, "cmdCancel", {}, told(sale1, u"変更"_s)},
+            {memo, 1, "cmdOk", u"この端末"_s, told(sale1, u"変更しました（メモ）"_s)},
         };
         const auto sales = [] {
             return QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
                               "max(Uri_Memo) from San_Uriage"_s)
                 .toString();
         };
-        for (const Road& road : roads) {
+        for (const auto& road : roads) {
             gCon.execute(u"delete from San_Uriage"_s);
             gCon.execute(u"delete from San_User"_s);
             insertCustomerWithTwoSales();
@@ -170,14 +171,14 @@ private slots:
             OpenRegister(harness, 1, [&](FrmKokyaku& s) {
                 road.elsewhere(*other);
                 after = sales();
-                road.here(s);
+                onLine(s, road.seq, road.button, road.memo);
                 QTest::keyClick(&s, Qt::Key_F5);
                 // Still waiting, as typed.
-                QVERIFY2(at<PurchaseGrid>(s, "spdData").hasMarkedLines(), road.what);
+                QVERIFY2(at<PurchaseGrid>(s, "spdData").hasMarkedLines(), qPrintable(road.told));
                 QTest::keyClick(&s, Qt::Key_F1);
             });
             QCOMPARE(sales(), after);
-            QVERIFY2(!after.isEmpty(), road.what);
+            QVERIFY2(!after.isEmpty(), qPrintable(road.told));
         }
         QCOMPARE(PurchaseTexts(1, 1, u"Uri_Memo"_s), u"他端末"_s);
     }
@@ -189,8 +190,7 @@ private slots:
         for (int no = 1; no <= 3; ++no)
             InsertCustomer({.no = no, .name = u"客"_s + QString::number(no)});
         harness.msgs.expect(OpeQes_011, Answer::Yes);
-        ExpectConflict(harness, u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"_s,
-                       Answer::OK);
+        ExpectConflict(harness, told(u"顧客番号 3「客3」"_s, u"削除"_s), Answer::OK);
         OpenRegister(harness, 3, [this](FrmKokyaku& s) {
             other->deleteCustomer(3);
             QCOMPARE(other->registerCustomer(u"新しい客"_s), 4);
@@ -204,13 +204,9 @@ private slots:
 
         InsertPurchase({.user = 2, .seq = 1});
         harness.msgs.expect(OpeQes_002, Answer::Yes);
-        ExpectConflict(
-            harness,
-            u"顧客番号 2「客2」は、この画面に表示した後で他の端末が変更しました（売上）"_s);
+        ExpectConflict(harness, told(u"顧客番号 2「客2」"_s, u"変更しました（売上）"_s));
         OpenRegister(harness, 2, [this](FrmKokyaku& s) {
-            Purchase sale;
-            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
-            other->registerSale(2, sale);
+            other->registerSale(2, sale(1000));
             QTest::keyClick(&s, Qt::Key_F8);
             QCOMPARE(at<xLabel>(s, "lblNo").text(), u"2"_s);
         });
@@ -226,10 +222,9 @@ private slots:
         harness.msgs.expect(OpeInf_008);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness,
-                       u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"
-                       "しました。\n顧客番号 4「客4」は、この画面に表示した後で他の端末"
-                       "が変更しました（氏名）。\n顧客番号 5「客5」は、この画面に表示し"
-                       "た後で他の端末が削除しました。"_s,
+                       told(u"顧客番号 3「客3」"_s, u"削除しました。\n"_s) +
+                           told(u"顧客番号 4「客4」"_s, u"変更しました（氏名）。\n"_s) +
+                           told(u"顧客番号 5「客5」"_s, u"削除しました。"_s),
                        Answer::Yes);
         FrmIchiran list;
         harness.screens.expect<FrmIchiran>([this](FrmIchiran& s) {
@@ -242,10 +237,7 @@ private slots:
             other->deleteCustomer(3);
             other->execute(u"update San_User set User_Name = '他の名' where User_No = 4"_s);
             other->deleteCustomer(5);
-            const qint64 newcomer = other->registerCustomer(u"新しい客"_s);
-            Purchase sale;
-            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
-            other->registerSale(newcomer, sale);
+            other->registerSale(other->registerCustomer(u"新しい客"_s), sale(1000));
             editCell(grid, 2, ListGrid::Name, u"客2改"_s);
             editCell(grid, 3, ListGrid::Jusyo1, u"函館市"_s);
             editCell(grid, 4, ListGrid::Name, u"この端末の名"_s);
@@ -275,8 +267,7 @@ private slots:
     void theHistoryTellsOfItsBlocks() {
         insertCustomerWithTwoSales();
         InsertPurchase({.user = 1, .seq = 3, .ymd = 20240101});
-        const QString deleted =
-            u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s;
+        const QString deleted = told(u"顧客番号 1 の 2026/01/01 の売上（No.2）"_s, u"削除"_s);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, deleted);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
@@ -284,7 +275,7 @@ private slots:
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(
             harness,
-            u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更しました（ﾌﾚｰﾑ品名）"_s,
+            told(u"顧客番号 1 の 2025/01/01 の売上（No.1）"_s, u"変更しました（ﾌﾚｰﾑ品名）"_s),
             Answer::Yes);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expect(OpeInf_001);
@@ -321,13 +312,9 @@ private slots:
 
     // A master entry another terminal renamed or deleted is neither renamed nor deleted here.
     void aMasterEntryIsChangedOnlyAsShown() {
-        ExpectConflict(
-            harness,
-            u"メーカー 002「ニコン」は、この画面に表示した後で他の端末が変更しました（名称）"_s);
+        ExpectConflict(harness, told(u"メーカー 002「ニコン」"_s, u"変更しました（名称）"_s));
         harness.msgs.expect(OpeQes_002, Answer::Yes);
-        ExpectConflict(harness,
-                       u"メーカー 003「セイコー」は、この画面に表示した後で他の端末が削除"_s,
-                       Answer::Yes);
+        ExpectConflict(harness, told(u"メーカー 003「セイコー」"_s, u"削除"_s), Answer::Yes);
         FrmMstMeka screen;
         harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
             auto& grid = at<GridView>(s, "spdData");
