@@ -52,28 +52,10 @@ private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    // What the entry and "明細削除" make of a line: a marked line refuses the entry, a new one
-    // is removed instead of marked, and taking the mark back restores the state it had.
-    void lineStates() {
-        using enum LineState;
-        const std::pair<LineState, std::optional<LineState>> entries[] = {
-            {Stored, Changed}, {Changed, Changed}, {New, New}, {Deleted, std::nullopt}};
-        for (const auto& [before, after] : entries)
-            QVERIFY(StateAfterEntry(before) == after);
-        for (LineState before : {Stored, Changed}) {
-            PurchaseLine line{.id = 1, .purchase = {}, .read = {}, .state = before};
-            QVERIFY(ToggleLineDeletion(line) && line.state == Deleted && !line.unmarked);
-            QVERIFY(ToggleLineDeletion(line) && line.state == before && line.unmarked);
-        }
-        PurchaseLine added{.id = 2, .purchase = {}, .read = {}, .state = New};
-        QVERIFY(!ToggleLineDeletion(added));
-    }
-
     // A new customer's purchases typed in: the required lists, Enter through the entry, the
     // total worked out from the amounts, a date that is none refused on leaving it and at the
-    // line, the lines newest first, consecutive numbers stored. Then the lens amount left by
-    // Enter or Tab goes on to the total, selected so that what is typed replaces it; a click
-    // elsewhere goes where it was aimed and the total keeps the sum.
+    // line, the lines newest first, consecutive numbers stored. The lens amount left by Enter or
+    // Tab goes on to the total, selected to be typed over; a click elsewhere goes where aimed.
     void newLinesGetConsecutiveNumbersWithTheNewCustomer() {
         ExpectBoxes(harness, {OpeErr_001, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_001,
                               OpeInf_001, OpeQes_001, OpeInf_001});
@@ -130,10 +112,8 @@ private slots:
                 QTest::mouseClick(&lens, Qt::LeftButton);
                 QTest::keyClicks(&lens, u"15000"_s);
                 QWidget* next = key == 0 ? static_cast<QWidget*>(&r.at("txtSph", 0)) : &total;
-                if (key == 0)
-                    QTest::mouseClick(next, Qt::LeftButton);
-                else
-                    QTest::keyClick(&lens, Qt::Key(key));
+                key ? QTest::keyClick(&lens, Qt::Key(key))
+                    : QTest::mouseClick(next, Qt::LeftButton);
                 QCOMPARE(s.focusWidget(), next);
                 QCOMPARE(total.Value(), 15000.0);
                 QTest::keyClicks(next, typed);
@@ -155,12 +135,10 @@ private slots:
         QCOMPARE(lensLines, (QStringList{u"126|0"_s, u"127|0"_s, u"15000|1.25"_s}));
     }
 
-    // The entry writes to the line it shows, however the current line moved: by the arrow
-    // key, by a drag (pressed on one line, released on another). A save whose new line fails
-    // (another terminal wrote its number first) rolls back the customer and the changed lines
-    // too. "明細削除" marks a stored or a changed line and takes the mark back to the state it
-    // had, a marked line refuses a change, a new line is simply removed; on saving the marked
-    // line is deleted, the changed ones written.
+    // The entry writes to the line it shows, moved to by the arrow key or a drag. A save whose
+    // new line fails (another terminal took its number) rolls back the customer and the changed
+    // lines. "明細削除" marks a stored or changed line and takes the mark back to the state it
+    // had, a marked line refuses a change, a new one is removed; the marked line is deleted.
     void theEntryWritesToTheLineItShowsAndMarkedLinesAreDeleted() {
         InsertCustomer({.no = 5});
         InsertPurchase({.user = 5, .seq = 1, .ymd = 20250101, .total = 50000});
@@ -176,21 +154,24 @@ private slots:
             const auto states = [&r] {
                 return ColumnTexts(r.grid, PurchaseGrid::Status);
             };
-            QCOMPARE(r.at<xDate>("txtDatc").date(), QDate(2025, 1, 1));
+            xDate& date = r.at<xDate>("txtDatc");
+            QCOMPARE(date.date(), QDate(2025, 1, 1));
             r.cells.setFocus();
             QTest::keyClick(&r.cells, Qt::Key_Down);
-            QCOMPARE(r.at<xDate>("txtDatc").date(), QDate(2024, 1, 1));
+            QCOMPARE(date.date(), QDate(2024, 1, 1));
             r.at("txtMemo").setText(u"鼻あて交換"_s);
             r.click("cmdOk");
             QTest::mousePress(cells, Qt::LeftButton, {}, RowCentre(r.grid, 2));
             QTest::mouseMove(cells, RowCentre(r.grid, 1));
             QTest::mouseRelease(cells, Qt::LeftButton, {}, RowCentre(r.grid, 1));
-            QCOMPARE(r.at<xDate>("txtDatc").date(), QDate(2025, 1, 1));
-            r.at("txtMemo").setText(u"変えた"_s);
+            QCOMPARE(date.date(), QDate(2025, 1, 1));
+            r.at("txtMemo").setText(u"一度目"_s);
             r.click("cmdOk");
             QCOMPARE(r.grid.rowColor(1), QColor(255, 255, 128));
             Find<xField>(s, u"txtName"_s).setText(u"名前を変えた"_s);
             EnterPurchase(r.e, QDate(2026, 11, 22), 0, 0);
+            s.spdData_Click(1, 1);
+            r.click("cmdOk"); // a new line stays new
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(states(), u"新規|変更|変更|"_s);
             QCOMPARE(CustomerTexts(5, u"User_Name"_s) + PurchaseTexts(5, 1, u"Uri_Memo"_s),
@@ -198,7 +179,10 @@ private slots:
             QCOMPARE(StoredSeqs(5), (QList<int>{1, 2, 3}));
             r.grid.setActiveCell(1, 1);
             r.click("cmdCancel");
-            QVERIFY(states() == u"変更|変更|"_s && s.focusWidget() == &r.at<xDate>("txtDatc"));
+            QVERIFY(states() == u"変更|変更|"_s && s.focusWidget() == &date);
+            s.spdData_Click(1, 1);
+            r.at("txtMemo").setText(u"変えた"_s);
+            r.click("cmdOk"); // a changed line stays changed
             s.spdData_Click(3, 3);
             r.click("cmdCancel");
             QCOMPARE(states(), u"変更|変更|削除"_s);
@@ -226,8 +210,7 @@ private slots:
 
     // Under each eye the prescription before the purchase shown: one without a prescription is
     // passed over, a new line comes after every line, the one waiting too. A power typed 0.50
-    // or more away from it is marked by colour and sign, a smaller change is not. The caption
-    // moves no field.
+    // or more away is marked by colour and sign, a smaller change is not; no field moves.
     void thePreviousPrescriptionStandsUnderTheEntry() {
         InsertCustomer({.no = 4});
         InsertPurchase({.user = 4, .seq = 1, .ymd = 20240512}); // R -1.25, L -1.50
@@ -263,13 +246,10 @@ private slots:
         }));
     }
 
-    // Texts longer than their fields let a person type, and codes whose master row was deleted
-    // (shown as the code alone), are shown and stored again whole when another field is
-    // changed; no purchase is hidden and a cleared entry offers no deleted code. A frame name
-    // pasted from a spreadsheet holds a tab: stored as pasted, every other column keeps its
-    // own value. After the save no line is current: focus arriving in the grid by Tab loads
-    // none, and a line chosen with the arrows over a sale typed in the entry asks first (No
-    // keeps the sale); F12 and back leaves Koushin true.
+    // Texts longer than their fields allow, and codes whose master row is gone (shown as the
+    // code alone), are stored again whole; a cleared entry offers no deleted code. A pasted tab
+    // is stored as pasted, shifting no column. After the save no line is current: Tab into the
+    // grid loads none, the arrows over a typed sale ask first (No keeps it); F12 leaves Koushin.
     void storedTextsAndCodesSurviveAndFocusLoadsNoLine() {
         gCon.execute(u"delete from San_Item where Item_No = '002'"_s);
         gCon.execute(u"delete from San_Meka where Meka_No = '002'"_s);

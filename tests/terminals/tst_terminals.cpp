@@ -245,10 +245,10 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F3);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(ColumnTexts(grid, ListGrid::Name), u"客1|客2改|客3|他の名|客5"_s);
-            QCOMPARE(grid.rowColor(2), ListGrid::White);
-            QCOMPARE(grid.rowColor(3), ListGrid::Grey);
-            QCOMPARE(grid.rowColor(4), ListGrid::Blue);
-            QCOMPARE(grid.rowColor(5), ListGrid::Grey);
+            const QColor colours[] = {ListGrid::White, ListGrid::Grey, ListGrid::Blue,
+                                      ListGrid::Grey};
+            for (int row = 2; row <= 5; ++row)
+                QCOMPARE(grid.rowColor(row), colours[row - 2]);
             QVERIFY(!s.hasUnsavedEdits());
             editCell(grid, 3, ListGrid::Name, u"戻らない"_s);
             QTest::keyClick(&s, Qt::Key_F3); // the current row, 5, takes no mark
@@ -277,8 +277,7 @@ private slots:
             harness,
             told(u"顧客番号 1 の 2025/01/01 の売上（No.1）"_s, u"変更しました（ﾌﾚｰﾑ品名）"_s),
             Answer::Yes);
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
+        ExpectSaved(harness);
         FrmRireki history;
         history.setKokNo(1);
         harness.screens.expect<FrmRireki>([this](FrmRireki& s) {
