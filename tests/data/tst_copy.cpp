@@ -21,6 +21,7 @@
 #include "shell/BasSubMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/FrmPsw.h"
+#include "support/Controls.h"
 #include "support/Faults.h"
 #include "support/Harness.h"
 #include "support/OtherTerminal.h"
@@ -290,16 +291,17 @@ private slots:
         harness.msgs.expect(OpeQes_009, Answer::Yes);
         harness.msgs.expectBox(PdfNotWrittenText, u"印刷選択"_s);
         FrmPrint print({{listed, listed, true}}, true);
-        print.cmdPrint[0]->click();
+        Find<QPushButton>(print, u"cmdPrint"_s, 0).click();
 
         QVERIFY(QFile::link(disk.path(u"."_s), harness.path(u"Backup"_s)));
         QCOMPARE(FailureNumber([this] { MakeDailyBackup(harness.folder(), Harness::FixedNow); }),
                  ErrorNumber::FileAccess);
         QCOMPARE(filesIn(disk.path(u"."_s)), onDisk);
         gCon.close();
-        harness.screens.expect<FrmPsw>([](FrmPsw& psw) {
-            psw.txtPSW->setText(u"tavinoru"_s);
-            QTest::keyClick(psw.txtPSW, Qt::Key_Return);
+        harness.screens.expect<FrmPsw>([](FrmPsw& screen) {
+            auto& psw = Find<xPass>(screen, u"txtPSW"_s);
+            psw.setText(u"tavinoru"_s);
+            QTest::keyClick(&psw, Qt::Key_Return);
         });
         harness.screens.expect<FrmMenu>([](FrmMenu& menu) { menu.close(); });
         harness.msgs.expectBoxStartingWith(DailyBackupFailedText, AppTitle);

@@ -12,15 +12,16 @@
 #include "history/FrmRireki.h"
 #include "history/UriageBlock.h"
 #include "masters/FrmMaster.h"
-#include "pickers/AddressList.h"
 #include "pickers/FrmZipList.h"
 #include "platform/Failure.h"
+#include "platform/controls/GridView.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xNum.h"
 #include "platform/db/Connection.h"
 #include "platform/ui/ShowModal.h"
+#include "support/Controls.h"
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
@@ -34,24 +35,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-enum { Sph, Cyl, Ax, S, P1, B1 };
+// A block of the history (0 upper, 1 middle, 2 lower), and a control of a block by its name.
+UriageBlock& block(const FrmRireki& s, int index) {
+    return Find<UriageBlock>(s, u"FraUriage"_s, index);
+}
+template <class Control = xField> Control& in(const UriageBlock& b, const QString& name) {
+    return Find<Control>(b, name);
+}
 
 QList<int> shownSeqs(const FrmRireki& s) {
-    QList<int> seqs;
-    for (const UriageBlock* block : s.FraUriage)
-        seqs << block->seq();
-    return seqs;
+    return {block(s, 0).seq(), block(s, 1).seq(), block(s, 2).seq()};
 }
 
 // Per block: the caption and the previous Sph of one eye.
 QString previousSph(const FrmRireki& s, const QString& eye) {
     QStringList texts;
-    for (const UriageBlock* block : s.FraUriage) {
-        const auto* date = block->findChild<QLabel*>(u"lblZenkai"_s + eye);
-        const auto* sph = block->findChild<QLabel*>(u"lblZenkaiSph_"_s + eye);
-        texts << (date && sph ? date->text() + u' ' + sph->text() : u"<none>"_s);
-    }
+    for (int i = 0; i < 3; ++i)
+        texts << in<QLabel>(block(s, i), u"lblZenkai"_s + eye).text() + u' ' +
+                     in<QLabel>(block(s, i), u"lblZenkaiSph_"_s + eye).text();
     return texts.join(u'|');
+}
+
+// Whether the log holds an error's line (one with its number).
+bool loggedAnError() {
+    static const QRegularExpression errorLine(u"ｴﾗ-No\\.\\([^)]"_s);
+    return QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine);
 }
 
 // The history of customer 1 driven; gives back Koushin.
@@ -83,11 +91,11 @@ private slots:
     }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    // Three a page, newest first, ties by number, up to the day asked; no other customer's.
+    // Three a page, newest first, ties by number, up to the day asked (the screen's road below
+    // pages on and asks for days); no other customer's.
     void historyPages() {
         const std::tuple<qint64, qint64, int, QList<int>> cases[] = {
-            {1, 20261122, 1, {1, 2, 4}}, {1, 20261122, 2, {3, 5}}, {1, 20261122, 3, {}},
-            {1, 20251231, 1, {2, 4, 3}}, {1, 20221231, 1, {}},     {2, 20261122, 1, {}}};
+            {1, 20261122, 1, {1, 2, 4}}, {1, 20221231, 1, {}}, {2, 20261122, 1, {}}};
         for (const auto& [customer, ymd, pageNo, expected] : cases) {
             const PurchaseStore::HistoryPage page =
                 PurchaseStore::ReadHistoryPage(customer, ymd, pageNo);
@@ -103,7 +111,7 @@ private slots:
         harness.msgs.expectBoxStartingWith(
             u"障害発生！"_s, VbErrorTitle + QString::number(ErrorNumber::StatementFailed));
         openHistory(harness, [](FrmRireki& s) {
-            QVERIFY(s.readFailed() && s.lblKokNo->text().isEmpty());
+            QVERIFY(s.readFailed() && Find<xLabel>(s, u"lblKokNo"_s).text().isEmpty());
             QTest::keyClick(&s, Qt::Key_F1);
         });
         QVERIFY(ReadFile(LogFilePath()).contains("\"DispUriage\""));
@@ -128,9 +136,13 @@ private slots:
         harness.msgs.expect(OpeQes_008, Answer::No);
         harness.msgs.expect(OpeQes_008, Answer::Yes);
         QVERIFY(!openHistory(harness, [](FrmRireki& s) {
+            auto& day = Find<xDate>(s, u"txtKensakuDay"_s);
+            auto& search = Find<QPushButton>(s, u"cmdKensaku"_s);
+            UriageBlock& upper = block(s, 0);
+            auto& date = in<xDate>(upper, u"txtUriDate"_s);
             QCOMPARE(shownSeqs(s), (QList<int>{1, 2, 4}));
-            QCOMPARE(s.FraUriage[0]->cboItem->currentText(), u"003:コンタクトレンズ"_s);
-            QVERIFY(!s.FraUriage[0]->isEnabled());
+            QCOMPARE(in<QComboBox>(upper, u"cboItem"_s).currentText(), u"003:コンタクトレンズ"_s);
+            QVERIFY(!upper.isEnabled());
             QCOMPARE(previousSph(s, u"R"_s), u"前回 2025/06/01 -1.25|前回 2023/01/01 ▼-1.25|"
                                              u"前回 2025/06/01 ▲-2.00"_s);
             // A page reads its purchases alone: the masters were read once with the screen.
@@ -138,9 +150,9 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(Connection::statementsSent() - before, 1);
             QCOMPARE(shownSeqs(s), (QList<int>{3, 5, 0}));
-            QCOMPARE(s.FraUriage[1]->cboItem->count(), 7);
+            QCOMPARE(in<QComboBox>(block(s, 1), u"cboItem"_s).count(), 7);
             QCOMPARE(previousSph(s, u"L"_s), u"前回 2023/01/01 -1.50|前回なし | "_s);
-            QCOMPARE(s.FraUriage[0]->cboFm_Meka->currentIndex(), -1);
+            QCOMPARE(in<QComboBox>(upper, u"cboFm_Meka"_s).currentIndex(), -1);
             // An empty block is not corrected: paging on asks nothing.
             QTest::keyClick(&s, Qt::Key_F7);
             QTest::keyClick(&s, Qt::Key_F12);
@@ -152,117 +164,123 @@ private slots:
             QCOMPARE(s.page(), 1);
             // "以前の照会" starts again at the first page, up to its day.
             QTest::keyClick(&s, Qt::Key_F12);
-            Retype(s.txtKensakuDay, u"20240230"_s);
-            QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
+            Retype(&day, u"20240230"_s);
+            QTest::mouseClick(&search, Qt::LeftButton);
             QCOMPARE(shownSeqs(s), (QList<int>{3, 5, 0}));
-            QCOMPARE(s.focusWidget(), s.txtKensakuDay);
-            s.txtKensakuDay->setDate(QDate(2025, 12, 31));
-            QTest::mouseClick(s.cmdKensaku, Qt::LeftButton);
+            QCOMPARE(s.focusWidget(), &day);
+            day.setDate(QDate(2025, 12, 31));
+            QTest::mouseClick(&search, Qt::LeftButton);
             QCOMPARE(shownSeqs(s), (QList<int>{2, 4, 3}));
 
             QTest::keyClick(&s, Qt::Key_F5);
-            s.FraUriage[0]->txtFm_Name->setText(u"上段を変更"_s);
+            in(upper, u"txtFm_Name"_s).setText(u"上段を変更"_s);
             QTest::keyClick(&s, Qt::Key_F7);
-            s.FraUriage[2]->prescription(0, Ax)->setText(u"abc"_s);
+            in(block(s, 2), u"txtAx_R"_s).setText(u"abc"_s);
             // A corrected date that is none, or none at all, is refused before the question.
             for (const char* typed : {"20241301", ""}) {
-                Retype(s.FraUriage[0]->txtUriDate, QString::fromLatin1(typed));
+                Retype(&date, QString::fromLatin1(typed));
                 QTest::keyClick(&s, Qt::Key_F4);
-                QCOMPARE(s.focusWidget(), s.FraUriage[0]->txtUriDate);
+                QCOMPARE(s.focusWidget(), &date);
             }
-            s.FraUriage[0]->txtUriDate->setDate(QDate(2025, 6, 1));
+            date.setDate(QDate(2025, 6, 1));
             QTest::keyClick(&s, Qt::Key_F4);
-            QVERIFY(s.FraUriage[0]->editing && s.FraUriage[2]->editing);
+            QVERIFY(upper.editing && block(s, 2).editing);
             QTest::keyClick(&s, Qt::Key_F1); // No: the corrections stay
-            QCOMPARE(s.FraUriage[0]->txtFm_Name->text(), u"上段を変更"_s);
+            QCOMPARE(in(upper, u"txtFm_Name"_s).text(), u"上段を変更"_s);
             QTest::keyClick(&s, Qt::Key_F1);
             QVERIFY(!s.isVisible());
         }));
         QCOMPARE(PurchaseTexts(1, 2, u"Uri_Fm_Name"_s), u"F-1"_s);
     }
 
-    // The register's key opens the history; the block is written as its fields hold it, a maker
-    // whose master row is gone keeps its code; after the save the page shows what is stored and
-    // a second correction is stored too; the register shows the correction afterwards.
+    // The register opens in five statements (three masters, the customer, his purchases); its
+    // key opens the history. The block is written as its fields hold it, a maker whose master
+    // row is gone keeps its code; after the save the page shows what is stored. A second
+    // correction is stored too, full-width digits, signs and points (pasted or committed by an
+    // input method) read as digits; the register shows it afterwards.
     void aCorrectedBlockIsStored() {
         MasterStore::Remove(MasterKind::Meka, MasterStore::Entries(MasterKind::Meka)[1]);
         ExpectBoxes(harness, {OpeQes_001, OpeInf_001, OpeQes_001, OpeInf_001});
-        QVERIFY(OpenRegister(harness, 1, [this](FrmKokyaku& s) {
+        const qint64 opened = Connection::statementsSent();
+        QVERIFY(OpenRegister(harness, 1, [&](FrmKokyaku& s) {
+            QCOMPARE(Connection::statementsSent() - opened, 5);
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {
-                UriageBlock& middle = *history.FraUriage[1];
+                UriageBlock &upper = block(history, 0), &middle = block(history, 1);
+                xField& frameName = in(middle, u"txtFm_Name"_s);
                 QTest::keyClick(&history, Qt::Key_F6);
-                QCOMPARE(history.focusWidget(), middle.txtFm_Name);
+                QCOMPARE(history.focusWidget(), &frameName);
                 // Tab runs along the block as shown: the frame, the lens, the prescription.
-                middle.txtFm_Color->setFocus();
-                for (QWidget* next : std::initializer_list<QWidget*>{
-                         middle.txtFm_Kinga, middle.cboLz_Meka, middle.txtLz_Name,
-                         middle.txtLz_Kinga, middle.prescription(0, Sph)}) {
+                in(middle, u"txtFm_Color"_s).setFocus();
+                for (const char* next :
+                     {"txtFm_Kinga", "cboLz_Meka", "txtLz_Name", "txtLz_Kinga", "txtSph_R"}) {
                     QTest::keyClick(history.focusWidget(), Qt::Key_Tab);
-                    QCOMPARE(history.focusWidget(), next);
+                    QCOMPARE(history.focusWidget(), &in<QWidget>(middle, QLatin1String(next)));
                 }
-                middle.txtFm_Name->setFocus();
-                QTest::keyClicks(middle.txtFm_Name, u" O'Brien "_s);
-                middle.txtUriDate->setDate(QDate(2025, 6, 2));
-                middle.txtKinga->setValue(21000);
-                QTest::keyClick(middle.cboFm_Meka, Qt::Key_Delete);
-                middle.prescription(0, Cyl)->setText(u"-0.5"_s);
-                middle.prescription(1, B1)->setText(u"IN"_s);
+                frameName.setFocus();
+                QTest::keyClicks(&frameName, u" O'Brien "_s);
+                in<xDate>(middle, u"txtUriDate"_s).setDate(QDate(2025, 6, 2));
+                in<xNum>(middle, u"txtKinga"_s).setValue(21000);
+                QTest::keyClick(&in<QComboBox>(middle, u"cboFm_Meka"_s), Qt::Key_Delete);
+                in(middle, u"txtCyl_R"_s).setText(u"-0.5"_s);
+                in(middle, u"txtB1_L"_s).setText(u"IN"_s);
                 QTest::keyClick(&history, Qt::Key_F4);
                 QCOMPARE(PurchaseTexts(1, 2,
                                        u"Uri_Date Uri_Fm_Name Uri_Fm_MekaNo Uri_Lz_MekaNo "
                                        "Uri_KingaKei Uri_R_Sph Uri_R_Cyl Uri_L_B1 Uri_Syohou"_s),
                          u"20250602|F-1 O'Brien ||002|21000|-1.25|-0.5|IN|遠近"_s);
                 // The page is read again: the stored block, read-only under its own caption.
-                QCOMPARE(middle.title() + u' ' + middle.prescription(0, Cyl)->text(),
-                         u"中段 -0.50"_s);
+                QCOMPARE(middle.title() + u' ' + in(middle, u"txtCyl_R"_s).text(), u"中段 -0.50"_s);
                 QVERIFY(!middle.isEnabled() && !history.ChkEditData());
-                // A second correction is stored as well.
                 QTest::keyClick(&history, Qt::Key_F6);
-                middle.txtFm_Name->setText(u"二度目"_s);
+                frameName.setText(u"二度目"_s);
+                QTest::keyClick(&history, Qt::Key_F5);
+                xNum& amount = in<xNum>(upper, u"txtKinga"_s);
+                xDate& date = in<xDate>(upper, u"txtUriDate"_s);
+                xField &cyl = in(upper, u"txtCyl_R"_s), &ax = in(upper, u"txtAx_L"_s);
+                Paste(&amount, u"２１，０００"_s);
+                Commit(&cyl, u"－０．５"_s);
+                Commit(&ax, u"１２"_s);
+                Paste(&date, u"２０２６０１０２"_s);
                 QTest::keyClick(&history, Qt::Key_F4);
-                QCOMPARE(middle.txtFm_Name->text(), u"二度目"_s);
+                const QStringList shown{frameName.text(), amount.text(), cyl.text(), ax.text(),
+                                        date.text()};
+                QCOMPARE(shown.join(u'|'), u"二度目|21,000|-0.50|12|2026/01/02"_s);
                 QTest::keyClick(&history, Qt::Key_F1);
             });
             QTest::keyClick(&s, Qt::Key_F12);
-            QCOMPARE(s.spdData->cellText(2, PurchaseGrid::FmName), u"二度目"_s);
+            QCOMPARE(Find<PurchaseGrid>(s, u"spdData"_s).cellText(2, PurchaseGrid::FmName),
+                     u"二度目"_s);
         }));
         QCOMPARE(PurchaseTexts(1, 2, u"Uri_Date Uri_Fm_Name Uri_Fm_MekaNo Uri_R_Cyl Uri_L_B1"_s),
                  u"20250602|二度目||-0.5|IN"_s);
+        QCOMPARE(PurchaseTexts(1, 1, u"Uri_KingaKei Uri_R_Cyl Uri_L_Ax Uri_Date"_s),
+                 u"21000|-0.5|12|20260102"_s);
         QCOMPARE(PurchaseTexts(1, 4, u"Uri_Fm_Name"_s), u"F-1"_s);
+        QVERIFY(!loggedAnError());
     }
 
-    // A screen reads each master once: the register opens in five statements (three masters,
-    // the customer, his purchases).
-    void eachMasterIsReadOncePerScreen() {
-        const qint64 opened = Connection::statementsSent();
-        // Nothing is changed: the register tells so.
-        QVERIFY(!OpenRegister(
-            harness, 1, [&](FrmKokyaku&) { QCOMPARE(Connection::statementsSent() - opened, 5); }));
-    }
-
-    // Full-width digits, signs and points, committed by an input method or pasted, are digits
-    // in every number field: shown and stored as such, never a failure box or an error line.
+    // Full-width digits committed by an input method are digits in the postal search and a
+    // master's number: shown and stored as such, never a failure box or an error line.
     void fullWidthDigitsAreReadAsDigits() {
         for (const char* row : {"(60, 1, '北海道', '札幌市中央区', '北一条西')",
                                 "(60, 42, '北海道', '札幌市中央区', '大通西')"})
             gCon.execute(u"insert into ZipList values "_s + QString::fromUtf8(row));
-        // The postal search.
         QString found;
         harness.screens.expect<FrmZipList>([&](FrmZipList& s) {
-            Commit(s.txtZip1, u"０６０"_s);
-            QTest::mouseClick(s.cmdKensak, Qt::LeftButton);
-            found = s.txtZip1->text() + QLatin1Char('|') + ColumnTexts(*s.spdZipList, 1);
-            QTest::mouseClick(s.cmdCAN, Qt::LeftButton);
+            auto& zip = Find<xField>(s, u"txtZip1"_s);
+            Commit(&zip, u"０６０"_s);
+            QTest::mouseClick(&Find<QPushButton>(s, u"cmdKensak"_s), Qt::LeftButton);
+            found = zip.text() + u'|' + ColumnTexts(Find<GridView>(s, u"spdZipList"_s), 1);
+            QTest::mouseClick(&Find<QPushButton>(s, u"cmdCAN"_s), Qt::LeftButton);
         });
         FrmZipList postal;
         ShowModal(postal);
         QCOMPARE(found, u"060|060-0001|060-0042"_s);
-        // A master's number.
         harness.msgs.expect(OpeInf_001);
         harness.screens.expect<FrmMstMeka>([&](FrmMstMeka& s) {
-            Commit(s.txtTNo, u"１２"_s);
-            Commit(s.txtName, u"眼鏡"_s);
-            found = s.txtTNo->text();
+            Commit(&Find<xField>(s, u"txtTNo"_s), u"１２"_s);
+            Commit(&Find<xField>(s, u"txtName"_s), u"眼鏡"_s);
+            found = Find<xField>(s, u"txtTNo"_s).text();
             QTest::keyClick(&s, Qt::Key_F5);
             QTest::keyClick(&s, Qt::Key_F1);
         });
@@ -271,27 +289,7 @@ private slots:
         QCOMPARE(found, u"012"_s);
         QCOMPARE(QueryValue(u"select Meka_Name from San_Meka where Meka_No = '012'"_s).toString(),
                  u"眼鏡"_s);
-        // The upper purchase (number 1) corrected: the amount, a signed and a whole prescription
-        // value, the date; shown after the save and stored.
-        ExpectSaved(harness);
-        openHistory(harness, [&](FrmRireki& s) {
-            UriageBlock& b = *s.FraUriage[0];
-            QTest::keyClick(&s, Qt::Key_F5);
-            Paste(b.txtKinga, u"２１，０００"_s);
-            Commit(b.prescription(0, Cyl), u"－０．５"_s);
-            Commit(b.prescription(1, Ax), u"１２"_s);
-            Paste(b.txtUriDate, u"２０２５０６０２"_s);
-            QTest::keyClick(&s, Qt::Key_F4);
-            found = QStringList{b.txtKinga->text(), b.prescription(0, Cyl)->text(),
-                                b.prescription(1, Ax)->text(), b.txtUriDate->text()}
-                        .join(QLatin1Char('|'));
-            QTest::keyClick(&s, Qt::Key_F1);
-        });
-        QCOMPARE(found, u"21,000|-0.50|12|2025/06/02"_s);
-        QCOMPARE(PurchaseTexts(1, 1, u"Uri_KingaKei Uri_R_Cyl Uri_L_Ax Uri_Date"_s),
-                 u"21000|-0.5|12|20250602"_s);
-        static const QRegularExpression errorLine(u"ｴﾗ-No\\.\\([^)]"_s);
-        QVERIFY(!QString::fromUtf8(ReadFile(LogFilePath())).contains(errorLine));
+        QVERIFY(!loggedAnError());
     }
 };
 

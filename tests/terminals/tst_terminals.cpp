@@ -11,12 +11,14 @@
 #include "history/FrmRireki.h"
 #include "history/UriageBlock.h"
 #include "masters/FrmMaster.h"
+#include "platform/controls/GridView.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xLabel.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmTotalKensaku.h"
 #include "search/ListGrid.h"
+#include "support/Controls.h"
 #include "support/OtherTerminal.h"
 #include "support/Roads.h"
 #include "support/ShopData.h"
@@ -36,19 +38,33 @@ void insertCustomerWithTwoSales() {
     InsertPurchase({.user = 1, .seq = 2, .ymd = 20260101, .memo = u"二回目"_s});
 }
 
-// The line of the register's grid that shows a purchase number.
-int rowOfSeq(FrmKokyaku& s, int seq) {
-    for (int row = 1; row <= s.spdData->lineCount(); ++row)
-        if (s.spdData->line(row).purchase.seq == seq)
-            return row;
-    return 0;
+// A control of a screen by its name.
+template <class Control = xField> Control& at(const QObject& screen, const char* name) {
+    return Find<Control>(screen, QLatin1String(name));
 }
 
-// A stored purchase's memo corrected through the entry, as the staff do it.
-void correctMemo(FrmKokyaku& s, int seq, const QString& memo) {
-    s.spdData_Click(rowOfSeq(s, seq), 1);
-    s.FraUriage->txtMemo->setText(memo);
-    QTest::mouseClick(s.FraUriage->cmdOk, Qt::LeftButton);
+// The line of the register's grid that shows a purchase number clicked, then a button of the
+// entry; the memo corrected first when one is given.
+void onLine(FrmKokyaku& s, int seq, const char* button, const QString& memo = {}) {
+    const auto& grid = at<PurchaseGrid>(s, "spdData");
+    for (int row = 1; row <= grid.lineCount(); ++row)
+        if (grid.line(row).purchase.seq == seq)
+            s.spdData_Click(row, 1);
+    if (!memo.isNull())
+        at(s, "txtMemo").setText(memo);
+    QTest::mouseClick(&at<QPushButton>(s, button), Qt::LeftButton);
+}
+
+// A sale as another terminal's register stores it.
+Purchase sale(qint64 total) {
+    Purchase p;
+    p.date = QDate(2026, 11, 22), p.itemNo = u"001"_s, p.total = total;
+    return p;
+}
+
+// What a save's box says of a row another terminal changed or deleted after it was shown.
+QString told(const QString& row, const QString& did) {
+    return row + u"は、この画面に表示した後で他の端末が"_s + did;
 }
 
 void editCell(ListGrid& grid, int row, int column, const QString& value) {
@@ -79,8 +95,7 @@ private slots:
     void changesMeetOnlyInTheSameField() {
         insertCustomerWithTwoSales();
         InsertCustomer({.no = 2, .name = u"隣の客"_s});
-        const QString conflict =
-            u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が変更しました（ＴＥＬ）"_s;
+        const QString conflict = told(u"顧客番号 1「山田 太郎」"_s, u"変更しました（ＴＥＬ）"_s);
         ExpectSaved(harness);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, conflict, Answer::No);
@@ -91,22 +106,23 @@ private slots:
             other->execute(u"update San_User set User_Tel = '099-1' where User_No = 1"_s);
             other->execute(u"update San_Uriage set Uri_Fm_Color = '赤' where Uri_Seq = 2"_s);
             other->execute(u"update San_User set User_Name = '隣の客 改' where User_No = 2"_s);
-            s.txtJusyo2->setText(u"4-5-6"_s);
-            correctMemo(s, 2, u"この端末のメモ"_s);
+            xField& tel = at(s, "txtTel");
+            const auto shown = [&] {
+                return tel.text() + u' ' + ColumnTexts(at<PurchaseGrid>(s, "spdData"), 1);
+            };
+            at(s, "txtJusyo2").setText(u"4-5-6"_s);
+            onLine(s, 2, "cmdOk", u"この端末のメモ"_s);
             QTest::keyClick(&s, Qt::Key_F5);
             // The screen shows what is stored now, the other terminal's work included.
-            QCOMPARE(s.txtTel->text(), u"099-1"_s);
-
-            EnterPurchase(*s.FraUriage, QDate(2026, 11, 22), 0, 0, 5000);
-            s.txtTel->setText(u"011-000-0000"_s);
+            QCOMPARE(tel.text(), u"099-1"_s);
+            EnterPurchase(at<UriageEntry>(s, "FraUriage"), QDate(2026, 11, 22), 0, 0, 5000);
+            tel.setText(u"011-000-0000"_s);
             other->execute(u"update San_User set User_Tel = '099-2' where User_No = 1"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.txtTel->text(), u"011-000-0000"_s);
-            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規||"_s);
+            QCOMPARE(shown(), u"011-000-0000 新規||"_s);
             QCOMPARE(StoredSeqs(1), (QList<int>{1, 2}));
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.txtTel->text(), u"099-2"_s);
-            QCOMPARE(ColumnTexts(*s.spdData, PurchaseGrid::Status), u"新規||"_s);
+            QCOMPARE(shown(), u"099-2 新規||"_s);
             QTest::keyClick(&s, Qt::Key_F5);
         });
         QCOMPARE(CustomerTexts(1, u"User_Tel User_Jusyo2"_s), u"099-2|4-5-6"_s);
@@ -119,62 +135,50 @@ private slots:
     // a new sale could have taken, a deletion of a changed sale. The other terminal's sales
     // stand; a freed number is never given again.
     void aStaleLineNeverReachesAnotherSale() {
-        struct Road {
-            const char* what;
+        const auto soldAgain = [](OtherTerminal& o) {
+            o.deleteSale(1, 2);
+            QCOMPARE(o.registerSale(1, sale(99999)), 3);
+        };
+        const auto memo = [](OtherTerminal& o) {
+            o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
+        };
+        const QString sale1 = u"顧客番号 1 の 2025/01/01 の売上（No.1）"_s;
+        // What the other terminal did; the line here, its button and memo; what the box says.
+        const struct {
             std::function<void(OtherTerminal&)> elsewhere;
-            std::function<void(FrmKokyaku&)> here;
-            QString told;
+            int seq;
+            const char* button;
+            QString memo, told;
+        } roads[] = {
+            {soldAgain, 2, "cmdOk", u"古い画面"_s,
+             told(u"顧客番号 1 の 2026/01/01 の売上（No.2）"_s, u"削除"_s)},
+            {memo, 1, "cmdCancel", {}, told(sale1, u"変更"_s)},
+            {memo, 1, "cmdOk", u"この端末"_s, told(sale1, u"変更しました（メモ）"_s)},
         };
-        const Road roads[] = {
-            {"corrected after the other deleted it and sold again",
-             [](OtherTerminal& o) {
-                 o.deleteSale(1, 2);
-                 Purchase sale;
-                 sale.date = QDate(2026, 11, 20), sale.itemNo = u"001"_s, sale.total = 99999;
-                 QCOMPARE(o.registerSale(1, sale), 3);
-             },
-             [](FrmKokyaku& s) { correctMemo(s, 2, u"古い画面"_s); },
-             u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s},
-            {"deleted after the other changed it",
-             [](OtherTerminal& o) {
-                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
-             },
-             [](FrmKokyaku& s) {
-                 s.spdData_Click(rowOfSeq(s, 1), 1);
-                 QTest::mouseClick(s.FraUriage->cmdCancel, Qt::LeftButton);
-             },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"_s},
-            {"both changed its memo",
-             [](OtherTerminal& o) {
-                 o.execute(u"update San_Uriage set Uri_Memo = '他端末' where Uri_Seq = 1"_s);
-             },
-             [](FrmKokyaku& s) { correctMemo(s, 1, u"この端末"_s); },
-             u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更"
-             "しました（メモ）"_s},
+        const auto sales = [] {
+            return QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
+                              "max(Uri_Memo) from San_Uriage"_s)
+                .toString();
         };
-        for (const Road& road : roads) {
+        for (const auto& road : roads) {
             gCon.execute(u"delete from San_Uriage"_s);
             gCon.execute(u"delete from San_User"_s);
             insertCustomerWithTwoSales();
             harness.msgs.expect(OpeQes_001, Answer::Yes);
             ExpectConflict(harness, road.told);
+            harness.msgs.expect(OpeQes_007, Answer::Yes);
             QString after;
             OpenRegister(harness, 1, [&](FrmKokyaku& s) {
                 road.elsewhere(*other);
-                after = QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
-                                   "max(Uri_Memo) from San_Uriage"_s)
-                            .toString();
-                road.here(s);
+                after = sales();
+                onLine(s, road.seq, road.button, road.memo);
                 QTest::keyClick(&s, Qt::Key_F5);
-                QVERIFY2(s.spdData->hasMarkedLines(), road.what); // still waiting, as typed
-                harness.msgs.expect(OpeQes_007, Answer::Yes);
+                // Still waiting, as typed.
+                QVERIFY2(at<PurchaseGrid>(s, "spdData").hasMarkedLines(), qPrintable(road.told));
                 QTest::keyClick(&s, Qt::Key_F1);
             });
-            QCOMPARE(QueryValue(u"select count(*) || '/' || sum(Uri_KingaKei) || '/' || "
-                                "max(Uri_Memo) from San_Uriage"_s)
-                         .toString(),
-                     after);
-            QVERIFY2(!after.isEmpty(), road.what);
+            QCOMPARE(sales(), after);
+            QVERIFY2(!after.isEmpty(), qPrintable(road.told));
         }
         QCOMPARE(PurchaseTexts(1, 1, u"Uri_Memo"_s), u"他端末"_s);
     }
@@ -186,30 +190,23 @@ private slots:
         for (int no = 1; no <= 3; ++no)
             InsertCustomer({.no = no, .name = u"客"_s + QString::number(no)});
         harness.msgs.expect(OpeQes_011, Answer::Yes);
-        ExpectConflict(harness, u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"_s,
-                       Answer::OK);
+        ExpectConflict(harness, told(u"顧客番号 3「客3」"_s, u"削除"_s), Answer::OK);
         OpenRegister(harness, 3, [this](FrmKokyaku& s) {
             other->deleteCustomer(3);
             QCOMPARE(other->registerCustomer(u"新しい客"_s), 4);
-            s.txtName->setText(u"古い画面の客"_s);
+            at(s, "txtName").setText(u"古い画面の客"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QVERIFY(s.lblNo->text().isEmpty()); // kept as typed, to register anew if wanted
-            QCOMPARE(s.txtName->text(), u"古い画面の客"_s);
         });
         QCOMPARE(CustomerTexts(4, u"User_Name"_s), u"新しい客"_s);
         QCOMPARE(QueryCount(u"select * from San_User"_s), 3);
 
         InsertPurchase({.user = 2, .seq = 1});
         harness.msgs.expect(OpeQes_002, Answer::Yes);
-        ExpectConflict(
-            harness,
-            u"顧客番号 2「客2」は、この画面に表示した後で他の端末が変更しました（売上）"_s);
+        ExpectConflict(harness, told(u"顧客番号 2「客2」"_s, u"変更しました（売上）"_s));
         OpenRegister(harness, 2, [this](FrmKokyaku& s) {
-            Purchase sale;
-            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
-            other->registerSale(2, sale);
+            other->registerSale(2, sale(1000));
             QTest::keyClick(&s, Qt::Key_F8);
-            QCOMPARE(s.lblNo->text(), u"2"_s);
+            QCOMPARE(at<xLabel>(s, "lblNo").text(), u"2"_s);
         });
         QCOMPARE(StoredSeqs(2), (QList<int>{1, 2}));
     }
@@ -223,25 +220,22 @@ private slots:
         harness.msgs.expect(OpeInf_008);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness,
-                       u"顧客番号 3「客3」は、この画面に表示した後で他の端末が削除"
-                       "しました。\n顧客番号 4「客4」は、この画面に表示した後で他の端末"
-                       "が変更しました（氏名）。\n顧客番号 5「客5」は、この画面に表示し"
-                       "た後で他の端末が削除しました。"_s,
+                       told(u"顧客番号 3「客3」"_s, u"削除しました。\n"_s) +
+                           told(u"顧客番号 4「客4」"_s, u"変更しました（氏名）。\n"_s) +
+                           told(u"顧客番号 5「客5」"_s, u"削除しました。"_s),
                        Answer::Yes);
         FrmIchiran list;
         harness.screens.expect<FrmIchiran>([this](FrmIchiran& s) {
-            harness.screens.expect<FrmTotalKensaku>(
-                [](FrmTotalKensaku& c) { QTest::mouseClick(c.cmdKensaku, Qt::LeftButton); });
+            harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
+                QTest::mouseClick(&at<QPushButton>(c, "cmdKensaku"), Qt::LeftButton);
+            });
             QTest::keyClick(&s, Qt::Key_F6);
-            ListGrid& grid = *s.spdData;
+            auto& grid = at<ListGrid>(s, "spdData");
             other->execute(u"update San_User set User_Tel = '099' where User_No = 2"_s);
             other->deleteCustomer(3);
             other->execute(u"update San_User set User_Name = '他の名' where User_No = 4"_s);
             other->deleteCustomer(5);
-            const qint64 newcomer = other->registerCustomer(u"新しい客"_s);
-            Purchase sale;
-            sale.date = QDate(2026, 11, 22), sale.itemNo = u"001"_s, sale.total = 1000;
-            other->registerSale(newcomer, sale);
+            other->registerSale(other->registerCustomer(u"新しい客"_s), sale(1000));
             editCell(grid, 2, ListGrid::Name, u"客2改"_s);
             editCell(grid, 3, ListGrid::Jusyo1, u"函館市"_s);
             editCell(grid, 4, ListGrid::Name, u"この端末の名"_s);
@@ -249,10 +243,10 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F3);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(ColumnTexts(grid, ListGrid::Name), u"客1|客2改|客3|他の名|客5"_s);
-            QCOMPARE(grid.rowColor(2), ListGrid::White);
-            QCOMPARE(grid.rowColor(3), ListGrid::Grey);
-            QCOMPARE(grid.rowColor(4), ListGrid::Blue);
-            QCOMPARE(grid.rowColor(5), ListGrid::Grey);
+            const QColor colours[] = {ListGrid::White, ListGrid::Grey, ListGrid::Blue,
+                                      ListGrid::Grey};
+            for (int row = 2; row <= 5; ++row)
+                QCOMPARE(grid.rowColor(row), colours[row - 2]);
             QVERIFY(!s.hasUnsavedEdits());
             editCell(grid, 3, ListGrid::Name, u"戻らない"_s);
             QTest::keyClick(&s, Qt::Key_F3); // the current row, 5, takes no mark
@@ -271,8 +265,7 @@ private slots:
     void theHistoryTellsOfItsBlocks() {
         insertCustomerWithTwoSales();
         InsertPurchase({.user = 1, .seq = 3, .ymd = 20240101});
-        const QString deleted =
-            u"顧客番号 1 の 2026/01/01 の売上（No.2）は、この画面に表示した後で他の端末が削除"_s;
+        const QString deleted = told(u"顧客番号 1 の 2026/01/01 の売上（No.2）"_s, u"削除"_s);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(harness, deleted);
         harness.msgs.expect(OpeQes_001, Answer::Yes);
@@ -280,31 +273,29 @@ private slots:
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         ExpectConflict(
             harness,
-            u"顧客番号 1 の 2025/01/01 の売上（No.1）は、この画面に表示した後で他の端末が変更しました（ﾌﾚｰﾑ品名）"_s,
+            told(u"顧客番号 1 の 2025/01/01 の売上（No.1）"_s, u"変更しました（ﾌﾚｰﾑ品名）"_s),
             Answer::Yes);
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        harness.msgs.expect(OpeInf_001);
+        ExpectSaved(harness);
         FrmRireki history;
         history.setKokNo(1);
         harness.screens.expect<FrmRireki>([this](FrmRireki& s) {
+            auto& upper = Find<UriageBlock>(s, u"FraUriage"_s, 0);
+            xField& frameName = at(upper, "txtFm_Name");
             QTest::keyClick(&s, Qt::Key_F5);
-            s.FraUriage[0]->txtFm_Name->setText(u"消えた売上"_s);
+            frameName.setText(u"消えた売上"_s);
             other->deleteSale(1, 2);
             QTest::keyClick(&s, Qt::Key_F4);
             QVERIFY(s.ChkEditData());
-            QCOMPARE(s.FraUriage[0]->txtFm_Name->text(), u"消えた売上"_s);
+            QCOMPARE(frameName.text(), u"消えた売上"_s);
             QTest::keyClick(&s, Qt::Key_F4);
-            QCOMPARE(s.FraUriage[0]->seq(), 1); // read again: the deleted purchase has left
-
+            QCOMPARE(upper.seq(), 1); // read again: the deleted purchase has left
             QTest::keyClick(&s, Qt::Key_F5);
-            s.FraUriage[0]->txtFm_Name->setText(u"この端末"_s);
+            frameName.setText(u"この端末"_s);
             other->execute(u"update San_Uriage set Uri_Fm_Name = '他端末' where Uri_Seq = 1"_s);
             QTest::keyClick(&s, Qt::Key_F4);
-            QCOMPARE(s.FraUriage[0]->title(), u"上段（他の端末で変更されました）"_s);
-            QCOMPARE(s.FraUriage[0]->txtFm_Name->text(), u"他端末"_s);
-
+            QCOMPARE(upper.title() + frameName.text(), u"上段（他の端末で変更されました）他端末"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            s.FraUriage[0]->txtFm_Color->setText(u"青"_s);
+            at(upper, "txtFm_Color").setText(u"青"_s);
             other->execute(
                 u"update San_Uriage set Uri_Lz_Name = '他端末レンズ' where Uri_Seq = 1"_s);
             QTest::keyClick(&s, Qt::Key_F4);
@@ -318,27 +309,24 @@ private slots:
 
     // A master entry another terminal renamed or deleted is neither renamed nor deleted here.
     void aMasterEntryIsChangedOnlyAsShown() {
-        ExpectConflict(
-            harness,
-            u"メーカー 002「ニコン」は、この画面に表示した後で他の端末が変更しました（名称）"_s);
+        ExpectConflict(harness, told(u"メーカー 002「ニコン」"_s, u"変更しました（名称）"_s));
         harness.msgs.expect(OpeQes_002, Answer::Yes);
-        ExpectConflict(harness,
-                       u"メーカー 003「セイコー」は、この画面に表示した後で他の端末が削除"_s,
-                       Answer::Yes);
+        ExpectConflict(harness, told(u"メーカー 003「セイコー」"_s, u"削除"_s), Answer::Yes);
         FrmMstMeka screen;
         harness.screens.expect<FrmMstMeka>([this](FrmMstMeka& s) {
-            QTest::mouseClick(s.spdData->view()->viewport(), Qt::LeftButton, {},
-                              RowCentre(*s.spdData, 2));
-            s.txtName->setText(u"Nikon"_s);
+            auto& grid = at<GridView>(s, "spdData");
+            QWidget* cells = at<QTableView>(grid, "view").viewport();
+            xField& name = at(s, "txtName");
+            QTest::mouseClick(cells, Qt::LeftButton, {}, RowCentre(grid, 2));
+            name.setText(u"Nikon"_s);
             other->execute(u"update San_Meka set Meka_Name = 'NIKON' where Meka_No = '002'"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(s.txtName->text(), u"Nikon"_s);
-            QTest::mouseClick(s.spdData->view()->viewport(), Qt::LeftButton, {},
-                              RowCentre(*s.spdData, 3));
+            QCOMPARE(name.text(), u"Nikon"_s);
+            QTest::mouseClick(cells, Qt::LeftButton, {}, RowCentre(grid, 3));
             other->execute(u"delete from San_Meka where Meka_No = '003'"_s);
             QTest::keyClick(&s, Qt::Key_F8);
-            QVERIFY(s.txtName->text().isEmpty()); // read again
-            QCOMPARE(ColumnTexts(*s.spdData, 1).left(11), u"001|002|004"_s);
+            QVERIFY(name.text().isEmpty()); // read again
+            QCOMPARE(ColumnTexts(grid, 1).left(11), u"001|002|004"_s);
         });
         ShowModal(screen);
         QCOMPARE(QueryValue(u"select Meka_Name from San_Meka where Meka_No = '002'"_s).toString(),
