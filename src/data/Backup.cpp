@@ -126,6 +126,22 @@ void checkDatabaseFile(const QString& path) {
             throw notAShop(relation + QStringLiteral(" を読めません"));
         }
     }
+    // The tables the program added are in every backup it made; one made by an older program
+    // lacks them and gains them when it is opened.
+    for (const QString& table : AddedTables()) {
+        const bool held = backup
+                              .execute(QStringLiteral("select count(*) from sqlite_master where "
+                                                      "type = 'table' and lower(name) = ") +
+                                       SqlStr(table.toLower()))
+                              .field(0)
+                              .toLongLong() > 0;
+        try {
+            if (held)
+                backup.execute(QStringLiteral("select count(*) from ") + table);
+        } catch (const Failure&) {
+            throw notAShop(table + QStringLiteral(" を読めません"));
+        }
+    }
     if (backup.execute(QStringLiteral("pragma quick_check")).field(0).toString() !=
         QLatin1String("ok"))
         throw notAShop(QStringLiteral("壊れています"));

@@ -2,6 +2,7 @@
 
 #include "data/CustomerSearch.h"
 #include "data/Numbering.h"
+#include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
 #include "domain/Prescription.h"
 #include "frame/Globals.h"
@@ -229,6 +230,7 @@ void Remove(const Customer& shown, const std::vector<Purchase>& shownPurchases) 
     for (const QString& statement : DeleteSql(shown.no))
         gCon.execute(statement);
     Numbering::ForgetCustomer(shown.no);
+    OrderStore::ForgetCustomer(shown.no);
 }
 
 QString QuickSearchSql(const QString& kana, const QString& tel) {
@@ -284,6 +286,7 @@ void RemoveListed(const ListRow& row) {
     for (const QString& statement : DeleteSql(row.read.no))
         gCon.execute(statement);
     Numbering::ForgetCustomer(row.read.no);
+    OrderStore::ForgetCustomer(row.read.no);
     transaction.commit();
 }
 

@@ -1,6 +1,7 @@
 #include "data/DatabaseCopy.h"
 
 #include "data/Numbering.h"
+#include "data/OrderStore.h"
 #include "platform/Failure.h"
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
@@ -36,11 +37,26 @@ qint64 countOf(Connection& connection, const QString& table) {
         .toLongLong();
 }
 
+// Whether the database has the table; asked so that a failure leaves no transaction broken.
+bool holdsTable(Connection& connection, const QString& table) {
+    Transaction probe(connection);
+    try {
+        countOf(connection, table);
+        return true;
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
 } // namespace
 
 QStringList ShopTables() {
     return {QStringLiteral("San_Item"), QStringLiteral("San_Youto"),  QStringLiteral("San_Meka"),
             QStringLiteral("San_User"), QStringLiteral("San_Uriage"), QStringLiteral("ZipList")};
+}
+
+QStringList AddedTables() {
+    return QStringList{QStringLiteral("San_Saiban")} + OrderStore::Tables();
 }
 
 bool HasShopSchema(Connection& connection) {
@@ -64,15 +80,15 @@ QList<CopiedTable>
 CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress) {
     QList<CopiedTable> copied;
-    // The numbers given so far travel with the shop; a database made before they were kept
-    // leaves the target's, which start from the numbers in use.
+    // The tables the program added travel with the shop; a database made before one of them
+    // leaves the target's (the numbering starts from the numbers in use, orders are none).
     QStringList tables = ShopTables();
     to.execute(Numbering::TableStatement());
-    try {
-        countOf(from, QStringLiteral("San_Saiban"));
-        tables << QStringLiteral("San_Saiban");
-    } catch (const Failure&) {
-    }
+    for (const QString& statement : OrderStore::TableStatements())
+        to.execute(statement);
+    for (const QString& table : AddedTables())
+        if (holdsTable(from, table))
+            tables << table;
     // The source is read as it stood at one moment, and the counts are checked before the
     // target keeps anything: a copy that stands is whole.
     Transaction snapshot(from, Transaction::Kind::Snapshot);

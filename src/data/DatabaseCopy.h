@@ -8,6 +8,9 @@ class Connection;
 
 // The tables a shop's database holds, in the order they are copied.
 QStringList ShopTables();
+// The tables the program added beside them (numbering, orders and payments), each created on a
+// database made before it when that is opened, in the order they are copied.
+QStringList AddedTables();
 
 // Whether the connection's database has the shop's tables yet. Asks in a transaction of its
 // own, so not inside another one.

@@ -3,6 +3,7 @@
 #include "data/CustomerQueries.h"
 #include "data/GuardedWrite.h"
 #include "data/Numbering.h"
+#include "data/OrderStore.h"
 #include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "platform/FieldValues.h"
@@ -211,6 +212,7 @@ void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines) {
             storedAsShown(stored, line.read, record, true);
             ExecuteOnCheckedRow(DeleteSql(customerNo, line.read.seq), record);
             Numbering::KeepPurchaseSeq(customerNo, line.read.seq);
+            OrderStore::ForgetPurchase(customerNo, line.read.seq);
             break;
         case LineState::Stored:
             break;

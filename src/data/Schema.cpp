@@ -1,6 +1,7 @@
 #include "data/Schema.h"
 
 #include "data/Numbering.h"
+#include "data/OrderStore.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
@@ -41,86 +42,92 @@ QStringList masterRows(const QString& table, const QStringList& names) {
 
 QStringList SchemaStatements() {
     // Statements insert by column position: the order of the columns below is fixed.
-    return {
-        QStringLiteral("CREATE TABLE San_User (\n"
-                       "  User_No INTEGER NOT NULL PRIMARY KEY,\n"
-                       "  User_Name TEXT,\n"
-                       "  User_Kana TEXT,\n"
-                       "  User_Yubin TEXT,\n"
-                       "  User_Jusyo1 TEXT,\n"
-                       "  User_Jusyo2 TEXT,\n"
-                       "  User_Tel TEXT,\n"
-                       "  User_Kinmu TEXT,\n"
-                       "  User_KinmuTel TEXT,\n"
-                       "  User_Syokai TEXT,\n"
-                       "  User_SyokaiTel TEXT,\n"
-                       "  User_Sex INTEGER,\n"
-                       "  User_Kazok_F INTEGER,\n"
-                       "  User_Tanjo_Go INTEGER,\n"
-                       "  User_Tanjo_Nen INTEGER,\n"
-                       "  User_Tanjo_Mon INTEGER,\n"
-                       "  User_Tanjo_Day INTEGER,\n"
-                       "  User_Entry1 TEXT,\n"
-                       "  User_Entry2 TEXT,\n"
-                       "  User_Dlt_F TEXT\n"
-                       ")"),
-        QStringLiteral("CREATE TABLE San_Uriage (\n"
-                       "  Uri_UserNo INTEGER NOT NULL,\n"
-                       "  Uri_Seq SMALLINT NOT NULL,\n"
-                       "  Uri_Date INTEGER NOT NULL,\n"
-                       "  Uri_ItemNo TEXT,\n"
-                       "  Uri_YoutoNo TEXT,\n"
-                       "  Uri_Fm_MekaNo TEXT,\n"
-                       "  Uri_Fm_Name TEXT,\n"
-                       "  Uri_Fm_Kinga BIGINT,\n"
-                       "  Uri_Fm_Size TEXT,\n"
-                       "  Uri_Fm_Color TEXT,\n"
-                       "  Uri_Lz_MekaNo TEXT,\n"
-                       "  Uri_Lz_Name TEXT,\n"
-                       "  Uri_Lz_Kinga BIGINT,\n"
-                       "  Uri_KingaKei BIGINT,\n  ") +
-            eyeColumns(QStringLiteral("R")) + QStringLiteral(",\n  ") +
-            eyeColumns(QStringLiteral("L")) +
-            QStringLiteral(",\n"
-                           "  Uri_Syohou TEXT,\n"
-                           "  Uri_Memo TEXT,\n"
-                           "  Uri_Yobi TEXT\n"
-                           ")"),
-        QStringLiteral("CREATE TABLE San_Item (Item_No TEXT NOT NULL PRIMARY KEY, Item_Name TEXT)"),
-        QStringLiteral(
-            "CREATE TABLE San_Youto (Youto_No TEXT NOT NULL PRIMARY KEY, Youto_Name TEXT)"),
-        QStringLiteral("CREATE TABLE San_Meka (Meka_No TEXT NOT NULL PRIMARY KEY, Meka_Name TEXT)"),
-        QStringLiteral("CREATE TABLE ZipList (\n"
-                       "  ZIP1 INTEGER NOT NULL,\n"
-                       "  ZIP2 INTEGER NOT NULL,\n"
-                       "  TODO TEXT,\n"
-                       "  CITY TEXT,\n"
-                       "  TOWN TEXT\n"
-                       ")"),
-        // One row per customer, also for a customer without purchases: the sales total and the
-        // last purchase date (0 when there is none); the third column is a spare. Each value is
-        // looked up per customer, so a query about one customer reads only his purchases.
-        QStringLiteral("CREATE VIEW V_San_User AS\n"
-                       "SELECT u.User_No AS User_No,\n"
-                       "  COALESCE((SELECT SUM(r.Uri_KingaKei) FROM San_Uriage r\n"
-                       "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_Ruikei,\n"
-                       "  0 AS Uri_Yobi,\n"
-                       "  COALESCE((SELECT MAX(r.Uri_Date) FROM San_Uriage r\n"
-                       "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate\n"
-                       "FROM San_User u"),
-        QStringLiteral("CREATE UNIQUE INDEX IX_San_Uriage_Key ON San_Uriage (Uri_UserNo, Uri_Seq)"),
-        // The view's totals and last dates come from this index alone.
-        QStringLiteral("CREATE INDEX IX_San_Uriage_Totals ON San_Uriage (Uri_UserNo, Uri_Date, "
-                       "Uri_KingaKei)"),
-        QStringLiteral("CREATE INDEX IX_San_Uriage_Date ON San_Uriage (Uri_Date)"),
-        // No index on the kana: the searches look for a part of it anywhere, and the list sorts
-        // its matches faster than it could walk such an index row by row.
-        QStringLiteral("CREATE INDEX IX_San_User_Tel ON San_User (User_Tel)"),
-        QStringLiteral("CREATE INDEX IX_ZipList_Zip ON ZipList (ZIP1, ZIP2)"),
-        SettingsTableStatement(),
-        Numbering::TableStatement(),
-        QStringLiteral("insert into San_Saiban values(0,0)"),
-    };
+    return QStringList{
+               QStringLiteral("CREATE TABLE San_User (\n"
+                              "  User_No INTEGER NOT NULL PRIMARY KEY,\n"
+                              "  User_Name TEXT,\n"
+                              "  User_Kana TEXT,\n"
+                              "  User_Yubin TEXT,\n"
+                              "  User_Jusyo1 TEXT,\n"
+                              "  User_Jusyo2 TEXT,\n"
+                              "  User_Tel TEXT,\n"
+                              "  User_Kinmu TEXT,\n"
+                              "  User_KinmuTel TEXT,\n"
+                              "  User_Syokai TEXT,\n"
+                              "  User_SyokaiTel TEXT,\n"
+                              "  User_Sex INTEGER,\n"
+                              "  User_Kazok_F INTEGER,\n"
+                              "  User_Tanjo_Go INTEGER,\n"
+                              "  User_Tanjo_Nen INTEGER,\n"
+                              "  User_Tanjo_Mon INTEGER,\n"
+                              "  User_Tanjo_Day INTEGER,\n"
+                              "  User_Entry1 TEXT,\n"
+                              "  User_Entry2 TEXT,\n"
+                              "  User_Dlt_F TEXT\n"
+                              ")"),
+               QStringLiteral("CREATE TABLE San_Uriage (\n"
+                              "  Uri_UserNo INTEGER NOT NULL,\n"
+                              "  Uri_Seq SMALLINT NOT NULL,\n"
+                              "  Uri_Date INTEGER NOT NULL,\n"
+                              "  Uri_ItemNo TEXT,\n"
+                              "  Uri_YoutoNo TEXT,\n"
+                              "  Uri_Fm_MekaNo TEXT,\n"
+                              "  Uri_Fm_Name TEXT,\n"
+                              "  Uri_Fm_Kinga BIGINT,\n"
+                              "  Uri_Fm_Size TEXT,\n"
+                              "  Uri_Fm_Color TEXT,\n"
+                              "  Uri_Lz_MekaNo TEXT,\n"
+                              "  Uri_Lz_Name TEXT,\n"
+                              "  Uri_Lz_Kinga BIGINT,\n"
+                              "  Uri_KingaKei BIGINT,\n  ") +
+                   eyeColumns(QStringLiteral("R")) + QStringLiteral(",\n  ") +
+                   eyeColumns(QStringLiteral("L")) +
+                   QStringLiteral(",\n"
+                                  "  Uri_Syohou TEXT,\n"
+                                  "  Uri_Memo TEXT,\n"
+                                  "  Uri_Yobi TEXT\n"
+                                  ")"),
+               QStringLiteral(
+                   "CREATE TABLE San_Item (Item_No TEXT NOT NULL PRIMARY KEY, Item_Name TEXT)"),
+               QStringLiteral(
+                   "CREATE TABLE San_Youto (Youto_No TEXT NOT NULL PRIMARY KEY, Youto_Name TEXT)"),
+               QStringLiteral(
+                   "CREATE TABLE San_Meka (Meka_No TEXT NOT NULL PRIMARY KEY, Meka_Name TEXT)"),
+               QStringLiteral("CREATE TABLE ZipList (\n"
+                              "  ZIP1 INTEGER NOT NULL,\n"
+                              "  ZIP2 INTEGER NOT NULL,\n"
+                              "  TODO TEXT,\n"
+                              "  CITY TEXT,\n"
+                              "  TOWN TEXT\n"
+                              ")"),
+               // One row per customer, also for a customer without purchases: the sales total and
+               // the last purchase date (0 when there is none); the third column is a spare. Each
+               // value is looked up per customer, so a query about one customer reads only his
+               // purchases.
+               QStringLiteral("CREATE VIEW V_San_User AS\n"
+                              "SELECT u.User_No AS User_No,\n"
+                              "  COALESCE((SELECT SUM(r.Uri_KingaKei) FROM San_Uriage r\n"
+                              "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_Ruikei,\n"
+                              "  0 AS Uri_Yobi,\n"
+                              "  COALESCE((SELECT MAX(r.Uri_Date) FROM San_Uriage r\n"
+                              "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate\n"
+                              "FROM San_User u"),
+               QStringLiteral(
+                   "CREATE UNIQUE INDEX IX_San_Uriage_Key ON San_Uriage (Uri_UserNo, Uri_Seq)"),
+               // The view's totals and last dates come from this index alone.
+               QStringLiteral(
+                   "CREATE INDEX IX_San_Uriage_Totals ON San_Uriage (Uri_UserNo, Uri_Date, "
+                   "Uri_KingaKei)"),
+               QStringLiteral("CREATE INDEX IX_San_Uriage_Date ON San_Uriage (Uri_Date)"),
+               // No index on the kana: the searches look for a part of it anywhere, and the list
+               // sorts its matches faster than it could walk such an index row by row.
+               QStringLiteral("CREATE INDEX IX_San_User_Tel ON San_User (User_Tel)"),
+               QStringLiteral("CREATE INDEX IX_ZipList_Zip ON ZipList (ZIP1, ZIP2)"),
+               SettingsTableStatement(),
+               Numbering::TableStatement(),
+               QStringLiteral("insert into San_Saiban values(0,0)"),
+           } +
+           OrderStore::TableStatements();
 }
 
 QString SettingsTableStatement() {
@@ -132,6 +139,8 @@ QString SettingsTableStatement() {
 void UpgradeSchema(Connection& connection) {
     connection.execute(SettingsTableStatement());
     Numbering::Upgrade(connection);
+    for (const QString& statement : OrderStore::TableStatements())
+        connection.execute(statement);
 }
 
 QStringList StartingMasterStatements() {

@@ -1,5 +1,6 @@
 #include "data/ShopExport.h"
 
+#include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
 #include "domain/Prescription.h"
 #include "platform/CsvText.h"
@@ -105,10 +106,28 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
                                      " left join San_Meka lm on lm.Meka_No = r.Uri_Lz_MekaNo"
                                      " order by r.Uri_UserNo, r.Uri_Seq"),
                   purchases);
-    // Both are on the disk before either takes its name.
-    customers.flush();
-    purchases.flush();
-    customers.commit();
-    purchases.commit();
+    CsvFile orders(into.filePath(OrdersCsv));
+    CsvFile statuses(into.filePath(OrderStatusesCsv));
+    CsvFile payments(into.filePath(PaymentsCsv));
+    const auto whole = [&](CsvFile& file, const QString& table) {
+        RecordSet columns = connection.execute(QStringLiteral("select * from ") + table +
+                                               QStringLiteral(" where 1 = 0"));
+        QStringList names;
+        for (int i = 0; i < columns.fieldCount(); ++i)
+            names << columns.fieldName(i);
+        file.write(names);
+        return writeRows(
+            connection,
+            QStringLiteral("select * from ") + table + QStringLiteral(" order by 1, 2, 3"), file);
+    };
+    const QStringList tables = OrderStore::Tables();
+    exported.orders = whole(orders, tables[0]);
+    exported.orderStatuses = whole(statuses, tables[1]);
+    exported.payments = whole(payments, tables[2]);
+    // All are on the disk before any takes its name.
+    for (CsvFile* file : {&customers, &purchases, &orders, &statuses, &payments})
+        file->flush();
+    for (CsvFile* file : {&customers, &purchases, &orders, &statuses, &payments})
+        file->commit();
     return exported;
 }
