@@ -495,42 +495,13 @@ private slots:
         QVERIFY(ReadFile(LogFilePath()).contains("\"Save_User\",\"ｴﾗ-No.(-2147217871)\""));
     }
 
-    // A customer deleted by another terminal while shown is never changed: nothing stored, and
-    // the next F5 registers what is typed, the waiting lines included, as a new customer.
-    void aCustomerWhoIsGoneIsRegisteredAnew() {
-        InsertCustomer({.no = 1});
-        InsertCustomer({.no = 5});
-        InsertPurchase({.user = 1, .seq = 1});
-        harness.msgs.expect(OpeQes_001, Answer::Yes);
-        ExpectConflict(harness,
-                       u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が削除"_s,
-                       Answer::OK);
-        ExpectBoxes(harness, {OpeQes_001, OpeInf_001});
-        OpenRegister(harness, 1, [](FrmKokyaku& s) {
-            const Reg r{s};
-            EnterPurchase(r.entry, QDate(2026, 11, 1), 0, 0, 1000); // over the stored line
-            click(r.entry, u"cmdClear"_s);
-            EnterPurchase(r.entry, QDate(2026, 11, 22), 0, 0, 2000);
-            gCon.execute(u"delete from San_User where User_No = 1"_s);
-            gCon.execute(u"delete from San_Uriage where Uri_UserNo = 1"_s);
-            r.name.setText(u"消された客"_s);
-            r.press(Qt::Key_F5);
-            QCOMPARE(rows(u"San_User where User_No = 1"_s) + rows(u"San_Uriage"_s), 0);
-            QVERIFY(s.record() == FrmKokyaku::Record::New && r.no.text().isEmpty());
-            QCOMPARE(ColumnTexts(r.grid, PurchaseGrid::Status), u"新規|新規"_s);
-            r.press(Qt::Key_F5);
-            QCOMPARE(r.no.text(), u"6"_s);
-        });
-        QCOMPARE(PurchaseTexts(6, 1, u"Uri_Date Uri_KingaKei"_s) +
-                     PurchaseTexts(6, 2, u"Uri_Date Uri_KingaKei"_s),
-                 u"20261122|200020261101|1000"_s);
-    }
-
     // The family: everyone on the same telephone in kana order, marked deleted too. Cancelled,
     // the register stays; a member chosen (F5, double click), it reopens for him without a
     // question, one register open. F12 and F3 ask first while a line waits (Enter keeps it).
-    // Nobody listed: no detail key. A member marked deleted opens as a new customer.
-    void choosingAMemberReopensTheRegisterForHim() {
+    // Nobody listed: no detail key. A customer who is not there (marked deleted, or deleted by
+    // another terminal while shown) is never changed; F5 registers what is typed, the waiting
+    // lines included, as a new customer.
+    void theFamilyAndCustomersWhoAreGone() {
         insertHousehold();
         harness.msgs.expect(OpeQes_007, MsgScript::Enter);
         harness.msgs.expect(OpeQes_007, Answer::No);
@@ -596,6 +567,30 @@ private slots:
         });
         QCOMPARE(CustomerTexts(5, u"User_Name User_Kazok_F"_s), u"新しく来た客|2"_s);
         QCOMPARE(CustomerTexts(2, u"User_Name"_s), u"山田 太郎"_s);
+        InsertPurchase({.user = 1, .seq = 1});
+        harness.msgs.expect(OpeQes_001, Answer::Yes);
+        ExpectConflict(harness,
+                       u"顧客番号 1「山田 太郎」は、この画面に表示した後で他の端末が削除"_s,
+                       Answer::OK);
+        ExpectBoxes(harness, {OpeQes_001, OpeInf_001});
+        OpenRegister(harness, 1, [](FrmKokyaku& s) {
+            const Reg r{s};
+            EnterPurchase(r.entry, QDate(2026, 11, 1), 0, 0, 1000); // over the stored line
+            click(r.entry, u"cmdClear"_s);
+            EnterPurchase(r.entry, QDate(2026, 11, 22), 0, 0, 2000);
+            gCon.execute(u"delete from San_User where User_No = 1"_s);
+            gCon.execute(u"delete from San_Uriage where Uri_UserNo = 1"_s);
+            r.name.setText(u"消された客"_s);
+            r.press(Qt::Key_F5);
+            QCOMPARE(rows(u"San_User where User_No = 1"_s) + rows(u"San_Uriage"_s), 0);
+            QVERIFY(s.record() == FrmKokyaku::Record::New && r.no.text().isEmpty());
+            QCOMPARE(ColumnTexts(r.grid, PurchaseGrid::Status), u"新規|新規"_s);
+            r.press(Qt::Key_F5);
+            QCOMPARE(r.no.text(), u"6"_s);
+        });
+        QCOMPARE(PurchaseTexts(6, 1, u"Uri_Date Uri_KingaKei"_s) +
+                     PurchaseTexts(6, 2, u"Uri_Date Uri_KingaKei"_s),
+                 u"20261122|200020261101|1000"_s);
     }
 };
 
