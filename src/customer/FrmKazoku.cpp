@@ -19,6 +19,7 @@ FrmKazoku::FrmKazoku(QWidget* parent) : Screen(parent) {
     setObjectName(QStringLiteral("FrmKazoku"));
     setWindowTitle(QStringLiteral("家族照会"));
     spdData = new CustomerList(this);
+    spdData->setObjectName(QStringLiteral("spdData"));
     spdData->setMinimumSize(700, 300);
     cmdBtn[1] = new xCmdBtn(Qt::Key_F5, QStringLiteral("顧客詳細(F5)"), this);
     cmdBtn[2] = new xCmdBtn(Qt::Key_Escape, QStringLiteral("ｷｬﾝｾﾙ(ESC)"), this);
