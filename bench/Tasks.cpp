@@ -11,6 +11,7 @@
 #include "platform/controls/xNum.h"
 #include "platform/db/Transaction.h"
 #include "platform/report/Report.h"
+#include "platform/ui/Named.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
 #include "search/FrmIchiran.h"
@@ -27,6 +28,11 @@
 #include <map>
 
 namespace {
+
+// A control of the screen by its name.
+template <class Control> Control& at(const QObject& screen, const QString& name, int index = -1) {
+    return RequireNamedChild<Control>(screen, name, index);
+}
 
 double median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
@@ -120,8 +126,8 @@ Floor fairListFloor(const QString& joinWhere, const QString& perRowWhere) {
 TaskTimes quickSearch(int runs, const QString& kana, const QString& tel, const QString& like) {
     screensComeBack();
     FrmKensaku search;
-    search.txtKana->setText(kana);
-    search.txtTel->setText(tel);
+    at<xKana>(search, QStringLiteral("txtKana")).setText(kana);
+    at<xField>(search, QStringLiteral("txtTel")).setText(tel);
     return repeat(
         runs, {}, [&] { search.cmdKensak_Click(); },
         one(floorOf(QStringLiteral("select User_No, User_Name, User_Tel, User_Jusyo1, User_Jusyo2 "
@@ -157,15 +163,16 @@ TaskTimes onListOfAll(int runs, int key) {
     FrmIchiran list;
     searchWith([](FrmTotalKensaku&) {});
     list.cmdFnuc_Click(5);
-    const int rows = list.spdData->maxRows();
-    return repeat(runs, {},
-                  [&] {
-                      if (key >= 8)
-                          list.cmdFnuc_Click(key);
-                      else
-                          emit list.spdData->blockSelected(1, 1, rows, 11);
-                  },
-                  {});
+    const int rows = at<ListGrid>(list, QStringLiteral("spdData")).maxRows();
+    return repeat(
+        runs, {},
+        [&] {
+            if (key >= 8)
+                list.cmdFnuc_Click(key);
+            else
+                emit at<ListGrid>(list, QStringLiteral("spdData")).blockSelected(1, 1, rows, 11);
+        },
+        {});
 }
 
 // The first thousand customers, printed to a PDF as a ledger or as postcards.
@@ -210,7 +217,7 @@ TaskTimes amountListLog(int runs) {
 }
 
 void tick(FrmTotalKensaku& s, int index) {
-    s.chkJoken[index]->click();
+    at<QCheckBox>(s, QStringLiteral("chkJoken"), index).click();
 }
 
 } // namespace
@@ -271,12 +278,12 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
         const auto setUp = [&] {
             reg = std::make_unique<FrmKokyaku>();
             ShowModal(*reg);
-            reg->txtName->setText(QStringLiteral("新規 客"));
+            at<xField>(*reg, QStringLiteral("txtName")).setText(QStringLiteral("新規 客"));
             for (int line = 0; line < 3; ++line) {
-                reg->FraUriage->cboItem->setCurrentIndex(line);
-                reg->FraUriage->cboYoto->setCurrentIndex(line);
-                reg->FraUriage->txtKingaKci->setValue(30000);
-                reg->FraUriage->cmdOk_Click();
+                at<QComboBox>(*reg, QStringLiteral("cboItem")).setCurrentIndex(line);
+                at<QComboBox>(*reg, QStringLiteral("cboYoto")).setCurrentIndex(line);
+                at<xNum>(*reg, QStringLiteral("txtKingaKci")).setValue(30000);
+                at<UriageEntry>(*reg, QStringLiteral("FraUriage")).cmdOk_Click();
             }
         };
         // The floor: the same four rows written in one transaction.
@@ -313,8 +320,8 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
             runs,
             [](FrmTotalKensaku& s) {
                 tick(s, 5);
-                s.txtToshi[0]->setValue(60);
-                s.txtToshi[1]->setValue(70);
+                at<xNum>(s, QStringLiteral("txtToshi"), 0).setValue(60);
+                at<xNum>(s, QStringLiteral("txtToshi"), 1).setValue(70);
             },
             QStringLiteral(
                 " where u.User_Tanjo_Nen > 0 and 2026 - u.User_Tanjo_Nen - case u.User_Tanjo_Go "
@@ -324,7 +331,7 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
             runs,
             [](FrmTotalKensaku& s) {
                 tick(s, 8);
-                s.cboYoto[0]->setCurrentIndex(2);
+                at<QComboBox>(s, QStringLiteral("cboYoto"), 0).setCurrentIndex(2);
             },
             QStringLiteral(" where u.User_No in (select Uri_UserNo from San_Uriage where "
                            "Uri_YoutoNo = '003')"));
@@ -333,8 +340,8 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
             runs,
             [](FrmTotalKensaku& s) {
                 tick(s, 7);
-                s.txtRaiten[0]->setDate(QDate(2020, 1, 1));
-                s.txtRaiten[1]->setDate(QDate(2020, 12, 31));
+                at<xDate>(s, QStringLiteral("txtRaiten"), 0).setDate(QDate(2020, 1, 1));
+                at<xDate>(s, QStringLiteral("txtRaiten"), 1).setDate(QDate(2020, 12, 31));
             },
             QStringLiteral(" where u.User_No in (select Uri_UserNo from San_Uriage where Uri_Date "
                            "between 20200101 and 20201231)"));
@@ -343,8 +350,8 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
             runs,
             [](FrmTotalKensaku& s) {
                 tick(s, 11);
-                s.txtKinga[0]->setValue(100000);
-                s.txtKinga[1]->setValue(200000);
+                at<xNum>(s, QStringLiteral("txtKinga"), 0).setValue(100000);
+                at<xNum>(s, QStringLiteral("txtKinga"), 1).setValue(200000);
             },
             QStringLiteral(" where v.total between 100000 and 200000"),
             QStringLiteral(" where ") + RowTotal + QStringLiteral(" between 100000 and 200000"));
@@ -353,7 +360,7 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
             runs,
             [](FrmTotalKensaku& s) {
                 tick(s, 12);
-                s.txtHinName[0]->setText(QStringLiteral("FR-12"));
+                at<xField>(s, QStringLiteral("txtHinName"), 0).setText(QStringLiteral("FR-12"));
             },
             QStringLiteral(
                 " where u.User_No in (select Uri_UserNo from San_Uriage where Uri_Fm_Name "

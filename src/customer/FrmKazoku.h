@@ -20,13 +20,12 @@ public:
     void Disp_Kokyaku();
     void cmdBtn_Click(int index);
 
-    CustomerList* spdData;
-    std::array<xCmdBtn*, 3> cmdBtn{}; // 1 顧客詳細(F5), 2 ｷｬﾝｾﾙ(ESC); 0 is not used
-
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    CustomerList* spdData;
+    std::array<xCmdBtn*, 3> cmdBtn{}; // 1 顧客詳細(F5), 2 ｷｬﾝｾﾙ(ESC); 0 is not used
     void choose(int row);
 
     QString tel_;

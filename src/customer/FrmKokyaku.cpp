@@ -125,7 +125,7 @@ void FrmKokyaku::Form_Load() {
     txtKana->linkTo(txtName);
     txtDate->setDate(Today());
     FraUriage->fillMasterLists();
-    FraUriage->txtDatc->setDate(Today());
+    FraUriage->setPurchaseDate(Today());
     koushin_ = false;
     currentNo_ = syori_;
     if (syori_ != 0) {

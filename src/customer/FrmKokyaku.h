@@ -70,6 +70,12 @@ public:
     void cmdJusyo_Click();
     void spdData_Click(int row, int column);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool enterPressed(QWidget* from) override;
+
+private:
     xLabel* lblNo;
     xDate* txtDate;
     xField* txtName;
@@ -86,13 +92,6 @@ public:
     PurchaseGrid* spdData;
     UriageEntry* FraUriage;
     std::array<xCmdBtn*, 12> cmdFnuc;
-
-protected:
-    void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
-    bool enterPressed(QWidget* from) override;
-
-private:
     void buildForm();
     void connectEvents();
     QList<xField*> recordFields() const;

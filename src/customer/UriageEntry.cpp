@@ -94,6 +94,10 @@ UriageEntry::UriageEntry(QWidget* parent) : QGroupBox(parent) {
     connectEvents();
 }
 
+void UriageEntry::setPurchaseDate(const QDate& date) {
+    txtDatc->setDate(date);
+}
+
 QList<QWidget*> UriageEntry::tabOrder() const {
     QList<QWidget*> order{txtDatc,     cboItem,     cboYoto,     txtFm_Name, cboMeka[0],
                           txtFm_Kinga, txtFm_Size,  txtFm_Color, txtLz_Name, cboMeka[1],

@@ -32,6 +32,8 @@ public:
     // Empties the entry: today's date, no master chosen, amounts 0, every other field empty.
     void Clear_UriData();
 
+    // The purchase date the fields start with.
+    void setPurchaseDate(const QDate& date);
     // Shows a grid line in the fields; "明細登録" then writes over that line.
     void showLine(const PurchaseLine& line);
 
@@ -57,6 +59,10 @@ public:
     // The id of the grid line the fields show; 0 for a new line.
     int shownLineId() const { return lineId_; }
 
+    std::array<xField*, 2> txtSph, txtCyl, txtAx, txtS, txtP1, txtB1, txtP2, txtB2, txtGai, txtTama,
+        txtRagan, txtKyosei, txtPd;
+
+private:
     xDate* txtDatc;
     xNum* txtKingaKci;
     QComboBox* cboItem;
@@ -70,13 +76,9 @@ public:
     xNum* txtLz_Kinga;
     xField* txtSyohou;
     xField* txtMemo;
-    std::array<xField*, 2> txtSph, txtCyl, txtAx, txtS, txtP1, txtB1, txtP2, txtB2, txtGai, txtTama,
-        txtRagan, txtKyosei, txtPd;
     QPushButton* cmdOk;
     QPushButton* cmdCancel;
     QPushButton* cmdClear;
-
-private:
     void layOut();
     EyeFields eyeFields(int eye) const;
     void connectEvents();

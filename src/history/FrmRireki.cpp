@@ -189,15 +189,7 @@ void FrmRireki::showPage() {
 
 bool FrmRireki::correctedDatesRead() {
     for (UriageBlock* block : FraUriage) {
-        if (!block->editing)
-            continue;
-        if (block->txtUriDate->isEmpty()) {
-            // A purchase is never stored without its date.
-            CmnDspMsg(OpeErr_001);
-            block->txtUriDate->setFocus();
-            return false;
-        }
-        if (CmnRefuseUnreadableDate(block->txtUriDate))
+        if (block->editing && !block->dateReads())
             return false;
     }
     return true;
@@ -230,10 +222,7 @@ void FrmRireki::cmdFnuc_Click(int index) {
         UriageBlock* block = FraUriage[index - F5];
         if (!block->showsPurchase())
             break;
-        block->editing = true;
-        block->setEnabled(true);
-        block->setTitle(BlockTitles[index - F5] + QStringLiteral("（修正中）"));
-        block->txtFm_Name->setFocus();
+        block->startCorrection(BlockTitles[index - F5] + QStringLiteral("（修正中）"));
         break;
     }
     case F11:

@@ -37,6 +37,11 @@ public:
     void cmdFnuc_Click(int index);
     void cmdKensaku_Click();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
     xLabel* lblKokNo;
     xLabel* lblName;
     xNum* txtKingaKei;
@@ -44,12 +49,6 @@ public:
     QPushButton* cmdKensaku;
     std::array<UriageBlock*, 3> FraUriage;
     std::array<xCmdBtn*, 12> cmdFnuc;
-
-protected:
-    void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
-
-private:
     bool readFailed_ = false;
     void showPage();
     qint64 searchDay() const;

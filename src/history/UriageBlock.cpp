@@ -3,6 +3,8 @@
 #include "data/Lookups.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/DateFields.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/ComboKeys.h"
 #include "platform/controls/FocusOrder.h"
@@ -74,6 +76,23 @@ UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
         colors.setColor(QPalette::Disabled, role, QColor(0x30, 0x30, 0x30));
     setPalette(colors);
+}
+
+void UriageBlock::startCorrection(const QString& title) {
+    editing = true;
+    setEnabled(true);
+    setTitle(title);
+    txtFm_Name->setFocus();
+}
+
+bool UriageBlock::dateReads() {
+    if (txtUriDate->isEmpty()) {
+        // A purchase is never stored without its date.
+        CmnDspMsg(OpeErr_001);
+        txtUriDate->setFocus();
+        return false;
+    }
+    return !CmnRefuseUnreadableDate(txtUriDate);
 }
 
 void UriageBlock::layOut() {

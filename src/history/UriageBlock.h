@@ -37,13 +37,16 @@ public:
     xField* prescription(int eye, int index) const { return eyes_[eye][index]; }
 
     bool editing = false;
+    // Opens the block for correction under the title, the focus on the frame's name.
+    void startCorrection(const QString& title);
+    // Whether the corrected date can be stored; if not, says so and puts the focus on it.
+    bool dateReads();
 
+private:
     xDate* txtUriDate;
     QComboBox *cboItem, *cboYouto, *cboFm_Meka, *cboLz_Meka;
     xField *txtFm_Name, *txtFm_Size, *txtFm_Color, *txtLz_Name;
     xNum *txtFm_Kinga, *txtLz_Kinga, *txtKinga;
-
-private:
     void layOut();
     std::array<std::array<xField*, 13>, 2> eyes_{};
     PrescriptionReference* reference_;

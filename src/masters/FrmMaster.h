@@ -45,17 +45,16 @@ public:
     void DeleteMaster();
     void cmdFnuc_Click(int index);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
     GridView* spdData;
     QLabel* Label1;
     QLabel* Label2;
     xField* txtTNo;
     xField* txtName;
     std::array<xCmdBtn*, 12> cmdFnuc;
-
-protected:
-    void showEvent(QShowEvent* event) override;
-
-private:
     void numberLeft();
     // The number field's rule: a whole number 0 to 999, shown as its code ("007"); refused with
     // OpeErr_004 and the focus put back otherwise. Empty passes (the required check tells).

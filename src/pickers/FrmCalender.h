@@ -22,13 +22,12 @@ public:
 
     void cmdSelect_Click(int index);
 
-    xClndr* xClndr1;
-    std::array<QPushButton*, 2> cmdSelect;
-
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    xClndr* xClndr1;
+    std::array<QPushButton*, 2> cmdSelect;
     QDate resultDate_;
     bool endType_ = false;
 };

@@ -27,6 +27,10 @@ public:
     void cmdCAN_Click();
     void AddrRead();
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
     xField* txtZip1;
     xField* txtZip2;
     xField* txtTodo;
@@ -37,11 +41,6 @@ public:
     QPushButton* cmdOK;
     QPushButton* cmdCAN;
     AddressList* spdZipList;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
-private:
     int todoFlg_ = 0;
     QString zip_;
     QString addr_;

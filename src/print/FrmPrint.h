@@ -36,9 +36,12 @@ public:
     void PrintSetData3(ReportJob& job);
     void PrintSetData2(ReportJob& job);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
     std::array<QPushButton*, 3> cmdPrint;
     QPushButton* cmdEnd;
-
     // How the cards are printed: one per household (連名), numbers in vertical addresses as
     // kanji numerals, the postal-code boxes on plain paper; and the printer's feed offset,
     // kept in the database.
@@ -47,11 +50,6 @@ public:
     QCheckBox* chkYubinWaku;
     QDoubleSpinBox* txtOffsetX;
     QDoubleSpinBox* txtOffsetY;
-
-protected:
-    void showEvent(QShowEvent* event) override;
-
-private:
     // Opens a job, starts the document, runs the page routine and ends or aborts it.
     void runJob(const QString& procedure, const QString& settings, const QString& documentName,
                 const std::function<void(ReportJob&)>& pages);

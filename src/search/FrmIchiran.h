@@ -35,15 +35,14 @@ public:
     // The search the list shows, kept from the moment it ran.
     const ShownSearch& shownSearch() const { return shown_; }
 
-    ListGrid* spdData;
-    xLabel* lblTaisyouCnt;
-    xLabel* lblPrintCnt;
-    std::array<xCmdBtn*, 12> cmdFnuc;
-
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    ListGrid* spdData;
+    xLabel* lblTaisyouCnt;
+    xLabel* lblPrintCnt;
+    std::array<xCmdBtn*, 12> cmdFnuc;
     void buildForm();
     void toggleDeletion();
     void openRegister(int row);

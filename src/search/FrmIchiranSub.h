@@ -26,15 +26,14 @@ public:
     void SerchUriage(qint64 customerNo);
     bool CalUriageGaku(qint64 customerNo);
 
-    GridView* spdData;
-    xLabel* lblKaisu;
-    xLabel* lblKinga;
-    QPushButton* cmdEnd;
-
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    GridView* spdData;
+    xLabel* lblKaisu;
+    xLabel* lblKinga;
+    QPushButton* cmdEnd;
     qint64 user_ = 0;
     SearchConditions conditions_;
     RowModel<Purchase>* rows_;

@@ -20,13 +20,13 @@ public:
     void Disp_Kokyaku();
     void cmdBtn_Click(int index);
 
+    std::array<xCmdBtn*, 3> cmdBtn; // 新規顧客(F1), 既存顧客(F5), ｷｬﾝｾﾙ(ESC)
+
+private:
     xKana* txtKana;
     xField* txtTel;
     xCmdBtn* cmdKensak;
-    std::array<xCmdBtn*, 3> cmdBtn; // 新規顧客(F1), 既存顧客(F5), ｷｬﾝｾﾙ(ESC)
     CustomerList* spdData;
-
-private:
     // Opens the register for a customer (0: a new one, starting with the typed telephone).
     void openRegister(qint64 customerNo);
     void reset();

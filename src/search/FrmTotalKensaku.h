@@ -45,6 +45,13 @@ public:
         return condition == SearchConditions::LastVisit ? 15 : condition;
     }
 
+protected:
+    // Enter in a condition starts the search; on a button it presses that button.
+    bool enterPressed(QWidget* from) override;
+    // The window's close box is キャンセル.
+    void reject() override;
+
+private:
     std::array<QCheckBox*, 16> chkJoken;
     xKana* txtKana;
     xField *txtJusyo1, *txtTel;
@@ -64,14 +71,6 @@ public:
     QGroupBox* FraAll;
     QGroupBox* FraAll_K;
     QPushButton *cmdKensaku, *cmdClear, *cmdCancel;
-
-protected:
-    // Enter in a condition starts the search; on a button it presses that button.
-    bool enterPressed(QWidget* from) override;
-    // The window's close box is キャンセル.
-    void reject() override;
-
-private:
     void buildForm();
     QList<QWidget*> group(int index) const;
     void resetGroup(int index);

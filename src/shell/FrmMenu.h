@@ -16,6 +16,7 @@ public:
     void cmdMenu_Click(int index);
     void cmdMst_Click(int index);
 
+private:
     std::array<QPushButton*, 3> cmdMenu;
     std::array<QPushButton*, 3> cmdMst;
     QGroupBox* Frame1;

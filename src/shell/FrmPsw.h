@@ -16,6 +16,7 @@ public:
 
     void cmdBtn_Click(int index);
 
+private:
     QLabel* Label1;
     QLabel* Label2;
     QLabel* Label3;

@@ -24,6 +24,7 @@
 #include "platform/db/Transaction.h"
 #include "platform/report/Report.h"
 #include "platform/ui/MsgBox.h"
+#include "platform/ui/Named.h"
 #include "platform/ui/Screen.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
@@ -42,6 +43,11 @@
 #include <cstdio>
 
 namespace {
+
+// A control of the screen by its name.
+template <class Control> Control& at(const QObject& screen, const QString& name, int index = -1) {
+    return RequireNamedChild<Control>(screen, name, index);
+}
 
 int showControls() {
     Screen screen;
@@ -131,7 +137,7 @@ int showZipList(const QString& folder) {
                             "(60, 42, '北海道', '札幌市中央区', '大通西（１～１９丁目）')"})
         gCon.execute(QStringLiteral("insert into ZipList values ") + QString::fromUtf8(row));
     FrmZipList screen;
-    screen.txtZip1->setText(QStringLiteral("060"));
+    at<xField>(screen, QStringLiteral("txtZip1")).setText(QStringLiteral("060"));
     screen.AddrRead();
     const int result = screen.exec();
     gCon.close();
@@ -179,7 +185,7 @@ int showRegister(const QString& folder) {
 int showSearch(const QString& folder) {
     seedShop(folder);
     FrmKensaku screen;
-    screen.txtKana->setText(QStringLiteral("やま"));
+    at<xKana>(screen, QStringLiteral("txtKana")).setText(QStringLiteral("やま"));
     screen.cmdKensak_Click();
     const int result = screen.exec();
     gCon.close();
@@ -265,12 +271,12 @@ int showConditions(const QString& folder) {
     seedShop(folder);
     FrmTotalKensaku screen;
     for (int index : {0, 5, 7, 8, FrmTotalKensaku::boxOf(SearchConditions::LastVisit), 14})
-        screen.chkJoken[index]->click();
-    screen.txtSaisyuRaiten[1]->setDate(QDate(2023, 12, 31));
-    screen.txtKana->setText(QStringLiteral("やま"));
-    screen.txtToshi[0]->setValue(60);
-    screen.txtToshi[1]->setValue(70);
-    screen.cboYoto[0]->setCurrentIndex(2);
+        at<QCheckBox>(screen, QStringLiteral("chkJoken"), index).click();
+    at<xDate>(screen, QStringLiteral("txtSaisyuRaiten"), 1).setDate(QDate(2023, 12, 31));
+    at<xKana>(screen, QStringLiteral("txtKana")).setText(QStringLiteral("やま"));
+    at<xNum>(screen, QStringLiteral("txtToshi"), 0).setValue(60);
+    at<xNum>(screen, QStringLiteral("txtToshi"), 1).setValue(70);
+    at<QComboBox>(screen, QStringLiteral("cboYoto"), 0).setCurrentIndex(2);
     const int result = screen.exec();
     gCon.close();
     return result;
@@ -294,7 +300,7 @@ int printAll(const QString& folder) {
     });
     FrmIchiran list;
     list.cmdFnuc_Click(5);
-    FrmPrint print(list.spdData->rows(), true);
+    FrmPrint print(at<ListGrid>(list, QStringLiteral("spdData")).rows(), true);
     for (int button : {0, 1, 2})
         print.cmdPrint_Click(button);
     for (const ReportJobRecord& job : ReportJobs())
