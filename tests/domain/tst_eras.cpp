@@ -37,7 +37,7 @@ private slots:
             if (BirthDateFits(era, year, month, day, today) != (expected != 'n') ||
                 BirthDateTaken(era, year, month, day, today) != (expected == 'y'))
                 wrong << QString::asprintf("%d %d/%d/%d", era, year, month, day);
-        QCOMPARE(wrong, QStringList());
+        QCOMPARE(wrong.join(QLatin1String("; ")), QString());
     }
 
     // A Western date named in its era; a year that two eras share goes to the one that holds
@@ -66,7 +66,6 @@ private slots:
             {Heisei, 10, 5, 3, 20180502, 19, "平成10年5月3日"},
             {Heisei, 10, 5, 3, 20180503, 20, "平成10年5月3日"},
             {Heisei, 10, 5, 0, 20180430, 19, "平成10年5月"},
-            {Heisei, 10, 5, 3, 20180601, 20, "平成10年5月3日"},
             {Showa, 45, 0, 0, 20180101, 48, "昭和45年"},
             {Taisho, 15, 12, 1, 20260101, 99, "大正15年12月1日"},
             {NoEra, 1990, 1, 1, 20260101, 36, "1990年1月1日"},

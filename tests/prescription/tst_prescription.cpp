@@ -79,7 +79,8 @@ private slots:
                                     {Sph, "101.5", "+1.02"}, {Sph, "9999", ""},
                                     {S, "x125", ""},         {S, "250", "+2.50"},
                                     {Cyl, "125", "+125.00"}, {Pd, "-31", ""}};
-        QCOMPARE(mismatches(anyScreen, false) + mismatches(onRegister, true), QStringList());
+        QCOMPARE((mismatches(anyScreen, false) + mismatches(onRegister, true)).join(u"; "_s),
+                 QString());
     }
 
     // A stored value as its field shows it, and the field's text read back into the value.
