@@ -18,20 +18,15 @@ namespace {
 enum { Sph, Cyl, Ax, S, P1, B1, P2, B2, Gai, Tama, Pd, Ragan, Kyosei };
 
 // A value typed and the field left: the field's index, what was typed, what it shows then.
-struct Typed {
-    int index;
-    const char* typed;
-    const char* shown;
-};
+using Typed = std::tuple<int, const char*, const char*>;
 
 // The rows whose rule gives other text than the table says, as "index typed -> shown".
 QStringList mismatches(std::span<const Typed> cases, bool onRegister) {
     QStringList wrong;
-    for (const Typed& c : cases) {
-        const QString shown = ApplyLeaveRule(c.index, QString::fromUtf8(c.typed), onRegister);
-        if (shown != QString::fromUtf8(c.shown))
-            wrong << QString::number(c.index) + QLatin1Char(' ') + QString::fromUtf8(c.typed) +
-                         u" -> "_s + shown;
+    for (const auto& [index, typed, expected] : cases) {
+        const QString shown = ApplyLeaveRule(index, QString::fromUtf8(typed), onRegister);
+        if (shown != QString::fromUtf8(expected))
+            wrong << u"%1 %2 -> %3"_s.arg(index).arg(QString::fromUtf8(typed), shown);
     }
     return wrong;
 }
@@ -48,7 +43,6 @@ struct WiredEyes {
         // The focus checks fail if it never becomes active.
         (void)QTest::qWaitForWindowActive(&dialog);
     }
-    QWidget* focus() const { return dialog.focusWidget(); }
     QDialog dialog;
     EyeFields right{}, left{};
 };
@@ -65,64 +59,50 @@ private slots:
              {"", " ", "+", "-", ".", "1.2.3", "1e2", "abc", "1,5", "--1", "1 2"})
             QVERIFY2(!IsPrescriptionNumber(QString::fromUtf8(other)), other);
 
-        // Signed (Cyl up to 9.99, Sph and S up to 99.99): 0, -0, the upper limit and non-numbers
-        // empty; "+" and two decimals, a half away from 0.
-        const Typed signedValues[] = {{Cyl, "0", ""},           {Cyl, "9.99", ""},
-                                      {Cyl, "9.98", "+9.98"},   {Cyl, "-9.99", "-9.99"},
-                                      {Cyl, "-.5", "-0.50"},    {Cyl, "abc", ""},
-                                      {Sph, "-0", ""},          {Sph, "99.99", ""},
-                                      {Sph, "+1.255", "+1.26"}, {S, "125", "+125.00"}};
-        // Unsigned: negatives empty too; Pd has one decimal and the upper limit 99.9.
-        const Typed unsignedValues[] = {{Kyosei, "-0.5", ""},  {Kyosei, "1", "1.00"},
-                                        {Kyosei, "9.99", ""},  {Ragan, "0.1", "0.10"},
-                                        {P1, "1.2", "1.20"},   {P2, "0", ""},
-                                        {P2, "x", ""},         {Pd, "99.9", ""},
-                                        {Pd, "64.25", "64.3"}, {Pd, "62", "62.0"}};
-        // Integer values keep what is not a number; the base directions have no rule.
-        const Typed otherValues[] = {{Ax, "12.6", "13"},  {Ax, "12.5", "13"}, {Ax, "0", "0"},
-                                     {Gai, "abc", "abc"}, {Tama, "", ""},     {Tama, "-2.5", "-3"},
-                                     {B1, " IN ", " IN "}};
+        // Signed (Cyl up to 9.99, Sph and S up to 99.99): 0, -0, the upper limit and
+        // non-numbers empty; "+" and two decimals, a half away from 0. Unsigned: negatives empty
+        // too; Pd has one decimal and the upper limit 99.9. Integer values keep what is not a
+        // number; the base directions have no rule.
+        const Typed anyScreen[] = {
+            {Cyl, "0", ""},          {Cyl, "9.99", ""},      {Cyl, "9.98", "+9.98"},
+            {Cyl, "-9.99", "-9.99"}, {Cyl, "-.5", "-0.50"},  {Cyl, "abc", ""},
+            {Sph, "-0", ""},         {Sph, "99.99", ""},     {Sph, "+1.255", "+1.26"},
+            {S, "125", "+125.00"},   {Kyosei, "-0.5", ""},   {Kyosei, "1", "1.00"},
+            {Kyosei, "9.99", ""},    {Ragan, "0.1", "0.10"}, {P1, "1.2", "1.20"},
+            {P2, "0", ""},           {P2, "x", ""},          {Pd, "99.9", ""},
+            {Pd, "64.25", "64.3"},   {Pd, "62", "62.0"},     {Ax, "12.6", "13"},
+            {Ax, "12.5", "13"},      {Ax, "0", "0"},         {Gai, "abc", "abc"},
+            {Tama, "", ""},          {Tama, "-2.5", "-3"},   {B1, " IN ", " IN "}};
         // The register reads Sph and S above 99 as hundredths, rounded a half to even first.
         const Typed onRegister[] = {{Sph, "125", "+1.25"},   {Sph, "-125", "-125.00"},
                                     {Sph, "99", "+99.00"},   {Sph, "100.5", "+1.00"},
                                     {Sph, "101.5", "+1.02"}, {Sph, "9999", ""},
                                     {S, "x125", ""},         {S, "250", "+2.50"},
                                     {Cyl, "125", "+125.00"}, {Pd, "-31", ""}};
-        QCOMPARE(mismatches(signedValues, false) + mismatches(unsignedValues, false) +
-                     mismatches(otherValues, false) + mismatches(onRegister, true),
-                 QStringList());
-        for (auto [value, rounded] : {std::pair{124.5, 124.0}, {125.5, 126.0}, {-2.5, -2.0}})
-            QCOMPARE(RoundHalfEven(value), rounded);
+        QCOMPARE((mismatches(anyScreen, false) + mismatches(onRegister, true)).join(u"; "_s),
+                 QString());
     }
 
+    // A stored value as its field shows it, and the field's text read back into the value.
     void storedValuesAreShownAndTypedValuesRead() {
-        // The value's index, the number or base direction stored, what is shown.
-        const std::tuple<int, double, const char*, const char*> display[] = {
-            {Sph, 1.25, "", "+1.25"}, {Cyl, -0.5, "", "-0.50"}, {P1, 3, "", "3.00"},
-            {Pd, 64.0, "", "64.0"},   {Ax, 180, "", "180"},     {Ax, 0, "", ""},
-            {Kyosei, 0, "", ""},      {B2, 0, "", ""},          {B2, 0, "OUT", "OUT"}};
-        for (const auto& [index, number, base, shown] : display) {
+        // The value's index, the text read into it, what the field then shows.
+        const std::tuple<int, const char*, const char*> cases[] = {
+            {Sph, "1.25", "+1.25"}, {Sph, "+1.25", "+1.25"}, {Cyl, "-.5", "-0.50"},
+            {Cyl, "", ""},          {P1, "3", "3.00"},       {Pd, " 62.0 ", "62.0"},
+            {Ax, "180", "180"},     {Ax, "0", ""},           {Kyosei, "", ""},
+            {B2, "", ""},           {B2, "OUT", "OUT"},      {B1, " O'IN ", " O'IN "}};
+        for (const auto& [index, typed, shown] : cases) {
             Prescription eye;
-            if (IsPrescriptionText(index))
-                eye.base(index) = QString::fromUtf8(base);
-            else
-                eye.numbers[index] = number;
+            SetPrescriptionText(eye, index, QString::fromUtf8(typed));
             QCOMPARE(PrescriptionText(eye, index), QString::fromUtf8(shown));
         }
         Prescription eye;
-        SetPrescriptionText(eye, Sph, u"+1.25"_s);
-        SetPrescriptionText(eye, Pd, u" 62.0 "_s);
-        SetPrescriptionText(eye, B1, u" O'IN "_s);
-        SetPrescriptionText(eye, Cyl, QString());
-        QCOMPARE((std::array{eye.numbers[Sph], eye.numbers[Pd], eye.numbers[Cyl]}),
-                 (std::array{1.25, 62.0, 0.0}));
-        QCOMPARE(eye.b1, u" O'IN "_s); // as typed; written trimmed
         QCOMPARE(FailureNumber([&] { SetPrescriptionText(eye, Ax, u"abc"_s); }), 13L);
     }
 
-    void inputSettingsDifferByScreenAndEye() {
-        WiredEyes reg(PrescriptionScreen::Register);
-        WiredEyes history(PrescriptionScreen::History);
+    // On each screen: what a keystroke may add, the rules on leaving, the skip over a dependent
+    // field and the arrows.
+    void theWiredFieldsTypingLeavingAndMoving() {
         // A keystroke past the decimals or the range is refused; the base has no settings.
         // On the register or the history, on the left eye or the right: typed and shown.
         const std::tuple<bool, bool, int, const char*, const char*> typing[] = {
@@ -132,59 +112,51 @@ private slots:
             {true, false, Pd, "-64", "64"},         {false, true, Pd, "-64", "64"},
             {false, false, Cyl, "-1.255", "-1.25"}, {true, false, Gai, "-70", "70"},
             {true, false, B1, "IN", "IN"}};
-        for (const auto& [onRegister, leftEye, index, typed, shown] : typing) {
-            const WiredEyes& p = onRegister ? reg : history;
-            xField* field = (leftEye ? p.left : p.right)[index];
-            QTest::keyClicks(field, QString::fromUtf8(typed));
-            QCOMPARE(field->text(), QString::fromUtf8(shown));
-        }
-    }
-
-    void leavingAppliesTheRulesAnEmptyFieldSkipsItsDependentAndArrowsMove() {
         for (PrescriptionScreen screen :
              {PrescriptionScreen::Register, PrescriptionScreen::History}) {
             WiredEyes p(screen);
-            p.right[Sph]->setFocus();
-            QTest::keyClicks(p.right[Sph], u"125"_s);
-            p.right[Cyl]->setFocus();
-            QCOMPARE(p.right[Sph]->text(),
-                     screen == PrescriptionScreen::Register ? u"+1.25"_s : u"+12.00"_s);
-            p.left[Pd]->setText(u"64.25"_s); // as pasted: the rule still holds
-            p.left[Pd]->setFocus();
-            p.left[Cyl]->setFocus();
-            QCOMPARE(p.left[Pd]->text(), u"64.3"_s);
-
-            QTest::keyClicks(p.right[Ax], u"90"_s);
-            p.right[Ax]->setFocus();
-            QTest::keyClick(p.right[Ax], Qt::Key_Tab);
-            QCOMPARE(p.right[Ax]->text(), u"90"_s);
-
-            // From each field, the key, and where the focus goes on the register and on the
-            // history. An empty field skips the value that depends on it; not empty, the key keeps
-            // its ordinary effect. The register's arrows run round both eyes, whatever the caret
-            // position; the history's move the caret.
+            const EyeFields &r = p.right, &l = p.left;
             const bool ring = screen == PrescriptionScreen::Register;
-            p.right[Cyl]->setText(u"+0.50"_s);
-            p.right[Tama]->setText(u"12"_s);
-            const QList<std::tuple<xField*, Qt::Key, xField*, xField*>> moves{
-                {p.left[Cyl], Qt::Key_Return, p.left[S], p.left[S]},
-                {p.right[P1], Qt::Key_Tab, p.right[P2], p.right[P2]},
-                {p.right[P2], Qt::Key_Enter, p.right[Gai], p.right[Gai]},
-                {p.right[Cyl], Qt::Key_Tab, p.right[Ax], p.right[Ax]},
-                {p.right[Pd], Qt::Key_Right, p.left[Sph], p.right[Pd]},
-                {p.left[Sph], Qt::Key_Left, p.right[Pd], p.left[Sph]},
-                {p.right[Pd], Qt::Key_Left, p.right[Kyosei], p.right[Pd]},
-                {p.left[Pd], Qt::Key_Right, p.right[Sph], p.left[Pd]},
-                {p.right[Sph], Qt::Key_Left, p.left[Pd], p.right[Sph]},
-                {p.right[Tama], Qt::Key_Right, p.right[Ragan], p.right[Tama]}};
-            for (const auto& [from, key, onRegister, onHistory] : moves) {
+            for (const auto& [onRegister, leftEye, index, typed, shown] : typing) {
+                if (onRegister != ring)
+                    continue;
+                xField* field = (leftEye ? l : r)[index];
+                QTest::keyClicks(field, QString::fromUtf8(typed));
+                QCOMPARE(field->text(), QString::fromUtf8(shown));
+                field->clear();
+            }
+
+            // Typed, set as a paste sets it, and left: the rules hold on both eyes.
+            r[Sph]->setFocus();
+            QTest::keyClicks(r[Sph], u"125"_s);
+            QTest::keyClicks(r[Ax], u"90"_s);
+            l[Pd]->setText(u"64.25"_s);
+            for (xField* next : {r[Ax], l[Pd], l[Cyl]})
+                next->setFocus();
+            QCOMPARE(r[Sph]->text() + u'|' + r[Ax]->text() + u'|' + l[Pd]->text(),
+                     ring ? u"+1.25|90|64.3"_s : u"+12.00|90|64.3"_s);
+
+            // From each field, the key, and where the focus goes. An empty field skips the value
+            // that depends on it; not empty, the key keeps its ordinary effect. The register's
+            // arrows run round both eyes, whatever the caret position; the history's move the
+            // caret and the focus stays.
+            r[Cyl]->setText(u"+0.50"_s);
+            r[Tama]->setText(u"12"_s);
+            const QList<std::tuple<xField*, Qt::Key, xField*>> moves{
+                {l[Cyl], Qt::Key_Return, l[S]},   {r[P1], Qt::Key_Tab, r[P2]},
+                {r[P2], Qt::Key_Enter, r[Gai]},   {r[Cyl], Qt::Key_Tab, r[Ax]},
+                {r[Pd], Qt::Key_Right, l[Sph]},   {l[Sph], Qt::Key_Left, r[Pd]},
+                {r[Pd], Qt::Key_Left, r[Kyosei]}, {l[Pd], Qt::Key_Right, r[Sph]},
+                {r[Sph], Qt::Key_Left, l[Pd]},    {r[Tama], Qt::Key_Right, r[Ragan]}};
+            for (const auto& [from, key, to] : moves) {
                 from->setFocus();
                 from->setCursorPosition(0);
                 QTest::keyClick(from, key);
-                QCOMPARE(p.focus(), ring ? onRegister : onHistory);
+                const bool arrow = key == Qt::Key_Left || key == Qt::Key_Right;
+                QCOMPARE(p.dialog.focusWidget(), ring || !arrow ? to : from);
             }
             if (!ring)
-                QCOMPARE(p.right[Tama]->cursorPosition(), 1);
+                QCOMPARE(r[Tama]->cursorPosition(), 1);
         }
     }
 };
