@@ -213,6 +213,8 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/ListGrid.cpp
     src/print/FrmPrint.cpp
     src/masters/FrmMaster.cpp
+    src/orders/FrmJyuchu.cpp
+    src/orders/FrmJyuchuForm.cpp
     src/pickers/AddressList.cpp
     src/pickers/FrmCalender.cpp
     src/pickers/FrmZipList.cpp
@@ -234,6 +236,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/ListGrid.h
     src/print/FrmPrint.h
     src/masters/FrmMaster.h
+    src/orders/FrmJyuchu.h
     src/pickers/AddressList.h
     src/pickers/FrmCalender.h
     src/pickers/FrmZipList.h

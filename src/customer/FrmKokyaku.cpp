@@ -5,6 +5,7 @@
 #include "customer/UriageEntry.h"
 #include "data/CustomerStore.h"
 #include "data/Lookups.h"
+#include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
 #include "domain/Age.h"
 #include "domain/Prescription.h"
@@ -17,6 +18,7 @@
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "history/FrmRireki.h"
+#include "orders/FrmJyuchu.h"
 #include "pickers/FrmZipList.h"
 #include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -44,7 +46,7 @@ namespace {
 
 const QString ScreenName = QStringLiteral("顧客検索画面");
 
-enum Key { F1 = 0, F3 = 2, F5 = 4, F6 = 5, F8 = 7, F12 = 11 };
+enum Key { F1 = 0, F3 = 2, F5 = 4, F6 = 5, F8 = 7, F9 = 8, F12 = 11 };
 
 // A birth date part shown without leading zeros; 0 and empty text show as empty text.
 QString birthPart(const QString& text) {
@@ -73,6 +75,7 @@ void FrmKokyaku::connectEvents() {
     connect(cmdJusyo, &QPushButton::clicked, this, &FrmKokyaku::cmdJusyo_Click);
     connect(txtYubin, &QLineEdit::textEdited, this, &FrmKokyaku::fillAddressFromPostalCode);
     connect(spdData, &GridView::clicked, this, &FrmKokyaku::spdData_Click);
+    connect(spdData, &PurchaseGrid::linesChanged, this, &FrmKokyaku::showOwed);
     // The entry always shows the current line: moved to by a click, the arrow keys or a drag.
     connect(spdData, &GridView::currentRowChanged, this,
             [this](int row) { spdData_Click(row, 1); });
@@ -225,7 +228,10 @@ void FrmKokyaku::showCustomer(const Customer& c) {
 void FrmKokyaku::Disp_SpdData(qint64 customerNo) {
     FraUriage->Clear_UriData();
     Procedure(ScreenName, QStringLiteral("Disp_SpdData"), QStringLiteral("顧客売上履歴の取得処理"),
-              [&] { spdData->showPurchases(PurchaseStore::OfCustomer(customerNo)); });
+              [&] {
+                  std::vector<Purchase> purchases = PurchaseStore::OfCustomer(customerNo);
+                  spdData->showPurchases(purchases, OrderStore::OfCustomer(customerNo));
+              });
 }
 
 void FrmKokyaku::Get_Age(int era, int year, int month, int day) {
@@ -340,16 +346,16 @@ void FrmKokyaku::tellConflict(const Failure& failure) {
 }
 
 void FrmKokyaku::readAgainKeepingNewLines() {
-    std::vector<Purchase> waiting;
+    std::vector<PurchaseLine> waiting;
     for (const PurchaseLine& line : spdData->lines())
         if (line.state == LineState::New)
-            waiting.push_back(line.purchase);
+            waiting.push_back(line);
     WaitCursor wait;
     Clear_User();
     record_ = Record::Stored;
     Disp_User(currentNo_);
-    for (const Purchase& purchase : waiting)
-        spdData->writeEntry(0, purchase);
+    for (const PurchaseLine& line : waiting)
+        spdData->keepNewLine(line);
     if (spdData->lineCount() > 0)
         spdData_Click(1, 1);
     Form_Activate();
@@ -439,6 +445,9 @@ void FrmKokyaku::cmdFnuc_Click(int index) {
         koushin_ = true;
         break;
     }
+    case F9:
+        openOrder();
+        break;
     case F12:
         openHistory();
         break;
@@ -467,6 +476,47 @@ void FrmKokyaku::openHistory() {
     if (spdData->lineCount() > 0)
         spdData_Click(1, 1);
     Form_Activate();
+}
+
+void FrmKokyaku::openOrder() {
+    const int shownId = FraUriage->shownLineId();
+    const int row = shownId != 0 ? spdData->rowOf(shownId) : spdData->activeRow();
+    if (row < 1 || row > spdData->lineCount() || spdData->line(row).state == LineState::Deleted) {
+        MsgBox(QStringLiteral("受注・入金を開く売上の明細を選んでください。"), MsgIcon::Exclamation,
+               MsgButtons::OK, windowTitle());
+        return;
+    }
+    const PurchaseLine line = spdData->line(row);
+    if (line.state == LineState::New) {
+        std::vector<Purchase> stored;
+        for (const PurchaseLine& other : spdData->lines())
+            if (other.state != LineState::New)
+                stored.push_back(other.read);
+        FrmJyuchu order(line.purchase, line.order, line.payments, stored, this);
+        if (ShowModal(order) == QDialog::Accepted)
+            spdData->setOrder(line.id, order.order(), order.payments());
+    } else {
+        FrmJyuchu order(currentNo_, txtName->text(), line.read, this);
+        ShowModal(order);
+        if (order.stored()) {
+            koushin_ = true;
+            Procedure(ScreenName, QStringLiteral("Disp_SpdData"),
+                      QStringLiteral("顧客売上履歴の取得処理"), [&] {
+                          const OrderStore::OrderState state =
+                              OrderStore::OfPurchase(currentNo_, line.read.seq);
+                          spdData->setOrder(line.id, state.order, state.payments);
+                      });
+        }
+    }
+    showOwed();
+}
+
+void FrmKokyaku::showOwed() {
+    const qint64 owed = spdData->outstanding();
+    lblZankin->setText(owed == 0 ? QString()
+                                 : QStringLiteral("残金合計 ") +
+                                       FormatNumber(double(owed), QStringLiteral("###,###,##0")) +
+                                       QStringLiteral("円"));
 }
 
 void FrmKokyaku::openFamily() {

@@ -89,6 +89,7 @@ private:
     std::array<QRadioButton*, 5> optTanjo_Go;
     xField *txtTanjo_Nen, *txtTanjo_Mon, *txtTanjo_Day;
     QLabel* lblAge;
+    QLabel* lblZankin;
     PurchaseGrid* spdData;
     UriageEntry* FraUriage;
     std::array<xCmdBtn*, 12> cmdFnuc;
@@ -99,6 +100,9 @@ private:
     void fillAddressFromPostalCode();
     void openFamily();
     void openHistory();
+    // The order and payments of the purchase the entry shows (or of the grid's current line).
+    void openOrder();
+    void showOwed();
     bool mayLeaveWaitingLines() const;
     void forgetCustomer();
     // Runs a save or deletion as one procedure, telling its failures as the register does.

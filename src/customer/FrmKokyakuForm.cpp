@@ -161,8 +161,8 @@ void FrmKokyaku::buildForm() {
     keys_ = new FunctionKeyRow(this);
     keys_->setCaptions({QStringLiteral("閉じる"), QString(), QStringLiteral("家族"), QString(),
                         QStringLiteral("登録"), QStringLiteral("クリア"), QString(),
-                        QStringLiteral("顧客削除"), QString(), QString(), QString(),
-                        QStringLiteral("履歴照会")});
+                        QStringLiteral("顧客削除"), QStringLiteral("受注・入金"), QString(),
+                        QString(), QStringLiteral("履歴照会")});
     cmdFnuc = keys_->buttons();
 
     // Tab follows the screen: the record row by row, the purchases, then the entry. In the grid
@@ -180,6 +180,10 @@ void FrmKokyaku::buildForm() {
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(12, 10, 12, 10);
     page->addLayout(record);
+    // What the customer still owes, above his purchases.
+    lblZankin = Named(new QLabel(this), QStringLiteral("lblZankin"));
+    lblZankin->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    page->addWidget(lblZankin);
     page->addWidget(spdData, 1);
     page->addWidget(FraUriage);
     page->addStretch(0);

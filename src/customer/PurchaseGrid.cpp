@@ -54,6 +54,13 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
                          return PurchaseDateText(l.purchase);
                      }},
                     {QStringLiteral("売上合計"), amount(&Purchase::total), Right},
+                    {QStringLiteral("受注状態"), &LineOrderText},
+                    {QStringLiteral("残金"),
+                     [](const Line& l) {
+                         const qint64 outstanding = LineOutstanding(l);
+                         return outstanding == 0 ? QString() : money(outstanding);
+                     },
+                     Right},
                     {QStringLiteral("ｱｲﾃﾑ"), master(MasterKind::Item, &Purchase::itemNo)},
                     {QStringLiteral("用途"), master(MasterKind::Youto, &Purchase::youtoNo)},
                     {QStringLiteral("ﾌﾚｰﾑ名"), text(&Purchase::fmName)},
@@ -85,7 +92,7 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
     connect(model_, &QAbstractItemModel::rowsRemoved, this, changed);
     connect(model_, &QAbstractItemModel::dataChanged, this, changed);
     setRowSelection();
-    QList<int> widths{44, 96, 80, 96, 100, 110, 84, 72, 50, 60, 110, 84, 72, 110, 120};
+    QList<int> widths{44, 96, 80, 72, 72, 96, 100, 110, 84, 72, 50, 60, 110, 84, 72, 110, 120};
     for (int i = 0; i < 26; ++i)
         widths << 62;
     setColumnWidths(widths);
@@ -104,14 +111,46 @@ QString PurchaseGrid::masterName(MasterKind kind, const QString& code) const {
     return name ? *name : code + QLatin1Char(':');
 }
 
-void PurchaseGrid::showPurchases(const std::vector<Purchase>& purchases) {
+void PurchaseGrid::showPurchases(const std::vector<Purchase>& purchases,
+                                 const std::map<int, OrderStore::OrderState>& orders) {
     if (!purchases.empty())
         names_.load();
     std::vector<Line> lines;
     lines.reserve(purchases.size());
-    for (const Purchase& purchase : purchases)
-        lines.push_back({++lastId_, purchase, purchase});
+    for (const Purchase& purchase : purchases) {
+        Line line{++lastId_, purchase, purchase};
+        if (const auto state = orders.find(purchase.seq); state != orders.end()) {
+            line.order = state->second.order;
+            line.payments = state->second.payments;
+        }
+        lines.push_back(std::move(line));
+    }
     model_->setRows(std::move(lines));
+}
+
+void PurchaseGrid::setOrder(int id, const std::optional<Order>& order,
+                            const std::vector<Payment>& payments) {
+    if (const int row = rowOf(id))
+        model_->update(row - 1, [&](Line& l) {
+            l.order = order;
+            l.payments = payments;
+        });
+}
+
+void PurchaseGrid::keepNewLine(const PurchaseLine& line) {
+    Line kept = line;
+    kept.id = ++lastId_;
+    kept.state = LineState::New;
+    model_->append(std::move(kept));
+    sortLines();
+}
+
+qint64 PurchaseGrid::outstanding() const {
+    qint64 sum = 0;
+    for (const Line& line : lines())
+        if (line.state != LineState::Deleted)
+            sum += LineOutstanding(line);
+    return sum;
 }
 
 int PurchaseGrid::rowOf(int id) const {
@@ -141,13 +180,17 @@ bool PurchaseGrid::writeEntry(int id, const Purchase& purchase) {
             l.state = *state;
         });
     }
+    sortLines();
+    model_->updateAll([](Line& l) { l.unmarked = false; });
+    return true;
+}
+
+void PurchaseGrid::sortLines() {
     model_->sortRows([](const Line& a, const Line& b) {
         if (a.purchase.date != b.purchase.date)
             return a.purchase.date > b.purchase.date;
         return a.purchase.itemNo < b.purchase.itemNo;
     });
-    model_->updateAll([](Line& l) { l.unmarked = false; });
-    return true;
 }
 
 void PurchaseGrid::keepUnstoredLines() {
@@ -156,6 +199,11 @@ void PurchaseGrid::keepUnstoredLines() {
         if (line.state == LineState::New || line.state == LineState::Changed) {
             Line typed{line.id, line.purchase, {}, LineState::New};
             typed.purchase.seq = 0;
+            // A stored purchase's order went with its customer; a new line's waits with it.
+            if (line.state == LineState::New) {
+                typed.order = line.order;
+                typed.payments = line.payments;
+            }
             kept.push_back(typed);
         }
     model_->setRows(std::move(kept));

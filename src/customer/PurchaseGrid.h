@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Lookups.h"
+#include "data/OrderStore.h"
 #include "domain/PurchaseLine.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/RowModel.h"
@@ -20,9 +21,17 @@ class PurchaseGrid : public GridView {
 public:
     explicit PurchaseGrid(QWidget* parent = nullptr);
 
-    // Shows a customer's stored purchases in the order given; an empty list empties the grid.
-    void showPurchases(const std::vector<Purchase>& purchases);
+    // Shows a customer's stored purchases in the order given, with their orders; an empty list
+    // empties the grid.
+    void showPurchases(const std::vector<Purchase>& purchases,
+                       const std::map<int, OrderStore::OrderState>& orders = {});
     void clearLines() { showPurchases({}); }
+    // The line's order and payments, as stored now or (for a new line) as they wait.
+    void setOrder(int id, const std::optional<Order>& order, const std::vector<Payment>& payments);
+    // A new line kept as it was typed, with what waits with it, after the grid was read again.
+    void keepNewLine(const PurchaseLine& line);
+    // What the customer still owes for the lines shown.
+    qint64 outstanding() const;
     // The masters of the register, read once while it is open: the grid names its codes by them
     // and the entry's lists are filled from them.
     MasterNames& masters() const { return names_; }
@@ -50,13 +59,14 @@ public:
     QColor rowColor(int row) const;
 
     // The grid's columns, counted from 1.
-    enum Column { Status = 1, Date, Total, Item, Youto, FmName, FmMaker, FmKinga };
+    enum Column { Status = 1, Date, Total, Progress, Owed, Item, Youto, FmName, FmMaker, FmKinga };
 
 signals:
     // Lines came, went, were sorted or changed.
     void linesChanged();
 
 private:
+    void sortLines();
     QString masterName(MasterKind kind, const QString& code) const;
 
     RowModel<PurchaseLine>* model_;

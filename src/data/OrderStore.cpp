@@ -159,6 +159,9 @@ std::map<int, OrderState> OfCustomer(qint64 customerNo) {
              gCon.execute(QStringLiteral("select * from San_Order where Ord_UserNo = ") + no);
          !rows.eof(); rows.moveNext())
         states[rows.field(QStringLiteral("Ord_Seq")).toInt()].order = orderOf(rows);
+    // Most customers never had an order: their purchases are read with one statement more.
+    if (states.empty())
+        return states;
     for (RecordSet rows =
              gCon.execute(QStringLiteral("select * from San_OrderLog where OLog_UserNo = ") + no +
                           QStringLiteral(" order by OLog_Seq, OLog_No"));
@@ -200,6 +203,24 @@ void Create(qint64 customerNo, int seq, qint64 total, const Order& o,
         stored.push_back(payment);
         insertPayment(customerNo, seq, int(stored.size()), payment);
     }
+}
+
+void Start(qint64 customerNo, int seq, const Order& order, const QDateTime& at) {
+    Transaction transaction(gCon);
+    const QString record = recordName(customerNo, seq);
+    RecordSet purchase =
+        gCon.execute(QStringLiteral("select Uri_KingaKei from San_Uriage") +
+                     key(QStringLiteral("Uri"), customerNo, seq) + gCon.lockRows());
+    if (purchase.eof())
+        throw RowDeletedMeanwhile(record);
+    const qint64 total = CmnNvl(purchase.field(0), 0).toLongLong();
+    purchase.close();
+    if (!gCon.execute(QStringLiteral("select Ord_Status from San_Order") +
+                      key(QStringLiteral("Ord"), customerNo, seq))
+             .eof())
+        throw RowChangedMeanwhile(record, {QStringLiteral("状態")});
+    Create(customerNo, seq, total, order, {}, at);
+    transaction.commit();
 }
 
 void SetStatus(qint64 customerNo, int seq, const Order& shown, OrderStatus next,

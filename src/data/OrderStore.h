@@ -36,6 +36,11 @@ OrderState OfPurchase(qint64 customerNo, int seq);
 void Create(qint64 customerNo, int seq, qint64 total, const Order& order,
             const std::vector<Payment>& payments, const QDateTime& at);
 
+// In a transaction of its own: a stored purchase without an order (a completed sale) takes
+// one. The purchase deleted meanwhile fails with RowDeleted; an order another terminal gave it
+// meanwhile with RowChanged.
+void Start(qint64 customerNo, int seq, const Order& order, const QDateTime& at);
+
 // Each in a transaction of its own, checked against what the screen showed (`shown`): the
 // order another terminal changed (its status, or a field this save writes) or deleted fails
 // with RowChanged or RowDeleted.

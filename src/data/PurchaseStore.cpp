@@ -9,6 +9,7 @@
 #include "platform/FieldValues.h"
 #include "platform/Format.h"
 #include "platform/db/SqlText.h"
+#include "platform/ui/Clock.h"
 
 #include <algorithm>
 #include <cmath>
@@ -202,6 +203,9 @@ void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines) {
             Purchase inserted = line.purchase;
             inserted.seq = nextSeq++;
             gCon.execute(InsertSql(customerNo, inserted));
+            if (line.order)
+                OrderStore::Create(customerNo, inserted.seq, inserted.total, *line.order,
+                                   line.payments, Now());
             break;
         }
         case LineState::Changed:

@@ -28,7 +28,8 @@ QString DeleteSql(qint64 customerNo, int seq);
 
 // Writes the register's marked lines inside the caller's transaction, which has locked the
 // customer's row: new lines are inserted with consecutive numbers never given before, changed
-// ones updated in the columns changed, those marked for deletion deleted. A line whose
+// ones updated in the columns changed, those marked for deletion deleted. A new line's order
+// and payments are created with it. A line whose
 // purchase another terminal deleted, or changed in a column this save writes (or at all, for
 // one to delete), fails the save with RowDeleted or RowChanged.
 void SaveLines(qint64 customerNo, const std::vector<PurchaseLine>& lines);

@@ -14,6 +14,15 @@ QString LineStatusText(LineState state) {
     return {};
 }
 
+QString LineOrderText(const PurchaseLine& line) {
+    return OrderStatusText(line.order ? line.order->status : OrderStatus::HandedOver);
+}
+
+qint64 LineOutstanding(const PurchaseLine& line) {
+    return line.order ? OutstandingAmount(line.purchase.total, line.order->status, line.payments)
+                      : 0;
+}
+
 std::optional<LineState> StateAfterEntry(LineState state) {
     switch (state) {
     case LineState::Deleted:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "domain/Order.h"
 #include "domain/Purchase.h"
 
 #include <QString>
@@ -23,7 +24,16 @@ struct PurchaseLine {
     bool changedBeforeDelete = false;
     // A line whose deletion mark was taken back is tinted as changed until the next recolouring.
     bool unmarked = false;
+    // The purchase's order and payments: for a stored line as read (none: a completed sale,
+    // handed over and paid); for a new line what its registration creates with it.
+    std::optional<Order> order = {};
+    std::vector<Payment> payments = {};
 };
+
+// The order status the grid shows for the line: "お渡し済" for a completed sale.
+QString LineOrderText(const PurchaseLine& line);
+// What is still to be paid for the line's purchase (0 for a completed sale).
+qint64 LineOutstanding(const PurchaseLine& line);
 
 // The state a line takes when the entry writes over it; none when that is refused (a line
 // marked for deletion cannot be changed).

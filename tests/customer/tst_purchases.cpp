@@ -288,7 +288,7 @@ private slots:
             EnterPurchase(r.e, QDate(2026, 11, 1), 0, 0, 20000, 8000);
             QCOMPARE(r.grid.cellText(1, PurchaseGrid::FmName), u"FRAME\tX"_s);
             QTest::keyClick(&s, Qt::Key_F5);
-            QCOMPARE(r.grid.cellText(1, 29), u"+1.25"_s); // as read back
+            QCOMPARE(r.grid.cellText(1, 31), u"+1.25"_s); // as read back
             QVERIFY(!r.cells.currentIndex().isValid());
             r.at<QComboBox>("cboItem").setCurrentIndex(0); // a sale typed, not put into the grid
             frameName.setText(u"新しい枠"_s);

@@ -203,7 +203,7 @@ private slots:
         ExpectBoxes(harness, {OpeQes_001, OpeInf_001, OpeQes_001, OpeInf_001});
         const qint64 opened = Connection::statementsSent();
         QVERIFY(OpenRegister(harness, 1, [&](FrmKokyaku& s) {
-            QCOMPARE(Connection::statementsSent() - opened, 5);
+            QCOMPARE(Connection::statementsSent() - opened, 6);
             harness.screens.expect<FrmRireki>([](FrmRireki& history) {
                 UriageBlock &upper = block(history, 0), &middle = block(history, 1);
                 xField& frameName = in(middle, u"txtFm_Name"_s);

@@ -2,16 +2,27 @@
 // refunds that never go below nothing or over what is owed, the pick-up board's open orders in
 // promised order, another terminal's work never overwritten, and older databases that gain the
 // tables and show their past sales as completed.
+#include "customer/FrmKokyaku.h"
+#include "customer/PurchaseGrid.h"
+#include "customer/UriageEntry.h"
 #include "data/DatabaseCopy.h"
 #include "data/OrderStore.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "orders/FrmJyuchu.h"
 #include "platform/Failure.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
+#include "support/Controls.h"
 #include "support/Harness.h"
 #include "support/OtherTerminal.h"
+#include "support/Roads.h"
 #include "support/ShopData.h"
 
+#include <QComboBox>
+#include <QLabel>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -34,6 +45,13 @@ void orderedSale(qint64 customerNo, int seq, const Order& order,
                  const std::vector<Payment>& payments = {}, qint64 total = 38000) {
     InsertPurchase({.user = customerNo, .seq = seq, .total = int(total)});
     OrderStore::Create(customerNo, seq, total, order, payments, Now());
+}
+
+// In the order dialog: a payment of the kind typed and recorded with F9.
+void typePayment(FrmJyuchu& s, qint64 amount, PaymentKind kind) {
+    Find<QComboBox>(s, u"cboPayKind"_s).setCurrentIndex(int(kind));
+    Find<xNum>(s, u"txtPayAmount"_s).setValue(double(amount));
+    QTest::keyClick(&s, Qt::Key_F9);
 }
 
 QString statusesOf(const Order& order) {
@@ -203,6 +221,54 @@ private slots:
         QCOMPARE(QueryCount(u"select * from San_Order"_s) +
                      QueryCount(u"select * from San_OrderLog"_s),
                  0);
+    }
+
+    // In the register: a new sale takes its promised date and a deposit from the order dialog
+    // and is stored with them in one registration; the stored sale then moves on and its
+    // balance is paid from the same dialog, each step stored at once.
+    void theRegisterTakesAnOrderWithItsDepositAndThenItsBalance() {
+        InsertCustomer({.no = 1});
+        const auto owed = [](FrmKokyaku& s) {
+            auto& grid = Find<PurchaseGrid>(s, u"spdData"_s);
+            return grid.cellText(1, PurchaseGrid::Progress) + u'|' +
+                   grid.cellText(1, PurchaseGrid::Owed) + u'|' +
+                   Find<QLabel>(s, u"lblZankin"_s).text();
+        };
+        OpenRegister(harness, 1, [&](FrmKokyaku& s) {
+            EnterPurchase(Find<UriageEntry>(s, u"FraUriage"_s), Today(), 0, 0, 30000, 8000);
+            harness.screens.expect<FrmJyuchu>([&](FrmJyuchu& d) {
+                Find<xDate>(d, u"txtDueDate"_s).setDate(Today().addDays(7));
+                harness.msgs.expectBox(u"入金額が残金（38,000円）を超えています。"_s,
+                                       u"受注・入金"_s);
+                typePayment(d, 40000, PaymentKind::Deposit);
+                typePayment(d, 10000, PaymentKind::Deposit);
+                QTest::keyClick(&d, Qt::Key_F5);
+            });
+            QTest::keyClick(&s, Qt::Key_F9);
+            QCOMPARE(owed(s), u"受注|28,000|残金合計 28,000円"_s);
+            QCOMPARE(QueryCount(u"select * from San_Order"_s), 0); // waits for the registration
+            ExpectSaved(harness);
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(owed(s), u"受注|28,000|残金合計 28,000円"_s);
+
+            Find<PurchaseGrid>(s, u"spdData"_s).setActiveCell(1, 1);
+            harness.screens.expect<FrmJyuchu>([&](FrmJyuchu& d) {
+                harness.msgs.expectBox(u"状態を「発注済」に進めますか？"_s, u"受注・入金"_s,
+                                       Answer::Yes);
+                harness.msgs.expect(OpeInf_001);
+                QTest::keyClick(&d, Qt::Key_F6);
+                harness.msgs.expect(OpeInf_001);
+                typePayment(d, 28000, PaymentKind::Balance);
+                QVERIFY(d.stored());
+                QTest::keyClick(&d, Qt::Key_F1);
+            });
+            QTest::keyClick(&s, Qt::Key_F9);
+            QCOMPARE(owed(s), u"発注済||"_s);
+        });
+        const OrderStore::OrderState state = OrderStore::OfPurchase(1, 1);
+        QCOMPARE(state.order->due, Today().addDays(7));
+        QCOMPARE(statusesOf(*state.order), u"受注 10:15|発注済 10:15"_s);
+        QCOMPARE(PaidAmount(state.payments), 38000);
     }
 
     // A database made before orders gains their tables when opened; its past sales stay

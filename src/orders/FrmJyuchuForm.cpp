@@ -1,0 +1,156 @@
+#include "data/Lookups.h"
+#include "frame/BasCmnSubFun.h"
+#include "frame/DateFields.h"
+#include "orders/FrmJyuchu.h"
+#include "platform/Format.h"
+#include "platform/controls/FocusOrder.h"
+#include "platform/controls/FunctionKeyRow.h"
+#include "platform/controls/GridView.h"
+#include "platform/controls/RowModel.h"
+#include "platform/controls/xDate.h"
+#include "platform/controls/xField.h"
+#include "platform/controls/xNum.h"
+#include "platform/ui/Named.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+QLabel* caption(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+} // namespace
+
+void FrmJyuchu::buildForm() {
+    setObjectName(QStringLiteral("FrmJyuchu"));
+    setWindowTitle(QStringLiteral("受注・入金"));
+    lblPurchase = Named(new QLabel(this), QStringLiteral("lblPurchase"));
+    lblStatus = Named(new QLabel(this), QStringLiteral("lblStatus"));
+    lblSteps = Named(new QLabel(this), QStringLiteral("lblSteps"));
+    lblSteps->setWordWrap(true);
+    txtDueDate = Named(new xDate(this), QStringLiteral("txtDueDate"));
+    CmnRefuseUnreadableDateOnLeave(txtDueDate);
+    cboSupplier = Named(new QComboBox(this), QStringLiteral("cboSupplier"));
+    cboSupplier->setMinimumWidth(170);
+    txtSupplierNo = Named(new xField(this, 20), QStringLiteral("txtSupplierNo"));
+    txtNote = Named(new xField(this, 50), QStringLiteral("txtNote"));
+    cboRemake = Named(new QComboBox(this), QStringLiteral("cboRemake"));
+    cboRemake->setMinimumWidth(260);
+
+    auto* order = new QGroupBox(QStringLiteral("受注"), this);
+    auto* orderGrid = new QGridLayout(order);
+    orderGrid->addWidget(caption(QStringLiteral("状態"), order), 0, 0);
+    orderGrid->addWidget(lblStatus, 0, 1, 1, 3);
+    orderGrid->addWidget(caption(QStringLiteral("お渡し予定日"), order), 1, 0);
+    orderGrid->addWidget(txtDueDate, 1, 1);
+    orderGrid->addWidget(caption(QStringLiteral("作り直し元"), order), 1, 2);
+    orderGrid->addWidget(cboRemake, 1, 3);
+    orderGrid->addWidget(caption(QStringLiteral("発注先"), order), 2, 0);
+    orderGrid->addWidget(cboSupplier, 2, 1);
+    orderGrid->addWidget(caption(QStringLiteral("発注番号"), order), 2, 2);
+    orderGrid->addWidget(txtSupplierNo, 2, 3);
+    orderGrid->addWidget(caption(QStringLiteral("メモ"), order), 3, 0);
+    orderGrid->addWidget(txtNote, 3, 1, 1, 3);
+    orderGrid->addWidget(caption(QStringLiteral("経過"), order), 4, 0);
+    orderGrid->addWidget(lblSteps, 4, 1, 1, 3);
+    orderGrid->setColumnStretch(3, 1);
+
+    spdPayments = Named(new GridView(this), QStringLiteral("spdPayments"));
+    paymentRows_ = new RowModel<Payment>(
+        {{QStringLiteral("入金日"),
+          [](const Payment& p) {
+              return p.date.toString(QStringLiteral("yyyy/MM/dd"));
+          }},
+         {QStringLiteral("区分"),
+          [](const Payment& p) {
+              return PaymentKindText(p.kind);
+          }},
+         {QStringLiteral("方法"),
+          [](const Payment& p) {
+              return PaymentMethodText(p.method);
+          }},
+         {QStringLiteral("金額"),
+          [](const Payment& p) {
+              const QString amount = FormatNumber(double(p.amount), QStringLiteral("###,###,##0"));
+              return p.kind == PaymentKind::Refund ? QStringLiteral("-") + amount : amount;
+          },
+          Qt::AlignRight | Qt::AlignVCenter}},
+        this);
+    spdPayments->setModel(paymentRows_);
+    spdPayments->setColumnWidths({100, 70, 120, 110});
+    spdPayments->setRowSelection();
+    spdPayments->setMinimumHeight(110);
+    lblPaid = Named(new QLabel(this), QStringLiteral("lblPaid"));
+    lblZankin = Named(new QLabel(this), QStringLiteral("lblZankin"));
+    txtPayDate = Named(new xDate(this), QStringLiteral("txtPayDate"));
+    cboPayKind = Named(new QComboBox(this), QStringLiteral("cboPayKind"));
+    for (PaymentKind kind : {PaymentKind::Deposit, PaymentKind::Balance, PaymentKind::Refund})
+        cboPayKind->addItem(PaymentKindText(kind));
+    cboPayMethod = Named(new QComboBox(this), QStringLiteral("cboPayMethod"));
+    for (PaymentMethod method :
+         {PaymentMethod::Cash, PaymentMethod::Credit, PaymentMethod::Electronic,
+          PaymentMethod::Transfer, PaymentMethod::Other})
+        cboPayMethod->addItem(PaymentMethodText(method));
+    txtPayAmount = Named(new xNum(this), QStringLiteral("txtPayAmount"));
+    txtPayAmount->setRange(0, 99999999);
+
+    auto* payments = new QGroupBox(QStringLiteral("入金"), this);
+    auto* paymentPage = new QVBoxLayout(payments);
+    paymentPage->addWidget(spdPayments);
+    auto* sums = new QHBoxLayout;
+    sums->addStretch();
+    sums->addWidget(lblPaid);
+    sums->addSpacing(24);
+    sums->addWidget(lblZankin);
+    paymentPage->addLayout(sums);
+    auto* entry = new QHBoxLayout;
+    entry->addWidget(caption(QStringLiteral("入金日"), payments));
+    entry->addWidget(txtPayDate);
+    entry->addWidget(caption(QStringLiteral("区分"), payments));
+    entry->addWidget(cboPayKind);
+    entry->addWidget(caption(QStringLiteral("方法"), payments));
+    entry->addWidget(cboPayMethod);
+    entry->addWidget(caption(QStringLiteral("金額"), payments));
+    entry->addWidget(txtPayAmount);
+    paymentPage->addLayout(entry);
+
+    keys_ = new FunctionKeyRow(this);
+    keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
+                        typedOnly_ ? QStringLiteral("決定") : QStringLiteral("登録"),
+                        QStringLiteral("次の状態へ"), QStringLiteral("キャンセル"), QString(),
+                        QStringLiteral("入金登録"), QString(), QString(), QString()});
+    cmdFnuc = keys_->buttons();
+    connect(keys_, &FunctionKeyRow::pressed, this, &FrmJyuchu::cmdFnuc_Click);
+
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(12, 10, 12, 10);
+    page->addWidget(lblPurchase);
+    page->addWidget(order);
+    page->addWidget(payments, 1);
+    page->addWidget(keys_);
+    SetTabChain({txtDueDate, cboRemake, cboSupplier, txtSupplierNo, txtNote, txtPayDate, cboPayKind,
+                 cboPayMethod, txtPayAmount});
+    cboRemake->setEnabled(typedOnly_);
+    resize(760, 560);
+}
+
+void FrmJyuchu::fillLists(const std::vector<Purchase>& remakeable) {
+    MasterNames masters;
+    CmnSetMstCombo(cboSupplier, [&] { return masters.listEntries(MasterKind::Meka); });
+    cboRemake->addItem(QString(), 0);
+    for (const Purchase& p : remakeable)
+        cboRemake->addItem(QStringLiteral("No.%1 %2 %3")
+                               .arg(p.seq)
+                               .arg(PurchaseDateText(p), masters.name(MasterKind::Item, p.itemNo)),
+                           p.seq);
+    if (order_)
+        cboRemake->setCurrentIndex(std::max(0, cboRemake->findData(order_->remakeOf)));
+}
