@@ -4,10 +4,13 @@
 //   list | conditions | print | printscreen
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
+#include "data/OrderStore.h"
+#include "data/PurchaseStore.h"
 #include "data/Schema.h"
 #include "frame/Globals.h"
 #include "history/FrmRireki.h"
 #include "masters/FrmMaster.h"
+#include "orders/FrmJyuchu.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -171,6 +174,33 @@ void seedShop(const QString& folder) {
     for (const char* row : purchases)
         gCon.execute(QStringLiteral("insert into San_Uriage values(") + QString::fromUtf8(row) +
                      QLatin1Char(')'));
+    // The latest purchase waits to be handed over: its lenses came, a deposit was paid.
+    Order order;
+    order.due = QDate(2026, 11, 20);
+    order.supplierNo = QStringLiteral("002");
+    order.supplierOrderNo = QStringLiteral("N-20261101-07");
+    order.note = QStringLiteral("累進レンズ 取り寄せ");
+    OrderStore::Create(1, 3, 77000, order,
+                       {{.no = 0,
+                         .date = QDate(2026, 11, 1),
+                         .amount = 20000,
+                         .method = PaymentMethod::Cash,
+                         .kind = PaymentKind::Deposit}},
+                       QDateTime(QDate(2026, 11, 1), QTime(11, 5)));
+    OrderStore::SetStatus(1, 3, order, OrderStatus::Ordered,
+                          QDateTime(QDate(2026, 11, 1), QTime(15, 30)));
+    order.status = OrderStatus::Ordered;
+    OrderStore::SetStatus(1, 3, order, OrderStatus::Arrived,
+                          QDateTime(QDate(2026, 11, 18), QTime(10, 2)));
+}
+
+int showOrder(const QString& folder) {
+    seedShop(folder);
+    const std::vector<Purchase> purchases = PurchaseStore::OfCustomer(1);
+    FrmJyuchu screen(1, QStringLiteral("山田 太郎"), purchases.front());
+    const int result = screen.exec();
+    gCon.close();
+    return result;
 }
 
 int showRegister(const QString& folder) {
@@ -347,6 +377,8 @@ int main(int argc, char* argv[]) {
         return showZipList(folder.path());
     if (which == QLatin1String("calendar"))
         return showCalendar();
+    if (which == QLatin1String("order"))
+        return showOrder(folder.path());
     if (which == QLatin1String("register"))
         return showRegister(folder.path());
     if (which == QLatin1String("search"))
