@@ -167,6 +167,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/PurchaseStore.cpp
     src/data/Schema.cpp
     src/data/SettingStore.cpp
+    src/data/ShopStore.cpp
     src/data/ShopDatabase.cpp
     src/data/ShopExport.cpp
     src/data/ZipImport.cpp
@@ -184,6 +185,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/PurchaseStore.h
     src/data/Schema.h
     src/data/SettingStore.h
+    src/data/ShopStore.h
     src/data/ShopDatabase.h
     src/data/ShopExport.h
     src/data/ZipImport.h
@@ -212,9 +214,12 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/ListCsv.cpp
     src/search/ListGrid.cpp
     src/print/FrmPrint.cpp
+    src/print/OrderSlip.cpp
+    src/print/PrintRun.cpp
     src/masters/FrmMaster.cpp
     src/orders/FrmJyuchu.cpp
     src/orders/FrmJyuchuForm.cpp
+    src/masters/FrmTenpo.cpp
     src/pickers/AddressList.cpp
     src/pickers/FrmCalender.cpp
     src/pickers/FrmZipList.cpp
@@ -235,8 +240,11 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/ListCsv.h
     src/search/ListGrid.h
     src/print/FrmPrint.h
+    src/print/OrderSlip.h
+    src/print/PrintRun.h
     src/masters/FrmMaster.h
     src/orders/FrmJyuchu.h
+    src/masters/FrmTenpo.h
     src/pickers/AddressList.h
     src/pickers/FrmCalender.h
     src/pickers/FrmZipList.h

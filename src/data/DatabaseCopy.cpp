@@ -2,6 +2,7 @@
 
 #include "data/Numbering.h"
 #include "data/OrderStore.h"
+#include "data/ShopStore.h"
 #include "platform/Failure.h"
 #include "platform/Format.h"
 #include "platform/db/Connection.h"
@@ -56,7 +57,7 @@ QStringList ShopTables() {
 }
 
 QStringList AddedTables() {
-    return QStringList{QStringLiteral("San_Saiban")} + OrderStore::Tables();
+    return QStringList{QStringLiteral("San_Saiban"), ShopStore::Table()} + OrderStore::Tables();
 }
 
 bool HasShopSchema(Connection& connection) {
@@ -81,9 +82,11 @@ CopyDatabase(Connection& from, Connection& to,
              const std::function<void(const QString&, qint64, qint64)>& progress) {
     QList<CopiedTable> copied;
     // The tables the program added travel with the shop; a database made before one of them
-    // leaves the target's (the numbering starts from the numbers in use, orders are none).
+    // leaves the target's (the numbering starts from the numbers in use, orders are none, the
+    // shop's details are unset).
     QStringList tables = ShopTables();
     to.execute(Numbering::TableStatement());
+    to.execute(ShopStore::TableStatement());
     for (const QString& statement : OrderStore::TableStatements())
         to.execute(statement);
     for (const QString& table : AddedTables())

@@ -2,6 +2,7 @@
 
 #include "data/Numbering.h"
 #include "data/OrderStore.h"
+#include "data/ShopStore.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
 #include "platform/db/Transaction.h"
@@ -126,6 +127,7 @@ QStringList SchemaStatements() {
                SettingsTableStatement(),
                Numbering::TableStatement(),
                QStringLiteral("insert into San_Saiban values(0,0)"),
+               ShopStore::TableStatement(),
            } +
            OrderStore::TableStatements();
 }
@@ -139,6 +141,7 @@ QString SettingsTableStatement() {
 void UpgradeSchema(Connection& connection) {
     connection.execute(SettingsTableStatement());
     Numbering::Upgrade(connection);
+    connection.execute(ShopStore::TableStatement());
     for (const QString& statement : OrderStore::TableStatements())
         connection.execute(statement);
 }

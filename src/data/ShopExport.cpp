@@ -2,6 +2,7 @@
 
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
+#include "data/ShopStore.h"
 #include "domain/Prescription.h"
 #include "platform/CsvText.h"
 #include "platform/Format.h"
@@ -109,7 +110,9 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
     CsvFile orders(into.filePath(OrdersCsv));
     CsvFile statuses(into.filePath(OrderStatusesCsv));
     CsvFile payments(into.filePath(PaymentsCsv));
-    const auto whole = [&](CsvFile& file, const QString& table) {
+    CsvFile shop(into.filePath(ShopCsv));
+    // A table with all its columns, in the order of its key's columns.
+    const auto whole = [&](CsvFile& file, const QString& table, const QString& key) {
         RecordSet columns = connection.execute(QStringLiteral("select * from ") + table +
                                                QStringLiteral(" where 1 = 0"));
         QStringList names;
@@ -118,16 +121,20 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
         file.write(names);
         return writeRows(
             connection,
-            QStringLiteral("select * from ") + table + QStringLiteral(" order by 1, 2, 3"), file);
+            QStringLiteral("select * from ") + table + QStringLiteral(" order by ") + key, file);
     };
     const QStringList tables = OrderStore::Tables();
-    exported.orders = whole(orders, tables[0]);
-    exported.orderStatuses = whole(statuses, tables[1]);
-    exported.payments = whole(payments, tables[2]);
+    const QString purchaseKey = QStringLiteral("1, 2, 3");
+    exported.orders = whole(orders, tables[0], purchaseKey);
+    exported.orderStatuses = whole(statuses, tables[1], purchaseKey);
+    exported.payments = whole(payments, tables[2], purchaseKey);
+    exported.shop = whole(shop, ShopStore::Table(), QStringLiteral("1"));
     // All are on the disk before any takes its name.
-    for (CsvFile* file : {&customers, &purchases, &orders, &statuses, &payments})
+    const std::initializer_list<CsvFile*> files{&customers, &purchases, &orders,
+                                                &statuses,  &payments,  &shop};
+    for (CsvFile* file : files)
         file->flush();
-    for (CsvFile* file : {&customers, &purchases, &orders, &statuses, &payments})
+    for (CsvFile* file : files)
         file->commit();
     return exported;
 }

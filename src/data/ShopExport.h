@@ -11,17 +11,21 @@ inline const QString PurchasesCsv = QStringLiteral("purchases.csv");
 inline const QString OrdersCsv = QStringLiteral("orders.csv");
 inline const QString OrderStatusesCsv = QStringLiteral("order-statuses.csv");
 inline const QString PaymentsCsv = QStringLiteral("payments.csv");
+// The shop's own details, one key a line.
+inline const QString ShopCsv = QStringLiteral("shop.csv");
 
 struct ExportedRows {
     qint64 customers = 0;
     qint64 purchases = 0;
     qint64 orders = 0, orderStatuses = 0, payments = 0;
+    qint64 shop = 0;
 };
 
 // Writes every customer (by number) and every purchase (by customer and sequence) with all
 // their columns, under the columns' own names, to CustomersCsv and PurchasesCsv as CSV files
 // (see CsvFile). Each master code of a purchase is followed by the master's name, empty when
 // that entry was deleted. The orders, their statuses and the payments follow, each table with
-// all its columns by customer and purchase. Numbers are written in plain decimal, Nulls as
-// empty values. No file is put in place unless all were written.
+// all its columns by customer and purchase, then the shop's details (ShopCsv) by key. Numbers
+// are written in plain decimal, Nulls as empty values. No file is put in place unless all were
+// written.
 ExportedRows ExportShopCsv(Connection& connection, const QString& folder);

@@ -6,13 +6,13 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/AppFolder.h"
 #include "platform/Format.h"
 #include "platform/report/Report.h"
 #include "platform/report/ReportJob.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
+#include "print/PrintRun.h"
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
@@ -31,11 +31,6 @@ const QString PostcardSettings = QStringLiteral(" 1,9,2970,2100,,1,7,,2,1,,,0");
 const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 constexpr int LinesPerPage = 36;
 constexpr int Representative = 0;
-
-// The form templates come with the program.
-QString formPath(const QString& form) {
-    return InstallPath(QStringLiteral("jfm/") + form);
-}
 
 } // namespace
 
@@ -105,29 +100,22 @@ void FrmPrint::PrintSeigyo2() {
 void FrmPrint::runJob(const QString& procedure, const QString& settings,
                       const QString& documentName, const std::function<void(ReportJob&)>& pages) {
     QString pdf;
-    const bool printed = Procedure(
-        ScreenName, procedure, QStringLiteral("印刷処理"),
-        [&] {
-            ReportJob job(this);
-            job.setDevMode(settings);
-            job.startDoc(documentName);
-            CmnSetGlbData(job);
-            setPrintOptions(job);
-            pages(job);
-            pdf = job.endDoc();
-        },
-        {.titlePrefix = VbErrorTitleWide, .ownMessage = [this](const Failure& failure) {
-             // The library's own failures are told as it words them, in a plain box.
-             if (failure.number() == ErrorNumber::ReportLibrary)
-                 MsgBox(failure.description(), MsgIcon::None, MsgButtons::OK, QString());
-             else if (failure.number() == ErrorNumber::ReportNotWritten)
-                 MsgBox(PdfNotWrittenText, MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
-             else
-                 return false;
-             return true;
-         }});
+    const bool printed =
+        Procedure(ScreenName, procedure, QStringLiteral("印刷処理"),
+                  [&] {
+                      ReportJob job(this);
+                      job.setDevMode(settings);
+                      job.startDoc(documentName);
+                      CmnSetGlbData(job);
+                      setPrintOptions(job);
+                      pages(job);
+                      pdf = job.endDoc();
+                  },
+                  {.titlePrefix = VbErrorTitleWide, .ownMessage = [this](const Failure& failure) {
+                       return TellPrintFailure(failure, windowTitle());
+                   }});
     if (printed)
-        reportPdf(pdf);
+        AnnouncePdf(pdf, windowTitle());
 }
 
 void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
@@ -144,7 +132,7 @@ void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
 }
 
 void FrmPrint::PrintSetData(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan001.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan001.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty()) {
@@ -158,7 +146,7 @@ void FrmPrint::PrintSetData(ReportJob& job) {
 }
 
 void FrmPrint::PrintSetData3(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan004.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan004.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty())
@@ -169,7 +157,7 @@ void FrmPrint::PrintSetData3(ReportJob& job) {
 }
 
 void FrmPrint::PrintSetData2(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan003.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan003.jfm")));
     const QDate today = Today();
     std::size_t next = 0;
     for (int page = 1; next < rows_.size(); ++page) {
@@ -271,13 +259,4 @@ void FrmPrint::setPrintOptions(ReportJob& job) {
     job.setLong(ReportOption::PlainPaper, chkYubinWaku->isChecked() ? 1 : 0);
     job.setLong(ReportOption::OffsetX, std::lround(txtOffsetX->value() * 10));
     job.setLong(ReportOption::OffsetY, std::lround(txtOffsetY->value() * 10));
-}
-
-// A document written to a PDF says where it is, and opens in the desktop's viewer.
-void FrmPrint::reportPdf(const QString& path) {
-    if (path.isEmpty())
-        return;
-    MsgBox(QStringLiteral("ＰＤＦファイルに出力しました。") + QChar(13) + path,
-           MsgIcon::Information, MsgButtons::OK, windowTitle());
-    ShowPdf(path);
 }

@@ -1,15 +1,17 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
-//   list | conditions | print | printscreen
+//   list | conditions | print | printscreen | shop | slip
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
 #include "data/Schema.h"
+#include "data/ShopStore.h"
 #include "frame/Globals.h"
 #include "history/FrmRireki.h"
 #include "masters/FrmMaster.h"
+#include "masters/FrmTenpo.h"
 #include "orders/FrmJyuchu.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
@@ -31,6 +33,7 @@
 #include "platform/ui/Screen.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
+#include "print/OrderSlip.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
 #include "search/FrmTotalKensaku.h"
@@ -349,6 +352,43 @@ int showPrintScreen(const QString& folder) {
     return result;
 }
 
+// The shop's details as a shop in a station building writes them.
+void seedShopDetails() {
+    ShopStore::Write({}, {QStringLiteral("メガネの松本 札幌駅前本店"),
+                          QStringLiteral("北海道札幌市中央区北五条西二丁目５番地 "
+                                         "ＪＲタワーオフィスプラザさっぽろ１５階 総合受付横"),
+                          QStringLiteral("011-555-1234")});
+}
+
+int showShop(const QString& folder) {
+    seedShop(folder);
+    seedShopDetails();
+    FrmTenpo screen;
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
+// The slip of the sample shop's newest purchase, an order with a deposit, into Print/
+// of the program folder.
+int printSlip(const QString& folder) {
+    seedShop(folder);
+    seedShopDetails();
+    gCon.execute(QStringLiteral("update San_User set User_Name = '勅使河原 左衛門三郎太郎兵衛之助' "
+                                "where User_No = 1"));
+    SetMsgBoxHandler([](const MsgRequest& box) {
+        std::fprintf(stderr, "%s\n", qPrintable(box.text));
+        return Answer::OK;
+    });
+    SetReportOutput(ReportOutput::PdfOnly);
+    RecordReportJobs(true);
+    PrintOrderSlip(nullptr, 1, 3);
+    for (const ReportJobRecord& job : ReportJobs())
+        std::printf("%s -> %s\n", qPrintable(job.documentName), qPrintable(job.output));
+    gCon.close();
+    return 0;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -395,6 +435,10 @@ int main(int argc, char* argv[]) {
         return printAll(folder.path());
     if (which == QLatin1String("printscreen"))
         return showPrintScreen(folder.path());
+    if (which == QLatin1String("shop"))
+        return showShop(folder.path());
+    if (which == QLatin1String("slip"))
+        return printSlip(folder.path());
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();

@@ -1,0 +1,104 @@
+#include "data/ShopStore.h"
+
+#include "data/GuardedWrite.h"
+#include "frame/Globals.h"
+#include "platform/FieldValues.h"
+#include "platform/db/SqlText.h"
+#include "platform/db/Transaction.h"
+
+#include <vector>
+
+namespace {
+
+const QString Record = QStringLiteral("店舗設定");
+
+// One detail: its key in the table, its caption on screen, where it is held.
+struct Detail {
+    const char* key;
+    const char* caption;
+    QString ShopDetails::*member;
+    QString (*literal)(const ShopDetails&);
+};
+
+template <QString ShopDetails::*member> Detail detail(const char* key, const char* caption) {
+    return {key, caption, member, &TrimmedText<ShopDetails, member>};
+}
+
+const std::vector<Detail>& details() {
+    static const std::vector<Detail> all{
+        detail<&ShopDetails::name>("Name", "店名"),
+        detail<&ShopDetails::address>("Address", "住所"),
+        detail<&ShopDetails::tel>("Tel", "電話番号"),
+    };
+    return all;
+}
+
+QString keyOf(const Detail& d) {
+    return QString::fromLatin1(d.key);
+}
+
+ShopDetails readDetails(const QString& lock) {
+    ShopDetails read;
+    for (RecordSet rows =
+             gCon.execute(QStringLiteral("select Shop_Key, Shop_Value from San_Shop") + lock);
+         !rows.eof(); rows.moveNext())
+        for (const Detail& d : details())
+            if (rows.field(0).toString() == keyOf(d))
+                read.*d.member = CmnNvl(rows.field(1), QString()).toString();
+    return read;
+}
+
+// Each detail has its row before a save locks them: a value never set is an empty row. Another
+// terminal adding the same row first is no failure.
+void addMissingRows() {
+    for (const Detail& d : details()) {
+        try {
+            gCon.execute(QStringLiteral("insert into San_Shop select %1, NULL where not exists "
+                                        "(select 1 from San_Shop where Shop_Key = %1)")
+                             .arg(SqlStr(keyOf(d))));
+        } catch (const Failure& failure) {
+            if (failure.number() != ErrorNumber::DatabaseFailed)
+                throw;
+        }
+    }
+}
+
+} // namespace
+
+namespace ShopStore {
+
+QString TableStatement() {
+    return QStringLiteral("CREATE TABLE IF NOT EXISTS San_Shop (Shop_Key TEXT NOT NULL PRIMARY "
+                          "KEY, Shop_Value TEXT)");
+}
+
+QString Table() {
+    return QStringLiteral("San_Shop");
+}
+
+ShopDetails Read() {
+    return readDetails(QString());
+}
+
+void Write(const ShopDetails& shown, const ShopDetails& now) {
+    if (shown == now)
+        return;
+    addMissingRows();
+    Transaction transaction(gCon);
+    std::vector<ColumnOf<ShopDetails>> columns;
+    for (const Detail& d : details())
+        columns.push_back({d.key, d.caption, d.literal});
+    const std::vector<GuardedColumn> compared =
+        Compare(columns, shown, now, readDetails(gCon.lockRows()));
+    const GuardedWrite write = PlanWrite(compared);
+    if (!write.collisions.isEmpty())
+        throw RowChangedMeanwhile(Record, write.collisions);
+    for (const GuardedColumn& column : compared)
+        if (column.now != column.shown)
+            ExecuteOnCheckedRow(QStringLiteral("update San_Shop set Shop_Value = ") + column.now +
+                                    QStringLiteral(" where Shop_Key = ") + SqlStr(column.name),
+                                Record);
+    transaction.commit();
+}
+
+} // namespace ShopStore

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/Failure.h"
+
+#include <QString>
+
+// What every printed document shares: where its form comes from, how a failure of the report
+// library is told, and where a PDF went.
+
+// The box of a document that could not be written whole (a full disk): no file is left.
+inline const QString PdfNotWrittenText =
+    QStringLiteral("ＰＤＦファイルを書き出せませんでした。ディスクの空きと、プログラムフォルダーの "
+                   "Print フォルダーに書き込めるかを確かめてください。");
+
+// The form template of the name; templates come with the program.
+QString FormPath(const QString& form);
+
+// Tells a failure of the report library in its own words, and a PDF not written whole with
+// PdfNotWrittenText; false for any other failure (the procedure's standard box tells it).
+bool TellPrintFailure(const Failure& failure, const QString& title);
+
+// A document written to a PDF says where it is, and opens in the desktop's viewer; nothing
+// for one that went to a printer (empty path).
+void AnnouncePdf(const QString& path, const QString& title);
