@@ -17,6 +17,7 @@
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
+#include "print/OrderSlip.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -24,7 +25,7 @@
 namespace {
 
 const QString ScreenName = QStringLiteral("受注・入金");
-enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8 };
+enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8, F10 = 9 };
 
 QString yen(qint64 amount) {
     return FormatNumber(double(amount), QStringLiteral("###,###,##0")) + QStringLiteral("円");
@@ -74,6 +75,9 @@ void FrmJyuchu::showState() {
         statusText += QStringLiteral("（受注なし：お渡し済・入金済の売上）");
     else if (order_->remakeOf != 0)
         statusText += QStringLiteral("（No.%1 の作り直し）").arg(order_->remakeOf);
+    if (order_ && DaysLate(*order_, Today()) > 0)
+        statusText +=
+            QStringLiteral("　★お渡し予定日を %1 日過ぎています").arg(DaysLate(*order_, Today()));
     lblStatus->setText(statusText);
     QStringList steps;
     if (order_)
@@ -93,6 +97,9 @@ void FrmJyuchu::showState() {
                        yen(order_ ? OutstandingAmount(purchase_.total, status, payments_) : 0));
     txtPayDate->setDate(Today());
     txtPayAmount->clearValue();
+    // The first payment of an order is its deposit; later ones pay the balance.
+    cboPayKind->setCurrentIndex(
+        int(payments_.empty() ? PaymentKind::Deposit : PaymentKind::Balance));
     const bool open = order_ && IsOpen(status);
     cmdFnuc[F6]->setEnabled(!typedOnly_ && open && NextStatus(status).has_value());
     cmdFnuc[F7]->setEnabled(!typedOnly_ && open);
@@ -223,6 +230,10 @@ void FrmJyuchu::cmdFnuc_Click(int index) {
         break;
     case F9:
         recordPayment();
+        break;
+    case F10:
+        if (!typedOnly_)
+            PrintOrderSlip(this, customerNo_, purchase_.seq);
         break;
     default:
         break;

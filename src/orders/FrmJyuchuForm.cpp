@@ -101,6 +101,9 @@ void FrmJyuchu::buildForm() {
         cboPayMethod->addItem(PaymentMethodText(method));
     txtPayAmount = Named(new xNum(this), QStringLiteral("txtPayAmount"));
     txtPayAmount->setRange(0, 99999999);
+    for (QWidget* narrow : {static_cast<QWidget*>(txtDueDate), static_cast<QWidget*>(txtPayDate),
+                            static_cast<QWidget*>(txtPayAmount)})
+        narrow->setMaximumWidth(130);
 
     auto* payments = new QGroupBox(QStringLiteral("入金"), this);
     auto* paymentPage = new QVBoxLayout(payments);
@@ -120,13 +123,15 @@ void FrmJyuchu::buildForm() {
     entry->addWidget(cboPayMethod);
     entry->addWidget(caption(QStringLiteral("金額"), payments));
     entry->addWidget(txtPayAmount);
+    entry->addStretch();
     paymentPage->addLayout(entry);
 
     keys_ = new FunctionKeyRow(this);
     keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
                         typedOnly_ ? QStringLiteral("決定") : QStringLiteral("登録"),
                         QStringLiteral("次の状態へ"), QStringLiteral("キャンセル"), QString(),
-                        QStringLiteral("入金登録"), QString(), QString(), QString()});
+                        QStringLiteral("入金登録"),
+                        typedOnly_ ? QString() : QStringLiteral("預り証"), QString(), QString()});
     cmdFnuc = keys_->buttons();
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmJyuchu::cmdFnuc_Click);
 

@@ -1,6 +1,7 @@
 #include "shell/FrmMenu.h"
 
 #include "masters/FrmMaster.h"
+#include "masters/FrmTenpo.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
@@ -40,6 +41,13 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
         connect(cmdMst[i], &QPushButton::clicked, this, [this, i] { cmdMst_Click(i); });
         masters->addWidget(cmdMst[i]);
     }
+    // The shop's own name, address and telephone, printed on its slips.
+    cmdTenpo = menuButton(QStringLiteral("店舗設定"), QStringLiteral("cmdTenpo"), Frame1);
+    connect(cmdTenpo, &QPushButton::clicked, this, [this] {
+        FrmTenpo shop(this);
+        ShowModal(shop);
+    });
+    masters->addWidget(cmdTenpo);
 
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(32, 24, 32, 24);
@@ -54,7 +62,8 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     setTabOrder(cmdMenu[1], cmdMst[0]);
     setTabOrder(cmdMst[0], cmdMst[1]);
     setTabOrder(cmdMst[1], cmdMst[2]);
-    setTabOrder(cmdMst[2], cmdMenu[2]);
+    setTabOrder(cmdMst[2], cmdTenpo);
+    setTabOrder(cmdTenpo, cmdMenu[2]);
 }
 
 void FrmMenu::cmdMenu_Click(int index) {

@@ -19,5 +19,6 @@ public:
 private:
     std::array<QPushButton*, 3> cmdMenu;
     std::array<QPushButton*, 3> cmdMst;
+    QPushButton* cmdTenpo;
     QGroupBox* Frame1;
 };

@@ -14,6 +14,7 @@
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
 #include "print/OrderSlip.h"
+#include "shell/FrmMenu.h"
 #include "support/Controls.h"
 #include "support/OtherTerminal.h"
 #include "support/Roads.h"
@@ -37,10 +38,11 @@ std::array<xInput*, 3> fieldsOf(FrmTenpo& s) {
             &Find<xInput>(s, u"txtShopTel"_s)};
 }
 
+// The settings as the staff reach them: from the menu.
 void openScreen(Harness& harness, const std::function<void(FrmTenpo&)>& drive) {
     harness.screens.expect<FrmTenpo>(drive);
-    FrmTenpo screen;
-    ShowModal(screen);
+    FrmMenu menu;
+    QTest::mouseClick(&Find<QPushButton>(menu, u"cmdTenpo"_s), Qt::LeftButton);
 }
 
 QString plain(QString text) {
