@@ -5,9 +5,9 @@
 #include "data/ShopDatabase.h"
 #include "data/ShopExport.h"
 #include "data/ZipImport.h"
+#include "platform/AppFolder.h"
 #include "platform/Failure.h"
 #include "platform/db/Connection.h"
-#include "platform/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/SingleInstance.h"
 
@@ -50,7 +50,8 @@ int usage() {
              "      (Mirvane の起動中は断ります)\n"
              "  mirvane-admin export-csv FOLDER OUTDIR\n"
              "      顧客と売上の全項目を OUTDIR/customers.csv と OUTDIR/purchases.csv に\n"
-             "      書き出します (UTF-8、マスターのコードには名称を添えます)\n"
+             "      書き出します (UTF-8、マスターのコードには名称を添えます)。受注・状態・入金・\n"
+             "      店舗情報は orders.csv, order-statuses.csv, payments.csv, shop.csv に\n"
              "  (FOLDER を省略するとプログラムのフォルダー)\n";
     return 2;
 }
@@ -280,7 +281,8 @@ int exportCsv(const QString& folder, const QString& outDir) {
         Connection connection;
         OpenDatabaseIn(connection, folder);
         const ExportedRows exported = ExportShopCsv(connection, outDir);
-        out() << "顧客 " << exported.customers << " 件、売上 " << exported.purchases
+        out() << "顧客 " << exported.customers << " 件、売上 " << exported.purchases << " 件、受注 "
+              << exported.orders << " 件、入金 " << exported.payments
               << " 件を書き出しました: " << QDir(outDir).absolutePath() << "\n";
     } catch (const Failure& failure) {
         err() << "書き出せませんでした: " << failure.description() << "\n";
