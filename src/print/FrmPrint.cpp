@@ -2,16 +2,13 @@
 
 #include "data/SettingStore.h"
 #include "domain/Household.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/AppFolder.h"
 #include "platform/Format.h"
 #include "platform/report/Report.h"
 #include "platform/report/ReportJob.h"
 #include "platform/ui/Clock.h"
-#include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
 
 #include <QCheckBox>
@@ -31,11 +28,6 @@ const QString PostcardSettings = QStringLiteral(" 1,9,2970,2100,,1,7,,2,1,,,0");
 const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 constexpr int LinesPerPage = 36;
 constexpr int Representative = 0;
-
-// The form templates come with the program.
-QString formPath(const QString& form) {
-    return InstallPath(QStringLiteral("jfm/") + form);
-}
 
 } // namespace
 
@@ -104,30 +96,10 @@ void FrmPrint::PrintSeigyo2() {
 
 void FrmPrint::runJob(const QString& procedure, const QString& settings,
                       const QString& documentName, const std::function<void(ReportJob&)>& pages) {
-    QString pdf;
-    const bool printed = Procedure(
-        ScreenName, procedure, QStringLiteral("印刷処理"),
-        [&] {
-            ReportJob job(this);
-            job.setDevMode(settings);
-            job.startDoc(documentName);
-            CmnSetGlbData(job);
-            setPrintOptions(job);
-            pages(job);
-            pdf = job.endDoc();
-        },
-        {.titlePrefix = VbErrorTitleWide, .ownMessage = [this](const Failure& failure) {
-             // The library's own failures are told as it words them, in a plain box.
-             if (failure.number() == ErrorNumber::ReportLibrary)
-                 MsgBox(failure.description(), MsgIcon::None, MsgButtons::OK, QString());
-             else if (failure.number() == ErrorNumber::ReportNotWritten)
-                 MsgBox(PdfNotWrittenText, MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
-             else
-                 return false;
-             return true;
-         }});
-    if (printed)
-        reportPdf(pdf);
+    RunPrint(this, {ScreenName, procedure, settings, documentName}, [&](ReportJob& job) {
+        setPrintOptions(job);
+        pages(job);
+    });
 }
 
 void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
@@ -144,7 +116,7 @@ void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
 }
 
 void FrmPrint::PrintSetData(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan001.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan001.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty()) {
@@ -158,7 +130,7 @@ void FrmPrint::PrintSetData(ReportJob& job) {
 }
 
 void FrmPrint::PrintSetData3(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan004.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan004.jfm")));
     for (const Card& card : cards()) {
         const QString code = card.customer->yubin.trimmed();
         if (!code.isEmpty())
@@ -169,14 +141,11 @@ void FrmPrint::PrintSetData3(ReportJob& job) {
 }
 
 void FrmPrint::PrintSetData2(ReportJob& job) {
-    job.setForm(formPath(QStringLiteral("PrnSan003.jfm")));
+    job.setForm(FormPath(QStringLiteral("PrnSan003.jfm")));
     const QDate today = Today();
     std::size_t next = 0;
     for (int page = 1; next < rows_.size(); ++page) {
-        job.setField(QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
-        job.setField(QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
-        job.setField(QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
-        job.setField(QStringLiteral("Page"), QString::number(page));
+        SetListHeading(job, today, page);
         for (int line = 1; line <= LinesPerPage && next < rows_.size(); ++line, ++next) {
             const ListedCustomer& c = rows_[next].now;
             const auto set = [&](const char* field, const QString& value) {
@@ -271,13 +240,4 @@ void FrmPrint::setPrintOptions(ReportJob& job) {
     job.setLong(ReportOption::PlainPaper, chkYubinWaku->isChecked() ? 1 : 0);
     job.setLong(ReportOption::OffsetX, std::lround(txtOffsetX->value() * 10));
     job.setLong(ReportOption::OffsetY, std::lround(txtOffsetY->value() * 10));
-}
-
-// A document written to a PDF says where it is, and opens in the desktop's viewer.
-void FrmPrint::reportPdf(const QString& path) {
-    if (path.isEmpty())
-        return;
-    MsgBox(QStringLiteral("ＰＤＦファイルに出力しました。") + QChar(13) + path,
-           MsgIcon::Information, MsgButtons::OK, windowTitle());
-    ShowPdf(path);
 }

@@ -2,6 +2,7 @@
 
 #include "domain/ListRow.h"
 #include "platform/ui/Screen.h"
+#include "print/PrintRun.h"
 
 #include <array>
 #include <functional>
@@ -15,11 +16,6 @@ class ReportJob;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
-// The box of a document that could not be written whole (a full disk): no file is left.
-inline const QString PdfNotWrittenText =
-    QStringLiteral("ＰＤＦファイルを書き出せませんでした。ディスクの空きと、プログラムフォルダーの "
-                   "Print フォルダーに書き込めるかを確かめてください。");
-
 class FrmPrint : public Screen {
     Q_OBJECT
 public:
@@ -50,7 +46,6 @@ private:
     QCheckBox* chkYubinWaku;
     QDoubleSpinBox* txtOffsetX;
     QDoubleSpinBox* txtOffsetY;
-    // Opens a job, starts the document, runs the page routine and ends or aborts it.
     void runJob(const QString& procedure, const QString& settings, const QString& documentName,
                 const std::function<void(ReportJob&)>& pages);
     void setAddressee(ReportJob& job, const ListedCustomer& customer);
@@ -64,7 +59,6 @@ private:
     void buildPrintOptions(QVBoxLayout* page);
     void setPrintOptions(ReportJob& job);
     void saveOffset();
-    void reportPdf(const QString& path);
     void setCardAddressee(ReportJob& job, const Card& card);
 
     std::vector<ListRow> rows_;
