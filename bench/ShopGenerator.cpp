@@ -108,6 +108,57 @@ QString step(std::mt19937& random, double low, double high, double by) {
     return PlainDecimal(low + by * std::uniform_int_distribution<int>(0, steps)(random));
 }
 
+constexpr int OpenOrders = 2000, HandedOverOrders = 2000;
+
+// An order's statuses from the order taken, one a day at ten.
+void addSteps(BatchInsert& log, const QString& key, const QDate& taken, int status) {
+    const QList<int> steps =
+        status == 7 ? QList<int>{7} : QList<int>{0, 1, 2, 3, 4, 5}.mid(0, status + 1);
+    for (int no = 0; no < steps.size(); ++no)
+        log.add({key, SqlNum(no + 1), SqlNum(steps[no]),
+                 SqlQuote(taken.addDays(no).toString(QStringLiteral("yyyy/MM/dd")) +
+                          QStringLiteral(" 10:00:00"))});
+}
+
+// Orders for the latest purchases: the newest open at the statuses of the work (half of them
+// with a deposit of a third), those before them handed over and paid in full. Drawn from a
+// random stream of their own, so the customers and purchases stay those of the seed.
+void addOrders(Connection& connection, unsigned seed, GeneratedShop& shop) {
+    std::mt19937 random(seed + 1);
+    const auto uniform = [&](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    std::discrete_distribution<int> openStatus({15, 30, 15, 15, 20, 0, 0, 5});
+    RecordSet latest = connection.execute(
+        QStringLiteral("select Uri_UserNo, Uri_Seq, Uri_Date, Uri_KingaKei from San_Uriage order "
+                       "by Uri_Date desc, Uri_UserNo desc, Uri_Seq desc limit %1")
+            .arg(OpenOrders + HandedOverOrders));
+    BatchInsert orders(connection, QStringLiteral("San_Order"));
+    BatchInsert log(connection, QStringLiteral("San_OrderLog"));
+    BatchInsert payments(connection, QStringLiteral("San_Payment"));
+    for (; !latest.eof(); latest.moveNext()) {
+        const QString key = SqlNum(latest.field(0).toLongLong()) + QLatin1Char(',') +
+                            SqlNum(latest.field(1).toInt());
+        const QDate taken =
+            QDate::fromString(latest.field(2).toString(), QStringLiteral("yyyyMMdd"));
+        const qint64 total = latest.field(3).toLongLong();
+        const bool open = shop.openOrders < OpenOrders;
+        const int status = open ? openStatus(random) : 5;
+        const QDate due = uniform(0, 19) == 0 ? QDate() : taken.addDays(uniform(7, 14));
+        orders.add({key, SqlNum(status),
+                    SqlNum(due.isValid() ? due.year() * 10000 + due.month() * 100 + due.day() : 0),
+                    QStringLiteral("''"), QStringLiteral("''"), QStringLiteral("''"),
+                    SqlNum(status == 7 ? std::max(latest.field(1).toInt() - 1, 0) : 0)});
+        addSteps(log, key, taken, status);
+        const qint64 paid = open ? (uniform(0, 1) == 0 ? total / 3000 * 1000 : 0) : total;
+        if (paid > 0)
+            payments.add({key, QStringLiteral("1"), latest.field(2).toString(), SqlNum(paid),
+                          SqlNum(uniform(0, 4)), open ? QStringLiteral("0") : QStringLiteral("1")});
+        ++shop.orders;
+        shop.openOrders += open ? 1 : 0;
+    }
+}
+
 } // namespace
 
 GeneratedShop GenerateShop(Connection& connection, qint64 customers, unsigned seed) {
@@ -204,6 +255,7 @@ GeneratedShop GenerateShop(Connection& connection, qint64 customers, unsigned se
             ++shop.customers;
         }
     }
+    addOrders(connection, seed, shop);
     transaction.commit();
     return shop;
 }

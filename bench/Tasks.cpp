@@ -5,6 +5,7 @@
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "history/FrmRireki.h"
+#include "orders/FrmOwatasi.h"
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
@@ -216,6 +217,24 @@ TaskTimes amountListLog(int runs) {
                   {});
 }
 
+// The pick-up board opened: its open orders read and shown. The floor: the same orders with
+// their customers, purchases and payments in one statement.
+TaskTimes boardOpen(int runs) {
+    screensComeBack();
+    return repeat(
+        runs, {},
+        [] {
+            FrmOwatasi board;
+            ShowModal(board);
+        },
+        one(floorOf(QStringLiteral(
+            "select o.*, u.Uri_ItemNo, u.Uri_Fm_Name, u.Uri_Lz_Name, u.Uri_KingaKei, c.User_Name, "
+            "c.User_Tel, (select sum(p.Pay_Amount) from San_Payment p where p.Pay_UserNo = "
+            "o.Ord_UserNo and p.Pay_Seq = o.Ord_Seq) from San_Order o join San_Uriage u on "
+            "u.Uri_UserNo = o.Ord_UserNo and u.Uri_Seq = o.Ord_Seq join San_User c on c.User_No = "
+            "o.Ord_UserNo where o.Ord_Status in (0,1,2,3,4,7) order by o.Ord_DueDate"))));
+}
+
 void tick(FrmTotalKensaku& s, int index) {
     at<QCheckBox>(s, QStringLiteral("chkJoken"), index).click();
 }
@@ -242,7 +261,8 @@ QStringList TaskNames() {
             QStringLiteral("list sort: F12 last visit"),
             QStringLiteral("list: mark all rows"),
             QStringLiteral("postcards of 1,000 to PDF"),
-            QStringLiteral("log of the amount list")};
+            QStringLiteral("log of the amount list"),
+            QStringLiteral("pick-up board open")};
 }
 
 TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
@@ -403,5 +423,7 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
         return onListOfAll(runs, 0);
     if (name == TaskNames()[18])
         return printThousand(runs, 0);
+    if (name == TaskNames()[20])
+        return boardOpen(runs);
     return amountListLog(runs);
 }

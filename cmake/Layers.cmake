@@ -223,6 +223,9 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/AddressList.cpp
     src/pickers/FrmCalender.cpp
     src/pickers/FrmZipList.cpp
+    src/orders/FrmOwatasi.cpp
+    src/orders/PickupBoard.cpp
+    src/print/PrintRun.cpp
     src/customer/CustomerList.h
     src/customer/FrmKazoku.h
     src/customer/FrmKokyaku.h
@@ -248,6 +251,9 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/AddressList.h
     src/pickers/FrmCalender.h
     src/pickers/FrmZipList.h
+    src/orders/FrmOwatasi.h
+    src/orders/PickupBoard.h
+    src/print/PrintRun.h
 )
 add_library(mirvane_screens STATIC ${MIRVANE_SCREENS_SOURCES})
 target_link_libraries(mirvane_screens PUBLIC mirvane_settings mirvane_data)

@@ -2,7 +2,6 @@
 
 #include "data/SettingStore.h"
 #include "domain/Household.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -10,7 +9,6 @@
 #include "platform/report/Report.h"
 #include "platform/report/ReportJob.h"
 #include "platform/ui/Clock.h"
-#include "platform/ui/MsgBox.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/PrintRun.h"
 
@@ -99,23 +97,10 @@ void FrmPrint::PrintSeigyo2() {
 
 void FrmPrint::runJob(const QString& procedure, const QString& settings,
                       const QString& documentName, const std::function<void(ReportJob&)>& pages) {
-    QString pdf;
-    const bool printed =
-        Procedure(ScreenName, procedure, QStringLiteral("印刷処理"),
-                  [&] {
-                      ReportJob job(this);
-                      job.setDevMode(settings);
-                      job.startDoc(documentName);
-                      CmnSetGlbData(job);
-                      setPrintOptions(job);
-                      pages(job);
-                      pdf = job.endDoc();
-                  },
-                  {.titlePrefix = VbErrorTitleWide, .ownMessage = [this](const Failure& failure) {
-                       return TellPrintFailure(failure, windowTitle());
-                   }});
-    if (printed)
-        AnnouncePdf(pdf, windowTitle());
+    RunPrint(this, {ScreenName, procedure, settings, documentName}, [&](ReportJob& job) {
+        setPrintOptions(job);
+        pages(job);
+    });
 }
 
 void FrmPrint::setAddressee(ReportJob& job, const ListedCustomer& c) {
@@ -161,10 +146,7 @@ void FrmPrint::PrintSetData2(ReportJob& job) {
     const QDate today = Today();
     std::size_t next = 0;
     for (int page = 1; next < rows_.size(); ++page) {
-        job.setField(QStringLiteral("yy"), today.toString(QStringLiteral("yyyy")));
-        job.setField(QStringLiteral("mm"), today.toString(QStringLiteral("MM")));
-        job.setField(QStringLiteral("dd"), today.toString(QStringLiteral("dd")));
-        job.setField(QStringLiteral("Page"), QString::number(page));
+        SetListHeading(job, today, page);
         for (int line = 1; line <= LinesPerPage && next < rows_.size(); ++line, ++next) {
             const ListedCustomer& c = rows_[next].now;
             const auto set = [&](const char* field, const QString& value) {

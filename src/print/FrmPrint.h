@@ -16,7 +16,6 @@ class ReportJob;
 
 // The print selection: address postcards written vertically or horizontally for the marked
 // customers of the list, and the customer ledger of every listed customer.
-
 class FrmPrint : public Screen {
     Q_OBJECT
 public:
@@ -47,7 +46,6 @@ private:
     QCheckBox* chkYubinWaku;
     QDoubleSpinBox* txtOffsetX;
     QDoubleSpinBox* txtOffsetY;
-    // Opens a job, starts the document, runs the page routine and ends or aborts it.
     void runJob(const QString& procedure, const QString& settings, const QString& documentName,
                 const std::function<void(ReportJob&)>& pages);
     void setAddressee(ReportJob& job, const ListedCustomer& customer);

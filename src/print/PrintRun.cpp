@@ -1,8 +1,14 @@
 #include "print/PrintRun.h"
 
+#include "frame/BasCmnSubFun.h"
+#include "frame/Messages.h"
+#include "frame/Procedure.h"
 #include "platform/AppFolder.h"
 #include "platform/report/Report.h"
+#include "platform/report/ReportJob.h"
 #include "platform/ui/MsgBox.h"
+
+#include <QWidget>
 
 QString FormPath(const QString& form) {
     return InstallPath(QStringLiteral("jfm/") + form);
@@ -24,4 +30,32 @@ void AnnouncePdf(const QString& path, const QString& title) {
     MsgBox(QStringLiteral("ＰＤＦファイルに出力しました。") + QChar(13) + path,
            MsgIcon::Information, MsgButtons::OK, title);
     ShowPdf(path);
+}
+
+bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages) {
+    QString pdf;
+    const QString title = window ? window->windowTitle() : QString();
+    const bool printed =
+        Procedure(run.where, run.procedure, QStringLiteral("印刷処理"),
+                  [&] {
+                      ReportJob job(window);
+                      job.setDevMode(run.settings);
+                      job.startDoc(run.documentName);
+                      CmnSetGlbData(job);
+                      pages(job);
+                      pdf = job.endDoc();
+                  },
+                  {.titlePrefix = VbErrorTitleWide, .ownMessage = [&](const Failure& failure) {
+                       return TellPrintFailure(failure, title);
+                   }});
+    if (printed)
+        AnnouncePdf(pdf, title);
+    return printed;
+}
+
+void SetListHeading(ReportJob& job, const QDate& date, int page) {
+    job.setField(QStringLiteral("yy"), date.toString(QStringLiteral("yyyy")));
+    job.setField(QStringLiteral("mm"), date.toString(QStringLiteral("MM")));
+    job.setField(QStringLiteral("dd"), date.toString(QStringLiteral("dd")));
+    job.setField(QStringLiteral("Page"), QString::number(page));
 }

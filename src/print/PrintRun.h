@@ -2,10 +2,15 @@
 
 #include "platform/Failure.h"
 
+#include <QDate>
 #include <QString>
+#include <functional>
 
-// What every printed document shares: where its form comes from, how a failure of the report
-// library is told, and where a PDF went.
+class QWidget;
+class ReportJob;
+
+// What every printed document shares: where its form comes from, how it is run, how a failure
+// of the report library is told, and where a PDF went.
 
 // The box of a document that could not be written whole (a full disk): no file is left.
 inline const QString PdfNotWrittenText =
@@ -22,3 +27,17 @@ bool TellPrintFailure(const Failure& failure, const QString& title);
 // A document written to a PDF says where it is, and opens in the desktop's viewer; nothing
 // for one that went to a printer (empty path).
 void AnnouncePdf(const QString& path, const QString& title);
+
+// What one printed document is: the screen's procedure that prints it, the printer settings and
+// the document's name.
+struct PrintRun {
+    QString where, procedure, settings, documentName;
+};
+
+// Prints one document as every screen does: the job opened, the document started with the
+// shop's options, the pages drawn, the document ended. A failure aborts it and is told; a
+// document written to a PDF is announced in a box titled as the window. True when printed.
+bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages);
+
+// The heading fields of a list's page: the date (yy, mm, dd) and the page number (Page).
+void SetListHeading(ReportJob& job, const QDate& date, int page);

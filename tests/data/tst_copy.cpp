@@ -192,7 +192,7 @@ private slots:
         gCon.execute(u"delete from San_Meka where Meka_No = '008'"_s);
         const QString out = harness.path(u"out/csv"_s);
         QVERIFY2(admin({u"export-csv"_s, harness.folder(), out}) == 0, qPrintable(output));
-        QVERIFY2(output.contains(u"顧客 2 件、売上 2 件を書き出しました"_s), qPrintable(output));
+        QVERIFY2(output.contains(u"顧客 2 件、売上 2 件、受注 0 件、入金 0 件を書き出しました"_s), qPrintable(output));
         const QByteArray customers = ReadFile(out + u"/customers.csv"_s);
         QVERIFY(customers.startsWith("\xEF\xBB\xBFUser_No,User_Name,User_Kana,"));
         QVERIFY(customers.endsWith(

@@ -6,6 +6,10 @@
 #include "customer/FrmKokyaku.h"
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
+//   list | conditions | print | printscreen | board | boardprint
+#include "customer/FrmKazoku.h"
+#include "customer/FrmKokyaku.h"
+#include "data/OrderStore.h"
 #include "data/Schema.h"
 #include "data/ShopStore.h"
 #include "frame/Globals.h"
@@ -13,6 +17,7 @@
 #include "masters/FrmMaster.h"
 #include "masters/FrmTenpo.h"
 #include "orders/FrmJyuchu.h"
+#include "orders/FrmOwatasi.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -28,6 +33,7 @@
 #include "platform/controls/xZip.h"
 #include "platform/db/Transaction.h"
 #include "platform/report/Report.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/Named.h"
 #include "platform/ui/Screen.h"
@@ -398,6 +404,46 @@ int showFamily(const QString& folder) {
     return result;
 }
 
+// Forty orders of the sample customers at every open status, some late, some without a
+// promised date, a few long names and goods; then the pick-up board, or its call list printed.
+int showBoard(const QString& folder, bool print) {
+    seedShop(folder);
+    seedManyCustomers();
+    Transaction transaction(gCon);
+    gCon.execute(QStringLiteral("update San_User set User_Name = '勅使河原 左衛門三郎太郎兵衛之助' "
+                                "where User_No = 12"));
+    gCon.execute(QStringLiteral("update San_Uriage set Uri_Fm_Name = 'ラインアート シャルマン "
+                                "XL1234 マットブラック', Uri_Lz_Name = 'HOYA ハイルックス 1.74 "
+                                "両面非球面 ブルーカット' where Uri_UserNo in (12, 15)"));
+    const OrderStatus statuses[] = {OrderStatus::Taken,  OrderStatus::Ordered, OrderStatus::Arrived,
+                                    OrderStatus::Fitted, OrderStatus::Called,  OrderStatus::Remake};
+    for (int no = 10; no < 50; ++no) {
+        Order order;
+        order.status = statuses[no % 6];
+        order.due = no % 9 == 0 ? QDate() : Today().addDays(no % 13 - 4);
+        std::vector<Payment> deposit;
+        if (no % 2)
+            deposit.push_back({.date = Today(), .amount = 10000, .kind = PaymentKind::Deposit});
+        OrderStore::Create(no, 1, 30000, order, deposit, Now());
+    }
+    transaction.commit();
+    FrmOwatasi screen;
+    if (print) {
+        SetMsgBoxHandler([](const MsgRequest& box) {
+            std::fprintf(stderr, "%s\n", qPrintable(box.text));
+            return Answer::OK;
+        });
+        SetReportOutput(ReportOutput::PdfOnly);
+        screen.show();
+        screen.cmdFnuc_Click(8);
+        gCon.close();
+        return 0;
+    }
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showCalendar() {
     FrmCalender screen;
     screen.setInDate(QDate(2026, 11, 22));
@@ -439,6 +485,8 @@ int main(int argc, char* argv[]) {
         return showShop(folder.path());
     if (which == QLatin1String("slip"))
         return printSlip(folder.path());
+    if (which == QLatin1String("board") || which == QLatin1String("boardprint"))
+        return showBoard(folder.path(), which == QLatin1String("boardprint"));
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
