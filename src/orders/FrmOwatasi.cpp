@@ -1,9 +1,11 @@
 #include "orders/FrmOwatasi.h"
 
 #include "customer/FrmKokyaku.h"
+#include "data/PurchaseStore.h"
 #include "frame/Conflicts.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
+#include "orders/FrmJyuchu.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/RowModel.h"
@@ -11,6 +13,7 @@
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/Named.h"
+#include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/PrintRun.h"
 
@@ -29,7 +32,7 @@ namespace {
 
 const QString ScreenName = QStringLiteral("お渡し管理");
 const QString CallListSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
-enum Key { F1 = 0, F5 = 4, F7 = 6, F9 = 8, F12 = 11 };
+enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8, F12 = 11 };
 // The statuses an open order can be at, as the drop-down lists them.
 constexpr OrderStatus OpenStatuses[] = {OrderStatus::Taken,   OrderStatus::Remake,
                                         OrderStatus::Ordered, OrderStatus::Arrived,
@@ -111,9 +114,9 @@ FrmOwatasi::FrmOwatasi(QWidget* parent) : Screen(parent) {
 
     keys_ = new FunctionKeyRow(this);
     keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
-                        QStringLiteral("次の状態へ"), QString(), QStringLiteral("顧客"), QString(),
-                        QStringLiteral("連絡リスト印刷"), QString(), QString(),
-                        QStringLiteral("再表示")});
+                        QStringLiteral("次の状態へ"), QStringLiteral("受注・入金"),
+                        QStringLiteral("顧客"), QString(), QStringLiteral("連絡リスト印刷"),
+                        QString(), QString(), QStringLiteral("再表示")});
     cmdFnuc = keys_->buttons();
 
     auto* page = new QVBoxLayout(this);
@@ -206,6 +209,9 @@ void FrmOwatasi::cmdFnuc_Click(int index) {
                   case F5:
                       nextStatus();
                       break;
+                  case F6:
+                      openOrder();
+                      break;
                   case F7:
                       openCustomer();
                       break;
@@ -257,6 +263,24 @@ void FrmOwatasi::nextStatus() {
                    }});
     if (saved)
         DispBoard();
+}
+
+void FrmOwatasi::openOrder() {
+    const BoardLine* current = currentLine();
+    if (!current)
+        return;
+    const qint64 customerNo = current->customerNo;
+    const int seq = current->seq;
+    const QString name = current->name;
+    std::optional<Purchase> purchase;
+    for (const Purchase& p : PurchaseStore::OfCustomer(customerNo))
+        if (p.seq == seq)
+            purchase = p;
+    if (purchase) {
+        FrmJyuchu order(customerNo, name, *purchase, this);
+        ShowModal(order);
+    }
+    DispBoard();
 }
 
 void FrmOwatasi::openCustomer() {

@@ -44,6 +44,8 @@ private:
     void showLines();
     const OrderStore::BoardLine* currentLine() const;
     void nextStatus();
+    // The order and payments of the current line, in the order dialog.
+    void openOrder();
     void openCustomer();
     void printCallList();
 

@@ -1,7 +1,11 @@
 #include "shell/FrmMenu.h"
 
+#include "data/OrderStore.h"
+#include "frame/Procedure.h"
 #include "masters/FrmMaster.h"
 #include "masters/FrmTenpo.h"
+#include "orders/FrmOwatasi.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
@@ -31,6 +35,12 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
         cmdMenu[i] = menuButton(menuCaptions[i], QStringLiteral("cmdMenu(%1)").arg(i), this);
         connect(cmdMenu[i], &QPushButton::clicked, this, [this, i] { cmdMenu_Click(i); });
     }
+    cmdOwatasi = menuButton(QStringLiteral("お渡し管理"), QStringLiteral("cmdOwatasi"), this);
+    connect(cmdOwatasi, &QPushButton::clicked, this, [this] {
+        FrmOwatasi board(this);
+        ShowModal(board);
+        showOrderCounts();
+    });
     Frame1 = new QGroupBox(QStringLiteral("< マスタ保守 >"), this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
     const QString mstCaptions[] = {QStringLiteral("アイテム"), QStringLiteral("用途"),
@@ -54,16 +64,33 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     page->setSpacing(12);
     page->addWidget(cmdMenu[0]);
     page->addWidget(cmdMenu[1]);
+    page->addWidget(cmdOwatasi);
     page->addWidget(Frame1);
     page->addSpacing(8);
     page->addWidget(cmdMenu[2]);
 
     setTabOrder(cmdMenu[0], cmdMenu[1]);
-    setTabOrder(cmdMenu[1], cmdMst[0]);
+    setTabOrder(cmdMenu[1], cmdOwatasi);
+    setTabOrder(cmdOwatasi, cmdMst[0]);
     setTabOrder(cmdMst[0], cmdMst[1]);
     setTabOrder(cmdMst[1], cmdMst[2]);
     setTabOrder(cmdMst[2], cmdTenpo);
     setTabOrder(cmdTenpo, cmdMenu[2]);
+}
+
+void FrmMenu::showEvent(QShowEvent* event) {
+    showOrderCounts();
+    Screen::showEvent(event);
+}
+
+void FrmMenu::showOrderCounts() {
+    OrderStore::BoardCounts counts;
+    Procedure(QStringLiteral("メインメニュー"), QStringLiteral("DispOrderCounts"),
+              QStringLiteral("受注件数の取得処理"),
+              [&] { counts = OrderStore::CountOpenOrders(Today()); }, {.trace = false});
+    cmdOwatasi->setText(QStringLiteral("お渡し管理（遅れ %1件・連絡待ち %2件）")
+                            .arg(counts.late)
+                            .arg(counts.ready));
 }
 
 void FrmMenu::cmdMenu_Click(int index) {
@@ -71,11 +98,13 @@ void FrmMenu::cmdMenu_Click(int index) {
     case 0: {
         FrmKensaku search(this);
         ShowModal(search);
+        showOrderCounts();
         break;
     }
     case 1: {
         FrmIchiran list(this);
         ShowModal(list);
+        showOrderCounts();
         break;
     }
     case 2:

@@ -16,9 +16,16 @@ public:
     void cmdMenu_Click(int index);
     void cmdMst_Click(int index);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    // The board's button says how many orders are late and how many wait to be called.
+    void showOrderCounts();
+
     std::array<QPushButton*, 3> cmdMenu;
     std::array<QPushButton*, 3> cmdMst;
     QPushButton* cmdTenpo;
+    QPushButton* cmdOwatasi;
     QGroupBox* Frame1;
 };

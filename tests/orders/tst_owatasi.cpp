@@ -5,11 +5,15 @@
 #include "data/OrderStore.h"
 #include "frame/Conflicts.h"
 #include "frame/Globals.h"
+#include "frame/MessageCatalogue.h"
+#include "orders/FrmJyuchu.h"
 #include "orders/FrmOwatasi.h"
 #include "platform/controls/GridView.h"
+#include "platform/controls/xNum.h"
 #include "platform/report/Report.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
+#include "shell/FrmMenu.h"
 #include "support/Controls.h"
 #include "support/OtherTerminal.h"
 #include "support/Roads.h"
@@ -58,12 +62,18 @@ class TestOwatasi : public QObject {
     Q_OBJECT
     Harness harness;
 
-    // Opens the board and drives it.
-    void onBoard(const std::function<void(FrmOwatasi&, GridView&)>& drive) {
+    // Opens the board from the menu, whose button tells the late and the ready orders, and
+    // drives it.
+    void onBoard(const std::function<void(FrmOwatasi&, GridView&)>& drive,
+                 const QString& menuCaption = {}) {
         harness.screens.expect<FrmOwatasi>(
             [&](FrmOwatasi& s) { drive(s, Find<GridView>(s, u"spdData"_s)); });
-        FrmOwatasi board;
-        ShowModal(board);
+        FrmMenu menu;
+        menu.show();
+        auto& button = Find<QPushButton>(menu, u"cmdOwatasi"_s);
+        if (!menuCaption.isEmpty())
+            QCOMPARE(button.text(), menuCaption);
+        QTest::mouseClick(&button, Qt::LeftButton);
     }
 
 private slots:
@@ -75,36 +85,39 @@ private slots:
     // every open order.
     void theLinesTheirOrderAndTheFilters() {
         shop();
-        onBoard([](FrmOwatasi& s, GridView& grid) {
-            QCOMPARE(ColumnTexts(grid, 1), u"2026/11/19|2026/11/23|2026/11/24|"_s);
-            QCOMPARE(ColumnTexts(grid, 2), u"★3日|||"_s);
-            QCOMPARE(ColumnTexts(grid, 3), u"佐藤 花子|山田 太郎|佐藤 花子|山田 太郎"_s);
-            QCOMPARE(ColumnTexts(grid, 5) + ColumnTexts(grid, 8),
-                     u"メガネ|メガネ|メガネ|メガネ加工済|発注済|入荷|受注"_s);
-            QCOMPARE(ColumnTexts(grid, 9), u"0|38,000|38,000|33,000"_s);
-            const auto colour = [&](int row) {
-                return grid.gridModel()->index(row - 1, 0).data(Qt::BackgroundRole);
-            };
-            QVERIFY(colour(1).value<QColor>().red() > colour(1).value<QColor>().green() &&
-                    !colour(2).isValid());
-            auto& count = Find<QLabel>(s, u"lblCount"_s);
-            QCOMPARE(count.text(), u"件数 4件　　遅れ 1件　　連絡待ち 2件"_s);
-            const std::pair<int, QString> filters[] = {{1, u"2026/11/19|2026/11/24"_s},
-                                                       {2, u"2026/11/19"_s},
-                                                       {0, u"2026/11/19|2026/11/23|2026/11/24|"_s}};
-            for (const auto& [option, dates] : filters) {
-                Find<QRadioButton>(s, u"optFilter"_s, option).click();
-                QCOMPARE(ColumnTexts(grid, 1), dates);
-            }
-            auto& status = Find<QComboBox>(s, u"cboStatus"_s);
-            status.setFocus();
-            QTest::keyClick(&status, Qt::Key_Down); // 作り直し: none
-            QVERIFY(Find<QRadioButton>(s, u"optFilter"_s, 3).isChecked());
-            QCOMPARE(grid.rowCount(), 0);
-            QTest::keyClick(&status, Qt::Key_Down);
-            QCOMPARE(ColumnTexts(grid, 1), u"2026/11/23"_s);
-            QCOMPARE(count.text(), u"件数 1件（全 4件）　　遅れ 1件　　連絡待ち 2件"_s);
-        });
+        onBoard(
+            [](FrmOwatasi& s, GridView& grid) {
+                QCOMPARE(ColumnTexts(grid, 1), u"2026/11/19|2026/11/23|2026/11/24|"_s);
+                QCOMPARE(ColumnTexts(grid, 2), u"★3日|||"_s);
+                QCOMPARE(ColumnTexts(grid, 3), u"佐藤 花子|山田 太郎|佐藤 花子|山田 太郎"_s);
+                QCOMPARE(ColumnTexts(grid, 5) + ColumnTexts(grid, 8),
+                         u"メガネ|メガネ|メガネ|メガネ加工済|発注済|入荷|受注"_s);
+                QCOMPARE(ColumnTexts(grid, 9), u"0|38,000|38,000|33,000"_s);
+                const auto colour = [&](int row) {
+                    return grid.gridModel()->index(row - 1, 0).data(Qt::BackgroundRole);
+                };
+                QVERIFY(colour(1).value<QColor>().red() > colour(1).value<QColor>().green() &&
+                        !colour(2).isValid());
+                auto& count = Find<QLabel>(s, u"lblCount"_s);
+                QCOMPARE(count.text(), u"件数 4件　　遅れ 1件　　連絡待ち 2件"_s);
+                const std::pair<int, QString> filters[] = {
+                    {1, u"2026/11/19|2026/11/24"_s},
+                    {2, u"2026/11/19"_s},
+                    {0, u"2026/11/19|2026/11/23|2026/11/24|"_s}};
+                for (const auto& [option, dates] : filters) {
+                    Find<QRadioButton>(s, u"optFilter"_s, option).click();
+                    QCOMPARE(ColumnTexts(grid, 1), dates);
+                }
+                auto& status = Find<QComboBox>(s, u"cboStatus"_s);
+                status.setFocus();
+                QTest::keyClick(&status, Qt::Key_Down); // 作り直し: none
+                QVERIFY(Find<QRadioButton>(s, u"optFilter"_s, 3).isChecked());
+                QCOMPARE(grid.rowCount(), 0);
+                QTest::keyClick(&status, Qt::Key_Down);
+                QCOMPARE(ColumnTexts(grid, 1), u"2026/11/23"_s);
+                QCOMPARE(count.text(), u"件数 1件（全 4件）　　遅れ 1件　　連絡待ち 2件"_s);
+            },
+            u"お渡し管理（遅れ 1件・連絡待ち 2件）"_s);
     }
 
     // F5 asks, naming the customer, the goods and the new status; each step is stored with
@@ -173,6 +186,16 @@ private slots:
             grid.setActiveCell(2, 3);
             QTest::keyClick(&s, Qt::Key_F7);
             QCOMPARE(ColumnTexts(grid, 3), u"佐藤 花子|山田 一郎|佐藤 花子|山田 一郎"_s);
+            // F6: the line's payments; the balance paid there shows on the board.
+            harness.screens.expect<FrmJyuchu>([this](FrmJyuchu& d) {
+                harness.msgs.expect(OpeInf_001);
+                Find<QComboBox>(d, u"cboPayKind"_s).setCurrentIndex(int(PaymentKind::Balance));
+                Find<xNum>(d, u"txtPayAmount"_s).setValue(38000);
+                QTest::keyClick(&d, Qt::Key_F9);
+            });
+            grid.setActiveCell(2, 3);
+            QTest::keyClick(&s, Qt::Key_F6);
+            QCOMPARE(grid.cellText(2, 9), u"0"_s);
         });
     }
 
