@@ -47,6 +47,7 @@ set(MIRVANE_PLATFORM_UI_SOURCES
     src/platform/ui/ShowModal.cpp
     src/platform/ui/SingleInstance.cpp
     src/platform/ui/Clock.h
+    src/platform/ui/Caption.h
     src/platform/ui/MsgBox.h
     src/platform/ui/Named.h
     src/platform/ui/SaveFileDialog.h

@@ -10,6 +10,7 @@
 #include "platform/controls/xKana.h"
 #include "platform/controls/xLabel.h"
 #include "platform/controls/xZip.h"
+#include "platform/ui/Caption.h"
 #include "platform/ui/Named.h"
 
 #include <QButtonGroup>
@@ -21,12 +22,6 @@
 #include <QTableView>
 
 namespace {
-
-QLabel* caption(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
-}
 
 template <size_t N>
 QHBoxLayout* optionGroup(std::array<QRadioButton*, N>& buttons, QButtonGroup*& group,
@@ -80,49 +75,49 @@ void FrmKokyaku::buildForm() {
 
     auto* record = new QGridLayout;
     record->setHorizontalSpacing(8);
-    record->addWidget(caption(QStringLiteral("顧客番号"), this), 0, 0);
+    record->addWidget(FieldCaption(QStringLiteral("顧客番号"), this), 0, 0);
     record->addWidget(lblNo, 0, 1, Qt::AlignLeft);
-    record->addWidget(caption(QStringLiteral("登録日"), this), 0, 2);
+    record->addWidget(FieldCaption(QStringLiteral("登録日"), this), 0, 2);
     record->addWidget(txtDate, 0, 3, Qt::AlignLeft);
-    record->addWidget(caption(QStringLiteral("氏 名"), this), 1, 0);
+    record->addWidget(FieldCaption(QStringLiteral("氏 名"), this), 1, 0);
     record->addWidget(txtName, 1, 1);
-    record->addWidget(caption(QStringLiteral("かな名"), this), 1, 2);
+    record->addWidget(FieldCaption(QStringLiteral("かな名"), this), 1, 2);
     record->addWidget(txtKana, 1, 3);
-    record->addWidget(caption(QStringLiteral("郵便番号"), this), 2, 0);
+    record->addWidget(FieldCaption(QStringLiteral("郵便番号"), this), 2, 0);
     auto* postal = new QHBoxLayout;
     postal->addWidget(txtYubin);
     postal->addWidget(cmdJusyo);
     postal->addStretch();
     record->addLayout(postal, 2, 1);
-    record->addWidget(caption(QStringLiteral("ＴＥＬ"), this), 2, 2);
+    record->addWidget(FieldCaption(QStringLiteral("ＴＥＬ"), this), 2, 2);
     record->addWidget(txtTel, 2, 3);
-    record->addWidget(caption(QStringLiteral("住所１"), this), 3, 0);
+    record->addWidget(FieldCaption(QStringLiteral("住所１"), this), 3, 0);
     record->addWidget(txtJusyo1, 3, 1);
-    record->addWidget(caption(QStringLiteral("住所２"), this), 3, 2);
+    record->addWidget(FieldCaption(QStringLiteral("住所２"), this), 3, 2);
     record->addWidget(txtJusyo2, 3, 3);
-    record->addWidget(caption(QStringLiteral("勤務先"), this), 4, 0);
+    record->addWidget(FieldCaption(QStringLiteral("勤務先"), this), 4, 0);
     auto* work = new QHBoxLayout;
     work->addWidget(txtKinmu, 2);
-    work->addWidget(caption(QStringLiteral("ＴＥＬ"), this));
+    work->addWidget(FieldCaption(QStringLiteral("ＴＥＬ"), this));
     work->addWidget(txtKinmuTel, 1);
     record->addLayout(work, 4, 1);
-    record->addWidget(caption(QStringLiteral("紹介者"), this), 4, 2);
+    record->addWidget(FieldCaption(QStringLiteral("紹介者"), this), 4, 2);
     auto* referrer = new QHBoxLayout;
     referrer->addWidget(txtSyokai, 2);
-    referrer->addWidget(caption(QStringLiteral("ＴＥＬ"), this));
+    referrer->addWidget(FieldCaption(QStringLiteral("ＴＥＬ"), this));
     referrer->addWidget(txtSyokaiTel, 1);
     record->addLayout(referrer, 4, 3);
-    record->addWidget(caption(QStringLiteral("性別"), this), 5, 0);
+    record->addWidget(FieldCaption(QStringLiteral("性別"), this), 5, 0);
     record->addLayout(optionGroup<2>(optSex, sexGroup_, QStringLiteral("optSex"),
                                      {QStringLiteral("男"), QStringLiteral("女")}, this),
                       5, 1);
-    record->addWidget(caption(QStringLiteral("家族区分"), this), 5, 2);
+    record->addWidget(FieldCaption(QStringLiteral("家族区分"), this), 5, 2);
     record->addLayout(optionGroup<4>(optKazok_F, kazokGroup_, QStringLiteral("optKazok_F"),
                                      {QStringLiteral("代表"), QStringLiteral("家族"),
                                       QStringLiteral("個人"), QStringLiteral("DM不要")},
                                      this),
                       5, 3);
-    record->addWidget(caption(QStringLiteral("誕生日"), this), 6, 0);
+    record->addWidget(FieldCaption(QStringLiteral("誕生日"), this), 6, 0);
     // The eras in the order of time, the Western year last; each option's id is its stored code.
     tanjoGoGroup_ = new QButtonGroup(this);
     auto* birth = new QHBoxLayout;

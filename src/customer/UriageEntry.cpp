@@ -15,6 +15,7 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
+#include "platform/ui/Caption.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/Named.h"
 #include "prescription/PrescriptionReference.h"
@@ -35,12 +36,6 @@ namespace {
 template <class Field> Field* named(Field* field, const QString& name, int width) {
     field->setMinimumWidth(width);
     return Named(field, name);
-}
-
-QLabel* caption(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
 }
 
 // The pairs of prescription fields (right, left) in table order.
@@ -260,35 +255,35 @@ void UriageEntry::cmdClear_Click() {
 void UriageEntry::layOut() {
     auto* sale = new QGridLayout;
     sale->setHorizontalSpacing(6);
-    sale->addWidget(caption(QStringLiteral("売上日"), this), 0, 0);
+    sale->addWidget(FieldCaption(QStringLiteral("売上日"), this), 0, 0);
     sale->addWidget(txtDatc, 0, 1);
-    sale->addWidget(caption(QStringLiteral("ｱｲﾃﾑ"), this), 0, 2);
+    sale->addWidget(FieldCaption(QStringLiteral("ｱｲﾃﾑ"), this), 0, 2);
     sale->addWidget(cboItem, 0, 3);
-    sale->addWidget(caption(QStringLiteral("用途"), this), 0, 4);
+    sale->addWidget(FieldCaption(QStringLiteral("用途"), this), 0, 4);
     sale->addWidget(cboYoto, 0, 5);
-    sale->addWidget(caption(QStringLiteral("ﾌﾚｰﾑ 品名"), this), 1, 0);
+    sale->addWidget(FieldCaption(QStringLiteral("ﾌﾚｰﾑ 品名"), this), 1, 0);
     sale->addWidget(txtFm_Name, 1, 1);
-    sale->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), this), 1, 2);
+    sale->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), this), 1, 2);
     sale->addWidget(cboMeka[0], 1, 3);
-    sale->addWidget(caption(QStringLiteral("金額"), this), 1, 4);
+    sale->addWidget(FieldCaption(QStringLiteral("金額"), this), 1, 4);
     sale->addWidget(txtFm_Kinga, 1, 5);
-    sale->addWidget(caption(QStringLiteral("ｻｲｽﾞ"), this), 1, 6);
+    sale->addWidget(FieldCaption(QStringLiteral("ｻｲｽﾞ"), this), 1, 6);
     auto* sizeColour = new QHBoxLayout;
     sizeColour->addWidget(txtFm_Size);
-    sizeColour->addWidget(caption(QStringLiteral("ｶﾗｰ"), this));
+    sizeColour->addWidget(FieldCaption(QStringLiteral("ｶﾗｰ"), this));
     sizeColour->addWidget(txtFm_Color);
     sale->addLayout(sizeColour, 1, 7);
-    sale->addWidget(caption(QStringLiteral("ﾚﾝｽﾞ 品名"), this), 2, 0);
+    sale->addWidget(FieldCaption(QStringLiteral("ﾚﾝｽﾞ 品名"), this), 2, 0);
     sale->addWidget(txtLz_Name, 2, 1);
-    sale->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), this), 2, 2);
+    sale->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), this), 2, 2);
     sale->addWidget(cboMeka[1], 2, 3);
-    sale->addWidget(caption(QStringLiteral("金額"), this), 2, 4);
+    sale->addWidget(FieldCaption(QStringLiteral("金額"), this), 2, 4);
     sale->addWidget(txtLz_Kinga, 2, 5);
-    sale->addWidget(caption(QStringLiteral("売上合計"), this), 2, 6);
+    sale->addWidget(FieldCaption(QStringLiteral("売上合計"), this), 2, 6);
     sale->addWidget(txtKingaKci, 2, 7);
-    sale->addWidget(caption(QStringLiteral("眼処方"), this), 3, 0);
+    sale->addWidget(FieldCaption(QStringLiteral("眼処方"), this), 3, 0);
     sale->addWidget(txtSyohou, 3, 1, 1, 3);
-    sale->addWidget(caption(QStringLiteral("メ モ"), this), 3, 4);
+    sale->addWidget(FieldCaption(QStringLiteral("メ モ"), this), 3, 4);
     sale->addWidget(txtMemo, 3, 5, 1, 3);
 
     auto* eyes =

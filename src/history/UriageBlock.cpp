@@ -12,6 +12,7 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xNum.h"
+#include "platform/ui/Caption.h"
 #include "platform/ui/Named.h"
 #include "prescription/PrescriptionReference.h"
 #include "prescription/PrescriptionWiring.h"
@@ -21,16 +22,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <cmath>
-
-namespace {
-
-QLabel* caption(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
-}
-
-} // namespace
 
 UriageBlock::UriageBlock(int index, QWidget* parent) : QGroupBox(parent) {
     setObjectName(QStringLiteral("FraUriage(%1)").arg(index));
@@ -97,36 +88,36 @@ bool UriageBlock::dateReads() {
 
 void UriageBlock::layOut() {
     auto* sale = new QHBoxLayout;
-    sale->addWidget(caption(QStringLiteral("来店日"), this));
+    sale->addWidget(FieldCaption(QStringLiteral("来店日"), this));
     sale->addWidget(txtUriDate);
-    sale->addWidget(caption(QStringLiteral("ｱｲﾃﾑ"), this));
+    sale->addWidget(FieldCaption(QStringLiteral("ｱｲﾃﾑ"), this));
     sale->addWidget(cboItem, 1);
-    sale->addWidget(caption(QStringLiteral("用途"), this));
+    sale->addWidget(FieldCaption(QStringLiteral("用途"), this));
     sale->addWidget(cboYouto, 1);
-    sale->addWidget(caption(QStringLiteral("売上計"), this));
+    sale->addWidget(FieldCaption(QStringLiteral("売上計"), this));
     sale->addWidget(txtKinga);
 
     auto* frame = new QGroupBox(QStringLiteral("ﾌﾚｰﾑ"), this);
     auto* frameRow = new QHBoxLayout(frame);
     frameRow->setContentsMargins(6, 2, 6, 4);
-    frameRow->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), frame));
+    frameRow->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), frame));
     frameRow->addWidget(cboFm_Meka, 2);
-    frameRow->addWidget(caption(QStringLiteral("品名"), frame));
+    frameRow->addWidget(FieldCaption(QStringLiteral("品名"), frame));
     frameRow->addWidget(txtFm_Name, 2);
-    frameRow->addWidget(caption(QStringLiteral("ｻｲｽﾞ"), frame));
+    frameRow->addWidget(FieldCaption(QStringLiteral("ｻｲｽﾞ"), frame));
     frameRow->addWidget(txtFm_Size, 1);
-    frameRow->addWidget(caption(QStringLiteral("ｶﾗｰ"), frame));
+    frameRow->addWidget(FieldCaption(QStringLiteral("ｶﾗｰ"), frame));
     frameRow->addWidget(txtFm_Color, 1);
-    frameRow->addWidget(caption(QStringLiteral("金額"), frame));
+    frameRow->addWidget(FieldCaption(QStringLiteral("金額"), frame));
     frameRow->addWidget(txtFm_Kinga, 1);
     auto* lens = new QGroupBox(QStringLiteral("ﾚﾝｽﾞ"), this);
     auto* lensRow = new QHBoxLayout(lens);
     lensRow->setContentsMargins(6, 2, 6, 4);
-    lensRow->addWidget(caption(QStringLiteral("ﾒｰｶｰ"), lens));
+    lensRow->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), lens));
     lensRow->addWidget(cboLz_Meka, 2);
-    lensRow->addWidget(caption(QStringLiteral("品名"), lens));
+    lensRow->addWidget(FieldCaption(QStringLiteral("品名"), lens));
     lensRow->addWidget(txtLz_Name, 2);
-    lensRow->addWidget(caption(QStringLiteral("金額"), lens));
+    lensRow->addWidget(FieldCaption(QStringLiteral("金額"), lens));
     lensRow->addWidget(txtLz_Kinga, 1);
     // The two captions stand at the left inside their frames: the block stays low enough for
     // three of them, each with its previous prescription, on one screen.

@@ -10,6 +10,7 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xField.h"
 #include "platform/controls/xNum.h"
+#include "platform/ui/Caption.h"
 #include "platform/ui/Named.h"
 
 #include <QComboBox>
@@ -18,16 +19,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
-
-namespace {
-
-QLabel* caption(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
-}
-
-} // namespace
 
 void FrmJyuchu::buildForm() {
     setObjectName(QStringLiteral("FrmJyuchu"));
@@ -47,19 +38,19 @@ void FrmJyuchu::buildForm() {
 
     auto* order = new QGroupBox(QStringLiteral("受注"), this);
     auto* orderGrid = new QGridLayout(order);
-    orderGrid->addWidget(caption(QStringLiteral("状態"), order), 0, 0);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("状態"), order), 0, 0);
     orderGrid->addWidget(lblStatus, 0, 1, 1, 3);
-    orderGrid->addWidget(caption(QStringLiteral("お渡し予定日"), order), 1, 0);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("お渡し予定日"), order), 1, 0);
     orderGrid->addWidget(txtDueDate, 1, 1);
-    orderGrid->addWidget(caption(QStringLiteral("作り直し元"), order), 1, 2);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("作り直し元"), order), 1, 2);
     orderGrid->addWidget(cboRemake, 1, 3);
-    orderGrid->addWidget(caption(QStringLiteral("発注先"), order), 2, 0);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("発注先"), order), 2, 0);
     orderGrid->addWidget(cboSupplier, 2, 1);
-    orderGrid->addWidget(caption(QStringLiteral("発注番号"), order), 2, 2);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("発注番号"), order), 2, 2);
     orderGrid->addWidget(txtSupplierNo, 2, 3);
-    orderGrid->addWidget(caption(QStringLiteral("メモ"), order), 3, 0);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("メモ"), order), 3, 0);
     orderGrid->addWidget(txtNote, 3, 1, 1, 3);
-    orderGrid->addWidget(caption(QStringLiteral("経過"), order), 4, 0);
+    orderGrid->addWidget(FieldCaption(QStringLiteral("経過"), order), 4, 0);
     orderGrid->addWidget(lblSteps, 4, 1, 1, 3);
     orderGrid->setColumnStretch(3, 1);
 
@@ -115,13 +106,13 @@ void FrmJyuchu::buildForm() {
     sums->addWidget(lblZankin);
     paymentPage->addLayout(sums);
     auto* entry = new QHBoxLayout;
-    entry->addWidget(caption(QStringLiteral("入金日"), payments));
+    entry->addWidget(FieldCaption(QStringLiteral("入金日"), payments));
     entry->addWidget(txtPayDate);
-    entry->addWidget(caption(QStringLiteral("区分"), payments));
+    entry->addWidget(FieldCaption(QStringLiteral("区分"), payments));
     entry->addWidget(cboPayKind);
-    entry->addWidget(caption(QStringLiteral("方法"), payments));
+    entry->addWidget(FieldCaption(QStringLiteral("方法"), payments));
     entry->addWidget(cboPayMethod);
-    entry->addWidget(caption(QStringLiteral("金額"), payments));
+    entry->addWidget(FieldCaption(QStringLiteral("金額"), payments));
     entry->addWidget(txtPayAmount);
     entry->addStretch();
     paymentPage->addLayout(entry);
