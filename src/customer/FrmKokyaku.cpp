@@ -283,6 +283,10 @@ bool FrmKokyaku::storeProcedure(const std::function<void()>& store) {
         }
         if (failure.number() == ErrorNumber::DatabaseFailed) {
             CmnDspMsg(OpeErr_010);
+        } else if (failure.number() == ErrorNumber::PaymentRefused) {
+            // A deposit typed with a new line is more than its amount became afterwards.
+            MsgBox(failure.description() + QStringLiteral("\n明細の金額か入金額を直してください。"),
+                   MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
         } else {
             return false;
         }

@@ -247,6 +247,20 @@ private slots:
             QTest::keyClick(&s, Qt::Key_F9);
             QCOMPARE(owed(s), u"受注|28,000|残金合計 28,000円"_s);
             QCOMPARE(QueryCount(u"select * from San_Order"_s), 0); // waits for the registration
+            // The line's amount made smaller than its deposit: the registration stores nothing.
+            auto& entry = Find<UriageEntry>(s, u"FraUriage"_s);
+            const auto amounts = [&](int frame, int lens) {
+                s.spdData_Click(1, 1);
+                EnterPurchase(entry, Today(), 0, 0, frame, lens);
+            };
+            amounts(3000, 2000);
+            harness.msgs.expect(OpeQes_001, Answer::Yes);
+            harness.msgs.expectBox(
+                u"入金額が残金（5,000円）を超えています。\n明細の金額か入金額を直してください。"_s,
+                s.windowTitle());
+            QTest::keyClick(&s, Qt::Key_F5);
+            QCOMPARE(QueryCount(u"select * from San_Uriage"_s), 0);
+            amounts(30000, 8000);
             ExpectSaved(harness);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(owed(s), u"受注|28,000|残金合計 28,000円"_s);
