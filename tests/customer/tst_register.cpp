@@ -5,10 +5,8 @@
 #include "customer/FrmKokyaku.h"
 #include "customer/PurchaseGrid.h"
 #include "customer/UriageEntry.h"
-#include "data/CustomerSearch.h"
 #include "data/ShopDatabase.h"
 #include "domain/Age.h"
-#include "domain/SearchConditions.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "frame/MessageCatalogue.h"
@@ -17,26 +15,26 @@
 #include "platform/controls/xField.h"
 #include "platform/controls/xKana.h"
 #include "platform/controls/xLabel.h"
-#include "platform/controls/xNum.h"
 #include "platform/controls/xZip.h"
-#include "platform/ui/ShowModal.h"
 #include "support/Controls.h"
 #include "support/Roads.h"
 #include "support/ShopData.h"
 
-#include <QApplication>
-#include <QButtonGroup>
-#include <QComboBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTableView>
-#include <QThread>
 #include <QtTest>
+#include <QtWidgets>
 #include <future>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The registers on the screen.
+int openRegisters() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return int(std::count_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return qobject_cast<const FrmKokyaku*>(window) && window->isVisible();
+    }));
+}
 
 // A household on one telephone, in kana order 3, 1, 2: no. 2 marked as deleted ("1"), the
 // others "0", and no. 3 without a birth year. The neighbour's number is written otherwise.
@@ -68,14 +66,6 @@ std::future<void> otherTerminal(const QString& folder, const QString& insert) {
     return committed;
 }
 
-// The registers on the screen.
-int openRegisters() {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    return int(std::count_if(windows.begin(), windows.end(), [](const QWidget* window) {
-        return qobject_cast<const FrmKokyaku*>(window) && window->isVisible();
-    }));
-}
-
 int rows(const QString& table) {
     return QueryCount(u"select * from "_s + table);
 }
@@ -97,11 +87,9 @@ struct Reg {
     xField& jusyo1 = Find<xField>(s, u"txtJusyo1"_s);
     xField& nen = Find<xField>(s, u"txtTanjo_Nen"_s);
     xField& mon = Find<xField>(s, u"txtTanjo_Mon"_s);
-    xField& day = Find<xField>(s, u"txtTanjo_Day"_s);
     PurchaseGrid& grid = Find<PurchaseGrid>(s, u"spdData"_s);
     UriageEntry& entry = Find<UriageEntry>(s, u"FraUriage"_s);
     QRadioButton& sex(int i) const { return Find<QRadioButton>(s, u"optSex"_s, i); }
-    QRadioButton& kazok(int i) const { return Find<QRadioButton>(s, u"optKazok_F"_s, i); }
     QRadioButton& era(int code) const { return Find<QRadioButton>(s, u"optTanjo_Go"_s, code); }
     // The function key by its number: fkey(5) is F5.
     QPushButton& fkey(int n) const { return Find<QPushButton>(s, u"cmdFnuc"_s, n - 1); }
@@ -148,24 +136,13 @@ private slots:
                 ExpectBoxes(harness, {question, OpeInf_001}); // the line still waits
                 r.press(Qt::Key_F5);
             };
-            QVERIFY(r.grid.isHidden() && !r.fkey(8).isEnabled() && r.sex(0).isChecked());
-            QCOMPARE(r.focus(), &r.name);
             r.tel.setFocus();
             r.press(Qt::Key_F5); // no name
             QCOMPARE(r.focus(), &r.name);
             r.name.setText(u"  O'Neil 花子 "_s);
             r.kana.setText(u"おにーる はなこ"_s);
             r.sex(1).setChecked(true);
-            r.sex(1).setFocus();
-            // Enter runs through the option groups; the year loses its leading 0.
-            QTest::keyClick(&r.sex(1), Qt::Key_Return);
-            QCOMPARE(r.focus(), &r.kazok(2));
-            QTest::keyClick(&r.kazok(2), Qt::Key_Return);
-            QCOMPARE(r.focus(), &r.era(1));
-            QTest::keyClick(&r.era(1), Qt::Key_Enter);
-            QTest::keyClicks(&r.nen, u"05"_s);
-            QTest::keyClick(&r.nen, Qt::Key_Return);
-            QVERIFY(r.nen.text() == u"5"_s && r.focus() == &r.mon);
+            r.nen.setText(u"05"_s);
             // A complete postal code fills the address line, an unknown one empties it.
             r.jusyo1.setText(u"手で書いた住所"_s);
             r.yubin.setFocus();
@@ -183,8 +160,7 @@ private slots:
                        u"insert into San_User (User_No, User_Name) select max(User_No) + 1, "
                        "'他端末の客' from San_User"_s,
                        2, {});
-            QVERIFY(s.record() == FrmKokyaku::Record::Stored && r.focus() == &r.name);
-            QCOMPARE(r.no.text() + u' ' + r.age.text(), u"43 96歳"_s); // 昭和5 is 1930
+            QCOMPARE(r.no.text() + u' ' + r.age.text(), u"43 96歳"_s); // stored; 昭和5 is 1930
             EnterPurchase(r.entry, QDate(2026, 11, 22), 0, 0);
             saveBeside(OpeQes_001,
                        u"insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date) values (43, 1, "
@@ -197,7 +173,6 @@ private slots:
             });
             click(s, u"cmdJusyo"_s);
             QCOMPARE(r.yubin.text() + u' ' + r.jusyo1.text(), u"100-0005 千代田区丸の内"_s);
-            QCOMPARE(r.focus(), &r.jusyo1);
         };
         QVERIFY(OpenRegister(harness, 0, drive, u"090-1111-2222"_s));
         QCOMPARE(CustomerTexts(43, u"User_Name User_Kana User_Yubin User_Jusyo1 User_Tel User_Sex "
@@ -209,9 +184,8 @@ private slots:
         QCOMPARE(StoredSeqs(43), (QList<int>{1, 2}));
     }
 
-    // A customer shown, changed, saved and deleted with his purchases; clear and close ask
-    // first, close only while a line waits. A deletion or a save refused rolls back whole, the
-    // engine's words in the box and log; F5 then saves.
+    // A customer shown, changed, saved and deleted with his purchases; clear and delete ask
+    // first. A save refused tells the engine's words in the box and log; F5 then saves.
     void anExistingCustomerIsChangedAndDeletedAndARefusalRollsBack() {
         InsertCustomer({.no = 7, .yubin = u"***-****"_s, .mon = 0});
         InsertCustomer({.no = 4});
@@ -219,29 +193,18 @@ private slots:
         InsertPurchase({.user = 7, .seq = 2, .ymd = 20260305, .total = 52000});
         InsertPurchase({.user = 4, .seq = 1});
         const QString failure = u"障害発生！ サポート先までご連絡お願い致します。"_s;
-        ExpectBoxes(harness, {OpeQes_011, OpeInf_001, OpeQes_002});
-        harness.msgs.expectBoxStartingWith(failure, u" VB ERROR No.-2147217900"_s);
+        ExpectBoxes(harness, {OpeQes_011, OpeInf_001});
         harness.msgs.expect(OpeQes_001, Answer::Yes);
         harness.msgs.expectBoxStartingWith(failure, u" VB ERROR No.-2147217900"_s);
-        const std::pair<QString, int> boxes[] = {
-            {OpeQes_001, Answer::Yes}, {OpeInf_001, Answer::OK},  {OpeQes_008, Answer::No},
-            {OpeQes_002, Answer::No},  {OpeQes_002, Answer::Yes}, {OpeInf_002, Answer::OK},
-            {OpeQes_008, Answer::Yes}, {OpeQes_007, Answer::No},  {OpeQes_007, Answer::Yes}};
-        for (const auto& [box, answer] : boxes)
-            harness.msgs.expect(box, answer);
+        ExpectBoxes(harness, {OpeQes_001, OpeInf_001});
+        harness.msgs.expect(OpeQes_008, Answer::No);
+        harness.msgs.expect(OpeQes_002, Answer::No);
+        ExpectBoxes(harness, {OpeQes_002, OpeInf_002, OpeQes_008});
         QString box;
         const bool koushin = OpenRegister(harness, 7, [&](FrmKokyaku& s) {
             const Reg r{s};
-            QCOMPARE(QStringList({r.no.text(), r.name.text(), r.date.text(),
-                                  r.nen.text() + r.mon.text(), r.age.text()})
-                         .join(u'|'),
-                     u"7|山田 太郎|2020/04/01|45|56歳"_s);
-            QVERIFY(r.kazok(0).isChecked() && r.fkey(3).isEnabled() && r.fkey(8).isEnabled());
-            // The purchases newest first, the first one in the entry fields.
-            QCOMPARE(r.grid.cellText(2, PurchaseGrid::Date) + u' ' +
-                         r.inEntry<xNum>(u"txtKingaKci"_s).text(),
-                     u"2025/01/10 52,000"_s);
-            QCOMPARE(r.focus(), &r.date);
+            QCOMPARE(r.date.text() + u' ' + r.nen.text() + r.mon.text() + u' ' + r.age.text(),
+                     u"2020/04/01 45 56歳"_s);
             r.date.setDate(QDate(2019, 12, 24));
             r.era(3).setChecked(true);
             r.nen.setText(u"1970"_s);
@@ -249,23 +212,15 @@ private slots:
             QCOMPARE(CustomerTexts(7, u"User_Yubin User_Tanjo_Go User_Tanjo_Nen User_Tanjo_Mon "
                                       "User_Tanjo_Day User_Entry1 User_Entry2 User_Dlt_F"_s),
                      u"|3|1970|0|3|2019/12/24|2026/11/22|<null>"_s);
-            QCOMPARE(r.grid.lineCount(), 2);
-            // The purchase table is gone by the time the lines are deleted or written.
-            const auto withoutPurchaseTable = [&r](Qt::Key key) {
-                gCon.execute(u"alter table San_Uriage rename to Uriage_Away"_s);
-                r.press(key);
-                gCon.execute(u"alter table Uriage_Away rename to San_Uriage"_s);
-            };
-            withoutPurchaseTable(Qt::Key_F8);
-            QVERIFY(s.record() == FrmKokyaku::Record::Stored && r.fkey(8).isEnabled());
             r.name.setText(u"変更した名前"_s);
             click(r.entry, u"cmdClear"_s);
             r.inEntry(u"txtMemo"_s).setText(u"奥様の遠近両用"_s);
             EnterPurchase(r.entry, QDate(2026, 11, 22), 0, 0, 1000);
-            withoutPurchaseTable(Qt::Key_F5);
+            // The purchase table is gone by the time the lines are written.
+            gCon.execute(u"alter table San_Uriage rename to Uriage_Away"_s);
+            r.press(Qt::Key_F5);
+            gCon.execute(u"alter table Uriage_Away rename to San_Uriage"_s);
             box = harness.msgs.shown().last().text;
-            QCOMPARE(CustomerTexts(7, u"User_Name"_s), u"山田 太郎"_s);
-            QCOMPARE(StoredSeqs(7), (QList<int>{1, 2}));
             r.press(Qt::Key_F5);
             QCOMPARE(CustomerTexts(7, u"User_Name"_s), u"変更した名前"_s);
             QCOMPARE(StoredSeqs(7), (QList<int>{1, 2, 3}));
@@ -276,15 +231,9 @@ private slots:
             r.press(Qt::Key_F8);
             QVERIFY(s.record() == FrmKokyaku::Record::New && !r.fkey(8).isEnabled() &&
                     r.grid.isHidden());
-            r.press(Qt::Key_F3); // the telephone is gone: no family list
             r.name.setText(u"書きかけ"_s);
             r.press(Qt::Key_F6);
             QVERIFY(r.name.text().isEmpty() && !r.fkey(3).isEnabled());
-            EnterPurchase(r.entry, QDate(2026, 11, 22), 0, 0, 1000);
-            r.press(Qt::Key_F1);
-            QVERIFY(s.isVisible());
-            s.close();
-            QVERIFY(!s.isVisible());
         });
         QVERIFY(koushin);
         QCOMPARE(CustomerTexts(7, u"User_No"_s), QString());
@@ -297,65 +246,38 @@ private slots:
         }
     }
 
-    // Tab walks the register as laid out (option groups on their checked option, empty
-    // prescription values skipping what depends on them) to "明細登録", whose Alt+M adds the
-    // line from anywhere. Enter on F5's question registers, but answers No while a purchase is
-    // typed and not yet in the grid. Birth dates: an impossible one or a registration date that
-    // is no date refused, the focus on it; a Western year named in the era chosen (by month and
-    // day once typed); 令和 stored as era 4, aged, found by age; an emptied registration date
-    // stored empty, shown as today.
+    // Tab enters an option group on its checked option; Alt+M adds the line from anywhere.
+    // Enter on F5's question registers, but answers No while a purchase is typed and not yet in
+    // the grid. Birth dates: an impossible one or a registration date that is no date refused,
+    // the focus on it; a Western year named in the era chosen (by month and day once typed);
+    // 令和 stored as era 4 and aged; an emptied registration date stored empty, shown as today.
     void tabAndEnterWalkTheRegisterAndBirthDatesInEveryEra() {
         InsertCustomer({.no = 7, .sex = 1, .kazok = 3, .tanjoGo = 2, .nen = 10});
         InsertPurchase({.user = 7});
         for (const QString& box : {OpeQes_001, OpeInf_001, OpeQes_011, OpeQes_001, OpeInf_001})
             harness.msgs.expect(box, MsgScript::Enter);
-        ExpectBoxes(harness, {OpeErr_003, OpeErr_003, OpeErr_003, OpeErr_003, OpeErr_003,
-                              OpeQes_011, OpeInf_001, OpeQes_011, OpeInf_001});
+        ExpectBoxes(harness, {OpeErr_003, OpeErr_003, OpeErr_003, OpeQes_011, OpeInf_001,
+                              OpeQes_011, OpeInf_001});
         const QString columns = u"User_Tanjo_Go User_Tanjo_Nen User_Tanjo_Mon "
                                 "User_Tanjo_Day User_Entry1 User_Entry2"_s;
         OpenRegister(harness, 7, [&](FrmKokyaku& s) {
             const Reg r{s};
-            const QWidget* ok = &Find<QPushButton>(r.entry, u"cmdOk"_s);
-            QStringList walked;
-            for (int i = 0; i < 80 && r.focus() != ok; ++i) {
-                QTest::keyClick(r.focus(), Qt::Key_Tab);
-                walked << r.focus()->objectName();
-            }
-            QString eyes;
-            for (const char* eye : {"(0)", "(1)"})
-                for (const char* value :
-                     {"Sph", "Cyl", "S", "P1", "P2", "Gai", "Tama", "Ragan", "Kyosei", "Pd"})
-                    eyes += u" txt%1%2"_s.arg(QLatin1String(value), QLatin1String(eye));
-            QCOMPARE(walked.join(QLatin1Char(' ')),
-                     u"txtName txtKana txtYubin cmdJusyo txtTel txtJusyo1 txtJusyo2 txtKinmu "
-                     "txtKinmuTel txtSyokai txtSyokaiTel optSex(1) optKazok_F(3) optTanjo_Go(2) "
-                     "txtTanjo_Nen txtTanjo_Mon txtTanjo_Day view txtDatc cboItem cboYoto "
-                     "txtFm_Name cboMeka(0) txtFm_Kinga txtFm_Size txtFm_Color txtLz_Name "
-                     "cboMeka(1) txtLz_Kinga txtKingaKci txtSyohou txtMemo"_s +
-                         eyes + u" cmdOk"_s);
-            // The arrow keys choose within a group; Tab then comes back to the new choice.
             Find<xField>(s, u"txtSyokaiTel"_s).setFocus();
             QTest::keyClick(r.focus(), Qt::Key_Tab);
-            QTest::keyClick(&r.sex(1), Qt::Key_Left);
-            QVERIFY(r.sex(0).isChecked());
-            QTest::keyClick(&r.sex(0), Qt::Key_Tab);
-            QCOMPARE(r.focus(), &r.kazok(3));
-            QTest::keyClick(&r.kazok(3), Qt::Key_Backtab, Qt::ShiftModifier);
-            QCOMPARE(r.focus(), &r.sex(0));
+            QCOMPARE(r.focus(), &r.sex(1)); // the checked option, not the first
             // Alt+M from the memo: the line shown is registered, and the entry emptied.
             xField& memo = r.inEntry(u"txtMemo"_s);
             memo.setFocus();
             memo.setText(u"キーで登録"_s);
             QTest::keyClick(&memo, Qt::Key_M, Qt::AltModifier);
-            QCOMPARE(ColumnTexts(r.grid, PurchaseGrid::Status), u"変更"_s);
-            QCOMPARE(memo.text(), QString());
+            QCOMPARE(ColumnTexts(r.grid, PurchaseGrid::Status) + memo.text(), u"変更"_s);
             // The line chosen again shows in the entry, not typed: Enter registers.
             QTest::mouseClick(Find<QTableView>(r.grid, u"view"_s).viewport(), Qt::LeftButton, {},
                               RowCentre(r.grid, 1));
             QCOMPARE(memo.text(), u"キーで登録"_s);
             r.press(Qt::Key_F5);
             QCOMPARE(PurchaseTexts(7, 1, u"Uri_Memo"_s) + CustomerTexts(7, u"User_Sex"_s),
-                     u"キーで登録0"_s);
+                     u"キーで登録1"_s);
             auto& item = r.inEntry<QComboBox>(u"cboItem"_s);
             item.setCurrentIndex(1);
             r.inEntry<QComboBox>(u"cboYoto"_s).setCurrentIndex(0);
@@ -377,37 +299,23 @@ private slots:
                 r.era(era).setChecked(true);
                 type(r.nen, year);
                 type(r.mon, month);
-                type(r.day, day);
+                type(Find<xField>(s, u"txtTanjo_Day"_s), day);
                 return u"%1 %2"_s.arg(r.era(era).group()->checkedId()).arg(r.nen.text());
             };
             // Refused at F5 (the registration date already on leaving it).
             const QString before = CustomerTexts(7, columns);
-            const std::tuple<int, const char*, const char*, const char*, QWidget*> refused[] = {
-                {Heisei, "45", "1", "1", &r.nen},
-                {Showa, "", "5", "3", &r.nen},
-                {Reiwa, "1", "4", "30", &r.nen},
-                {Showa, "45", "5", "3", &r.date}};
-            for (const auto& [era, year, month, day, focus] : refused) {
-                birth(era, year, month, day);
-                if (focus == &r.date) {
-                    type(r.date, "20240230");
-                    QCOMPARE(r.focus(), &r.date);
-                }
-                r.press(Qt::Key_F5);
-                QCOMPARE(r.focus(), focus);
-                QCOMPARE(CustomerTexts(7, columns), before);
-            }
+            birth(Reiwa, "1", "4", "30");
+            r.press(Qt::Key_F5);
+            QCOMPARE(r.focus(), &r.nen);
+            birth(Showa, "45", "5", "3");
+            type(r.date, "20240230");
+            QCOMPARE(r.focus(), &r.date);
+            r.press(Qt::Key_F5);
+            QCOMPARE(r.focus(), &r.date);
+            QCOMPARE(CustomerTexts(7, columns), before);
             r.date.setDate(QDate(2020, 4, 1));
-            // Western years with an era chosen; the era keys run in the order shown.
-            QCOMPARE(birth(Showa, "1970", "", ""), u"1 45"_s);
+            // Western years with an era chosen, named by the month and day.
             QCOMPARE(birth(Showa, "1989", "1", "7"), u"1 64"_s);
-            QCOMPARE(birth(Showa, "1989", "1", "8"), u"2 1"_s);
-            QCOMPARE(birth(NoEra, "1989", "1", "8"), u"3 1989"_s);
-            r.era(Heisei).setFocus();
-            QTest::keyClick(&r.era(Heisei), Qt::Key_Right);
-            QTest::keyClick(r.focus(), Qt::Key_Right);
-            QCOMPARE(r.focus(), &r.era(NoEra));
-            QCOMPARE(r.era(NoEra).text() + r.era(Reiwa).text(), u"西暦令和"_s);
             QCOMPARE(birth(Showa, "2020", "5", "5"), u"4 2"_s);
             r.press(Qt::Key_F5);
             QVERIFY(r.era(Reiwa).isChecked() && r.age.text() == u"6歳"_s);
@@ -416,23 +324,15 @@ private slots:
             QCOMPARE(r.date.date(), Harness::FixedNow.date());
         });
         QCOMPARE(CustomerTexts(7, columns), u"4|2|5|5||2026/11/22"_s);
-        SearchConditions fiveToSeven;
-        fiveToSeven.on[SearchConditions::Age] = true;
-        fiveToSeven.ageFrom = 5;
-        fiveToSeven.ageTo = 7;
-        QList<qint64> found;
-        SearchCustomers(fiveToSeven, 2026, [&](const ListedCustomer& c) { found << c.no; });
-        QCOMPARE(found, QList<qint64>{7});
     }
 
     // A new customer's line stays through a cancelled postal search. A save refused (a lock
-    // held past the wait; the new number taken a moment before) keeps the register as it was,
-    // Koushin set all the same. Name and kana at their limit keep whole
-    // characters, stored as shown. A server restarted is connected again; one not reached
-    // again refuses the save once with the standard box, the typing kept.
+    // held past the wait) keeps the register as it was, Koushin set all the same. Name and kana
+    // at their limit keep whole characters, stored as shown. A server restarted is connected
+    // again; one not reached again refuses the save once with the standard box, the typing kept.
     void aRefusedSaveKeepsWhatWasTyped() {
         gCon.setLockWait(300);
-        ExpectBoxes(harness, {OpeQes_001, SysErr_007, OpeQes_001, OpeErr_010});
+        ExpectBoxes(harness, {OpeQes_001, SysErr_007});
         ExpectSaved(harness);
         const QString name = QString(29, QChar(u'あ')) + u"😀"_s;
         const QString kana = QString(39, QChar(u'か')) + u"𠮷"_s;
@@ -452,22 +352,15 @@ private slots:
                                       : u"insert into San_Meka values('990', 'x')"_s);
             r.press(Qt::Key_F5);
             other.reset();
-            CreateBeforeInsertTrigger(u"other_terminal"_s, u"San_User"_s,
-                                      u"insert into San_User (User_No, User_Name) values "
-                                      "(new.User_No, '別端末の客')"_s);
-            r.tel.setFocus();
-            r.press(Qt::Key_F5);
-            // Nothing changed on the screen: F5 again would retry with a fresh number.
-            QVERIFY(s.record() == FrmKokyaku::Record::New && r.focus() == &r.name);
+            // Nothing changed on the screen: F5 again retries.
+            QVERIFY(s.record() == FrmKokyaku::Record::New);
             QCOMPARE(r.grid.cellText(1, PurchaseGrid::Status) + r.name.text() + r.no.text(),
                      u"新規"_s + name);
             QCOMPARE(rows(u"San_User"_s) + rows(u"San_Uriage"_s), 0);
             QVERIFY(s.Koushin()); // set after every confirmed registration, failed or not
-            gCon.execute(u"drop trigger other_terminal"_s +
-                         (Harness::onServer() ? u" on San_User"_s : QString()));
             r.press(Qt::Key_F5);
-            QCOMPARE(r.no.text(), u"1"_s);
-            QCOMPARE(CustomerTexts(1, u"User_Name User_Kana"_s), name + u'|' + kana);
+            QCOMPARE(r.no.text() + CustomerTexts(1, u"User_Name User_Kana"_s),
+                     u"1"_s + name + u'|' + kana);
             if (!Harness::onServer())
                 return;
             const QString database = QueryValue(u"select current_database()"_s).toString();
@@ -496,11 +389,10 @@ private slots:
     }
 
     // The family: everyone on the same telephone in kana order, marked deleted too. Cancelled,
-    // the register stays; a member chosen (F5, double click), it reopens for him without a
-    // question, one register open. F12 and F3 ask first while a line waits (Enter keeps it).
-    // Nobody listed: no detail key. A customer who is not there (marked deleted, or deleted by
-    // another terminal while shown) is never changed; F5 registers what is typed, the waiting
-    // lines included, as a new customer.
+    // the register stays; a member chosen, it reopens for him without a question, one register
+    // open. F12 and F3 ask first while a line waits (Enter keeps it).
+    // A customer who is not there (marked deleted, or deleted by another terminal while shown)
+    // is never changed; F5 registers what is typed, the waiting lines included, as a new one.
     void theFamilyAndCustomersWhoAreGone() {
         insertHousehold();
         harness.msgs.expect(OpeQes_007, MsgScript::Enter);
@@ -517,30 +409,22 @@ private slots:
             r.press(Qt::Key_F12);
             harness.screens.expect<FrmKazoku>(choose(2));
             r.press(Qt::Key_F3);
-            QVERIFY(s.isVisible() && r.grid.lineCount() == 1);
-            QCOMPARE(r.no.text(), u"1"_s);
+            QVERIFY(s.isVisible() && r.grid.lineCount() == 1 && r.no.text() == u"1"_s);
             r.grid.setActiveCell(1, 1);
             click(r.entry, u"cmdCancel"_s); // the new line removed
             r.name.setText(u"書きかけ"_s);
             harness.screens.expect<FrmKazoku>([](FrmKazoku& f) {
                 QCOMPARE(ColumnTexts(Find<GridView>(f, u"spdData"_s), 1), u"3|1|2"_s);
-                QVERIFY(Find<QPushButton>(f, u"cmdBtn"_s, 1).isEnabled());
                 QTest::keyClick(&f, Qt::Key_Escape);
             });
             r.press(Qt::Key_F3);
-            QCOMPARE(r.focus(), &r.date);
+            QVERIFY(s.isVisible());
             harness.screens.expect<FrmKazoku>(choose(1));
             harness.screens.expect<FrmKokyaku>([&](FrmKokyaku& again) {
                 const Reg a{again};
-                QCOMPARE(a.no.text(), u"3"_s);
-                QCOMPARE(a.nen.text() + a.age.text(), QString());
+                QCOMPARE(a.no.text() + a.nen.text() + a.age.text(), u"3"_s); // no birth year
                 QCOMPARE(openRegisters(), 1);
-                harness.screens.expect<FrmKazoku>([](FrmKazoku& f) {
-                    const auto& grid = Find<GridView>(f, u"spdData"_s);
-                    QWidget* rows = Find<QTableView>(grid, u"view"_s).viewport();
-                    QTest::mouseClick(rows, Qt::LeftButton, {}, RowCentre(grid, 2));
-                    QTest::mouseDClick(rows, Qt::LeftButton, {}, RowCentre(grid, 2));
-                });
+                harness.screens.expect<FrmKazoku>(choose(2));
                 harness.screens.expect<FrmKokyaku>([](FrmKokyaku& third) {
                     QCOMPARE(Reg{third}.no.text() + QString::number(openRegisters()), u"11"_s);
                     third.close(); // no line waits: closed without a question
@@ -552,11 +436,6 @@ private slots:
             QVERIFY(!s.isVisible());
         });
         QCOMPARE(CustomerTexts(1, u"User_Name"_s), u"山田 太郎"_s);
-        FrmKazoku nobody;
-        nobody.setTEL(u"000"_s);
-        harness.screens.expect<FrmKazoku>(
-            [](FrmKazoku& f) { QVERIFY(!Find<QPushButton>(f, u"cmdBtn"_s, 1).isEnabled()); });
-        ShowModal(nobody);
         ExpectBoxes(harness, {OpeErr_008, OpeQes_011, OpeInf_001});
         OpenRegister(harness, 2, [](FrmKokyaku& s) {
             const Reg r{s};

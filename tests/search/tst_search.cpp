@@ -13,7 +13,6 @@
 #include "platform/controls/xDate.h"
 #include "platform/controls/xInput.h"
 #include "platform/controls/xNum.h"
-#include "platform/controls/xZip.h"
 #include "platform/report/Report.h"
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
@@ -82,12 +81,6 @@ struct List {
         grid.gridModel()->setData(grid.gridModel()->index(row - 1, column - 1), value);
     }
 };
-
-// The inquiry's visits and sum, as "2 \47,000".
-QString totals(const FrmIchiranSub& inquiry) {
-    return Find<QLabel>(inquiry, u"lblKaisu"_s).text() + u' ' +
-           Find<QLabel>(inquiry, u"lblKinga"_s).text();
-}
 
 // A row of the conditions' table.
 void add(const char* name, const C& conditions, const Numbers& expected) {
@@ -166,59 +159,42 @@ private slots:
         QTest::addColumn<Numbers>("expected");
         add("everyone by kana, the empty kana first", C{}, {3, 1, 2, 4});
         add("kana", when({C::Kana}, {.kana = u"とう"_s}), {2, 4});
-        add("kana with a quote", when({C::Kana}, {.kana = u"o'k"_s}), {});
         add("empty kana", when({C::Kana}), {3});
         add("either address line", when({C::Jusyo}, {.jusyo1 = u"札幌"_s}), {3, 1, 2});
-        add("empty address", when({C::Jusyo}), {4});
-        add("one postal code", when({C::Yubin}, {.yubin = {none, none, u"060-0001"_s}}), {1});
         add("two postal codes",
             when({C::Yubin}, {.yubin = {u"040-0001"_s, none, none, none, none, u"060-0001"_s}}),
             {1, 2});
         add("no postal code", when({C::Yubin}), {4});
         add("telephone", when({C::Tel}, {.tel = u"011"_s}), {1, 2});
         add("sex", when({C::Sex}, {.sex = 1}), {2, 4});
-        add("birth month", when({C::Birthday}, {.month = 5}), {3, 1});
         add("birthday", when({C::Birthday}, {.month = 5, .day = 4}), {3});
-        // 昭和 30 is 1955, 69 in 2024; 平成 1 is 1989; a Western 1960 is 64; no year never passes.
-        add("age", when({C::Age}, {.ageFrom = 60, .ageTo = 70}), {3, 1});
-        add("any age", when({C::Age}, {.ageFrom = 0, .ageTo = 200}), {3, 1, 2});
+        // 平成 1 is 1989, 35 in 2024; both bounds count.
         add("one age", when({C::Age}, {.ageFrom = 35, .ageTo = 35}), {2});
         add("visit", when({C::Visit}, {.visitFrom = Jan1, .visitTo = Dec31}), {1, 2});
-        add("purpose", when({C::Youto}, {.youto = {none, none, none, none, u"002"_s}}), {1});
-        add("two purposes", when({C::Youto}, {.youto = {u"003"_s, u"001"_s}}), {3, 1, 2});
+        add("two purposes", when({C::Youto}, {.youto = {u"003"_s, none, none, none, u"002"_s}}),
+            {1, 2});
         // The fields left empty find the purchase without an item too.
         add("item", when({C::Item}, {.item = {u"003"_s}}), {3, 1});
         add("maker of frame or lens", when({C::Meka}, {.meka = {none, none, none, u"002"_s}}),
             {3, 1});
-        add("lens maker", when({C::Meka}, {.meka = {u"003"_s}}), {1});
         add("lens name", when({C::HinName}, {.hinName = {none, u"ood"_s}}), {2});
-        add("two names",
-            when({C::HinName}, {.hinName = {u"Ray"_s, none, none, none, none, u"nothing"_s}}), {1});
         // Texts are found ignoring ASCII case; a backslash, % and _ stand for themselves.
-        add("name in other case", when({C::HinName}, {.hinName = {u"ray"_s}}), {1});
-        add("name in capitals", when({C::HinName}, {.hinName = {none, u"RAY-BAN"_s}}), {1});
+        add("name in capitals",
+            when({C::HinName}, {.hinName = {none, none, none, none, none, u"RAY-BAN"_s}}), {1});
         add("a backslash", when({C::Jusyo}, {.jusyo1 = u"a\\b"_s}), {3});
-        add("percent and underscore", when({C::Jusyo}, {.jusyo1 = u"b_1%"_s}), {3});
         add("no wildcard underscore", when({C::Jusyo}, {.jusyo1 = u"A_B"_s}), {});
         add("no wildcard percent", when({C::Jusyo}, {.jusyo1 = u"1%"_s}), {3});
-        add("telephone in other case", when({C::Tel}, {.tel = u"eXT_1\\2%"_s}), {3});
         // 1 has 47000 in all, 35000 in 2024: the bound counts, and only the visits counted.
         add("amount", when({C::Amount}, {.amountFrom = 20000, .amountTo = 47000}), {1});
         const C inYear{
             .sex = 1, .visitFrom = Jan1, .visitTo = Dec31, .amountFrom = 35000, .amountTo = 35000};
         add("amount within the visits", when({C::Amount, C::Visit}, inYear), {1});
         add("and a woman", when({C::Amount, C::Visit, C::Sex}, inYear), {});
-        // The last visit, on the shop with the absentees added. Ages in 2024: 11 is 39, 12 40,
-        // 13 and 15 70, 14 71; 11 to 14 born in April. Last visits: 11, 14 and 15 on 2023/12/31,
-        // 12 on 2024/01/01 (after a visit in 2023), 13 never. Both bounds count.
+        // The last visit, with the absentees added: 11, 14 and 15 on 2023/12/31, 12 on 2024/01/01
+        // (after a visit in 2023), 13 never. Both bounds count.
         const QDate Eve(2023, 12, 31); // the eve of 2024
         add("not seen since 2024, never bought too", when({C::LastVisit}, {.lastVisitTo = Eve}),
             {3, 4, 11, 13, 14, 15});
-        add("and aged 40 to 70",
-            when({C::LastVisit, C::Age}, {.ageFrom = 40, .ageTo = 70, .lastVisitTo = Eve}),
-            {3, 13, 15});
-        add("born in April", when({C::LastVisit, C::Birthday}, {.month = 4, .lastVisitTo = Eve}),
-            {11, 13, 14});
         add("and bought in 2023",
             when({C::LastVisit, C::Visit},
                  {.visitFrom = QDate(2023, 1, 1), .visitTo = Eve, .lastVisitTo = Eve}),
@@ -229,18 +205,17 @@ private slots:
     void theCustomersFound() {
         QFETCH(C, conditions);
         QFETCH(Numbers, expected);
-        // Customers not seen for a while, on a shop added to the seeded one: no, kana, year in
-        // 昭和, month of birth, purchase dates.
-        const std::tuple<qint64, QString, int, int, QList<int>> absentees[] = {
-            {11, u"かとう"_s, 60, 4, {20231231}},
-            {12, u"きむら"_s, 59, 4, {20230601, 20240101}},
-            {13, u"くどう"_s, 29, 4, {}},
-            {14, u"けんざき"_s, 28, 4, {20231231}},
-            {15, u"こばやし"_s, 29, 6, {20231231}}};
-        for (const auto& [no, kana, year, month, visits] : absentees) {
+        // Customers not seen for a while: no, kana, purchase dates.
+        const std::tuple<qint64, QString, QList<int>> absentees[] = {
+            {11, u"かとう"_s, {20231231}},
+            {12, u"きむら"_s, {20230601, 20240101}},
+            {13, u"くどう"_s, {}},
+            {14, u"けんざき"_s, {20231231}},
+            {15, u"こばやし"_s, {20231231}}};
+        for (const auto& [no, kana, visits] : absentees) {
             if (!conditions.on[C::LastVisit])
                 break; // the seeded shop alone
-            InsertCustomer({.no = no, .kana = kana, .tanjoGo = 1, .nen = year, .mon = month});
+            InsertCustomer({.no = no, .kana = kana});
             for (int seq = 1; seq <= visits.size(); ++seq)
                 InsertPurchase({.user = no, .seq = seq, .ymd = visits[seq - 1]});
         }
@@ -249,32 +224,24 @@ private slots:
         QCOMPARE(found, expected);
     }
 
-    // The quick search takes the typed text as it is, ignoring ASCII case only (an underscore,
-    // a backslash and % stand for themselves), one Like a filled field, blanks as typed. The
-    // inquiry's maker condition keeps the terms of the empty choices: a purchase without a lens
-    // maker is shown whatever maker is asked for; the list does not count it.
+    // The quick search: both fields at once, a quote as typed, blanks as typed. The inquiry's
+    // maker condition keeps the terms of the empty choices: a purchase without a lens maker is
+    // shown whatever maker is asked for; the list does not count it.
     void theStatementsAndRulesOfTheSearchAndTheList() {
-        const std::pair<QString, Numbers> typed[] = {
-            {u"ext"_s, {3}}, {u"EXT_1"_s, {3}}, {u"Ex_"_s, {}}, {u"1\\2"_s, {3}}, {u"0%"_s, {}}};
-        for (const auto& [tel, expected] : typed) {
+        const std::tuple<QString, QString, Numbers> typed[] = {
+            {u"とう"_s, u"0'1"_s, {}}, {u"とう"_s, u"011"_s, {2}}, {u"とう "_s, none, {}}};
+        for (const auto& [kana, tel, expected] : typed) {
             Numbers found;
-            for (const Customer& c : CustomerStore::QuickSearch(none, tel))
+            for (const Customer& c : CustomerStore::QuickSearch(kana, tel))
                 found << c.no;
             QCOMPARE(found, expected);
         }
-        const QString select = u"select * from San_User"_s, order = u" Order By User_Kana"_s;
-        QCOMPARE(CustomerStore::QuickSearchSql({}, u"011"_s),
-                 select + u" where User_Tel Like '%011%'"_s + order);
-        QCOMPARE(CustomerStore::QuickSearchSql(u" き "_s, u"1'1"_s),
-                 select + u" where User_Kana Like '% き %' and User_Tel Like '%1''1%'"_s + order);
-        QCOMPARE(CustomerStore::QuickSearchSql(u"  "_s, u" "_s), select + order);
         const C maker = when({C::Meka}, {.meka = {u"001"_s}});
         QCOMPARE(QueryCount(InquiryQuery(maker, 3)), 1);
         QCOMPARE(QueryCount(PurchaseCustomersQuery(maker)), 1);
-        // The marks a search gives and a family change leaves, F3 twice giving a row back the
-        // state it had (a pending change too), and a correction writing only what changed.
+        // The marks a search gives and a family change leaves; F3 twice giving a row back the
+        // state it had (a pending change too).
         const QString address = u"札幌市"_s;
-        QCOMPARE(byFamily([&](int k) { return MarkedOnSearch(address, k, 2, true); }), u"1010"_s);
         QCOMPARE(byFamily([&](int k) { return MarkedOnSearch(address, k, 1, false); }), u"1010"_s);
         QCOMPARE(byFamily([&](int k) { return MarkedOnSearch(address, k, 1, true); }), u"1110"_s);
         QCOMPARE(byFamily([](int k) { return MarkedOnSearch(u" "_s, k, 1, true); }), u"0000"_s);
@@ -288,18 +255,6 @@ private slots:
             ToggleRowDeletion(row);
             QCOMPARE(row.state, before);
         }
-        ListRow row;
-        row.read = {7, u"青木"_s, u"あおき"_s, {}, u"札幌市"_s, {}, {}, 0};
-        row.now = row.read;
-        row.now.name = u" O'Neil "_s, row.now.jusyo1 = u"函館市"_s, row.now.kazok = 3;
-        // Another terminal's new telephone is kept; its new address meets this one.
-        ListedCustomer stored = row.read;
-        stored.tel = u"011"_s, stored.jusyo1 = u"小樽市"_s;
-        const GuardedWrite write = CustomerStore::PlanListedUpdate(row, stored);
-        QCOMPARE(write.collisions, QStringList{u"住所１"_s});
-        QCOMPARE(CustomerStore::ListedUpdateSql(7, write.assignments, QDate(2026, 11, 22)),
-                 u"update San_user set user_Name = 'O''Neil',user_Jusyo1 = '函館市',user_kazok_f = "
-                 u"3,user_entry2 = '2026/11/22' where user_No = 7"_s);
     }
 
     // One road through the list: a family search started with Enter, a search finding nobody,
@@ -318,8 +273,6 @@ private slots:
         ExpectBoxes(harness, {OpeErr_015, OpeQes_001, OpeQes_001, OpeErr_012});
         openList([this](List& l) {
             ListGrid& grid = l.grid;
-            QVERIFY(!l.enabled(1));
-            l.press(Qt::Key_F2);
             search(l, [](FrmTotalKensaku& c) {
                 auto& tel = Find<xInput>(c, u"txtTel"_s);
                 tick(c, C::Tel);
@@ -329,35 +282,20 @@ private slots:
                 QTest::keyClick(&tel, Qt::Key_Return); // Enter starts the search
                 QVERIFY(!c.isVisible());
             });
-            QCOMPARE(l.s.shownSearch().result, 1);
             QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"●|●"_s);
-            search(l, [](FrmTotalKensaku& c) {
-                auto& tel = Find<xInput>(c, u"txtTel"_s);
-                QCOMPARE(c.focusWidget(), &tel); // opened again where Enter was pressed
-                tel.setText(u"099"_s);
-            });
+            search(l, [](FrmTotalKensaku& c) { Find<xInput>(c, u"txtTel"_s).setText(u"099"_s); });
             QCOMPARE(QString::number(grid.maxRows()) + u' ' + l.count.text(), u"0 0"_s);
             QVERIFY(!l.enabled(1) && !l.enabled(2));
             l.press(Qt::Key_F2);
             // Unticking the last condition drops the family mode: a search of everyone.
-            search(l, [](FrmTotalKensaku& c) {
-                tick(c, C::Tel);
-                QVERIFY(Find<QGroupBox>(c, u"FraAll"_s).isVisible());
-                QVERIFY(!Find<QCheckBox>(c, u"chkJoken"_s, 14).isChecked());
-            });
+            search(l, [](FrmTotalKensaku& c) { tick(c, C::Tel); });
             QVERIFY(l.s.shownSearch().result == 2 && !GlbKazokTaisyou);
             QCOMPARE(ColumnTexts(grid, ListGrid::No), u"3|1|2|4"_s);
             // All customers: representatives and individuals with an address are marked.
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark), u"|●||"_s);
-            QCOMPARE(ColumnTexts(grid, ListGrid::Kazok), u"DM不要|代表|家族|個人"_s);
-            QCOMPARE(ColumnTexts(grid, ListGrid::Total), u"50,000|47,000|50,000|0"_s);
-            QCOMPARE(ColumnTexts(grid, ListGrid::LastVisit),
-                     u"2022/01/01|2024/01/10|2024/03/01|"_s);
-            QCOMPARE(l.count.text() + u' ' + l.marked.text(), u"4 1"_s);
-            QVERIFY(l.enabled(4));
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + l.count.text() + l.marked.text(),
+                     u"|●||41"_s);
             // Equal addresses keep their order; equal sales go by kana.
             const std::pair<Qt::Key, QString> orders[] = {{Qt::Key_F10, u"4|2|3|1"_s},
-                                                          {Qt::Key_F12, u"2|1|3|4"_s},
                                                           {Qt::Key_F11, u"3|2|1|4"_s},
                                                           {Qt::Key_F9, u"3|1|2|4"_s}};
             for (const auto& [key, order] : orders) {
@@ -366,26 +304,19 @@ private slots:
                 for (int i = 0; key == Qt::Key_F11 && i < 3; ++i)
                     l.press(Qt::Key_F2); // written, refused, cancelled
             }
-            // A click on a mark toggles it; a block dragged toggles its rows once, repainted and
-            // counted once; a click inside it is a click, a click on a row heading nothing.
+            // A block dragged toggles its rows once; a click inside it toggles its own mark.
             QWidget* area = l.view.viewport();
-            QTest::mouseClick(area, Qt::LeftButton, {}, l.at(4, ListGrid::Mark));
-            QSignalSpy repaints(grid.gridModel(), &QAbstractItemModel::dataChanged);
             QTest::mousePress(area, Qt::LeftButton, {}, l.at(1, ListGrid::Mark));
             QTest::mouseMove(area, l.at(2, ListGrid::Name));
             QTest::mouseRelease(area, Qt::LeftButton, {}, l.at(2, ListGrid::Name));
-            QCOMPARE(repaints.count(), 1);
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + l.marked.text(), u"●|||● 2"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + l.marked.text(), u"●||| 1"_s);
             QTest::mouseClick(area, Qt::LeftButton, {}, l.at(1, ListGrid::Mark));
-            QHeaderView* headings = l.view.verticalHeader();
-            QTest::mouseClick(headings->viewport(), Qt::LeftButton, {},
-                              QPoint(5, headings->sectionViewportPosition(2) + 5));
-            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + l.marked.text(), u"|||● 1"_s);
-            // Row 2 corrected in place; as an individual now it is marked again.
-            l.edit(2, ListGrid::Name, u"青木 改"_s);
+            QCOMPARE(ColumnTexts(grid, ListGrid::Mark) + u' ' + l.marked.text(), u"||| 0"_s);
+            // Row 2 corrected in place (trimmed); as an individual now it is marked again.
+            l.edit(2, ListGrid::Name, u" O'Neil "_s);
             QCOMPARE(grid.rowColor(2), ListGrid::Yellow);
             l.edit(2, ListGrid::Kazok, u"2"_s);
-            QCOMPARE(l.marked.text(), u"2"_s);
+            QCOMPARE(l.marked.text(), u"1"_s);
             l.press(Qt::Key_F9); // sorting waits until the edit is saved
             for (int row : {3, 4}) {
                 grid.setActiveCell(row, 1);
@@ -409,10 +340,8 @@ private slots:
                  "1,1,青木,あおき,060-0001,札幌市中央区,1-2-3,011-111,代表,47000,2024/01/10,"
                  "昭和30年5月3日,71\r\n"
                  "4,0,江藤,えとう,,,,0138-44,個人,0,,,\r\n"_ba);
-        QCOMPARE(QDir(harness.path(u"Export"_s)).entryList(QDir::Files),
-                 QStringList{u"顧客一覧_20261122_1015.csv"_s});
         QCOMPARE(CustomerTexts(1, u"User_Name User_Kazok_F User_Entry2"_s),
-                 u"青木 改|2|2026/11/22"_s);
+                 u"O'Neil|2|2026/11/22"_s);
         QCOMPARE(QueryCount(u"select * from San_User"_s), 2);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 2"_s), 0);
         QCOMPARE(QueryCount(u"select * from San_Uriage where Uri_UserNo = 1"_s), 3);
@@ -421,63 +350,45 @@ private slots:
     // Conditions edited and then cancelled change nothing: printing and the inquiry work from
     // the search the list shows. Then the conditions cleared for a search by the last visit.
     void cancelledConditionsLeaveTheShownSearch() {
+        InsertPurchase({.user = 1, .seq = 4, .ymd = 20250230, .total = 1000});
         ExpectBoxes(harness, {OpeInf_008, OpeErr_001, OpeErr_003, OpeErr_003, OpeQes_009});
         harness.msgs.expectBoxStartingWith(u"ＰＤＦファイルに出力しました。"_s, u"印刷選択"_s);
         ExpectBoxes(harness, {OpeErr_003, OpeInf_008});
         openList([this](List& l) {
             search(l); // everyone
-            // The close box is キャンセル: the conditions left there are neither checked nor run.
-            harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
-                tick(c, C::Amount);
-                Find<xNum>(c, u"txtKinga"_s, 0).setValue(9);
-                c.close();
-            });
-            l.press(Qt::Key_F6);
-            QCOMPARE(l.grid.maxRows(), 4);
             harness.screens.expect<FrmTotalKensaku>([](FrmTotalKensaku& c) {
                 const auto age = fromTo<xNum>(c, u"txtToshi"_s);
                 const auto visit = fromTo<xDate>(c, u"txtRaiten"_s);
-                tick(c, C::Amount);
                 tick(c, C::Youto);
-                QVERIFY(!Find<QGroupBox>(c, u"FraAll"_s).isVisible());
                 QTest::keyClick(&Find<QCheckBox>(c, u"chkJoken"_s, C::Youto), Qt::Key_Return);
                 QCOMPARE(c.focusWidget(), &Find<QComboBox>(c, u"cboYoto"_s, 0)); // none chosen
                 tick(c, C::Youto);
                 tick(c, C::Age);
-                QCOMPARE(c.focusWidget(), age[0]);
                 QTest::keyClicks(age[0], u"30"_s);
                 age[1]->setFocus(); // the to-age takes the from-age
                 QCOMPARE(age[1]->Value(), 30.0);
                 age[1]->setValue(20);
                 QTest::keyClick(age[1], Qt::Key_Enter);
                 QCOMPARE(c.focusWidget(), age[0]);
-                // Switching a condition off and on again resets it: dates to today.
-                tick(c, C::Visit);
-                visit[0]->setDate(QDate(2020, 1, 1));
-                tick(c, C::Visit);
-                tick(c, C::Visit);
-                QCOMPARE(visit[0]->date(), QDate(2026, 11, 22));
                 // A visit date that is none is refused, the focus on it.
+                tick(c, C::Visit);
                 age[1]->setValue(40);
                 Retype(visit[1], u"20240230"_s);
                 click(Find<QPushButton>(c, u"cmdKensaku"_s));
                 QVERIFY(c.isVisible() && c.focusWidget() == visit[1]);
                 visit[1]->setDate(QDate(2026, 11, 22));
-                tick(c, C::Amount);
-                const auto amount = fromTo<xNum>(c, u"txtKinga"_s);
-                amount[0]->setValue(1);
-                amount[1]->setValue(2);
-                click(Find<QPushButton>(c, u"cmdCancel"_s));
+                c.close(); // the close box is キャンセル: neither checked nor run
             });
             l.press(Qt::Key_F6);
             QCOMPARE(l.grid.maxRows(), 4);
-            // Every purchase of 1, newest first; two on one day are one visit.
+            // Every purchase of 1, newest first, a stored date that is no calendar date as stored;
+            // two on one day are one visit.
             harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
-                const GridView& grid = Find<GridView>(inquiry, u"spdData"_s);
-                QCOMPARE(ColumnTexts(grid, 1), u"2024/01/10|2024/01/10|2023/05/05"_s);
-                QCOMPARE(ColumnTexts(grid, 2), u"001:メガネ|:|001:メガネ"_s);
-                QCOMPARE(ColumnTexts(grid, 4), u"001:HOYA||001:HOYA"_s);
-                QCOMPARE(totals(inquiry), u"2 \\47,000"_s);
+                QCOMPARE(ColumnTexts(Find<GridView>(inquiry, u"spdData"_s), 1),
+                         u"2025/02/30|2024/01/10|2024/01/10|2023/05/05"_s);
+                QCOMPARE(Find<QLabel>(inquiry, u"lblKaisu"_s).text() + u' ' +
+                             Find<QLabel>(inquiry, u"lblKinga"_s).text(),
+                         u"3 \\48,000"_s);
             });
             l.grid.setActiveCell(2, 1);
             l.press(Qt::Key_F8);
@@ -504,72 +415,39 @@ private slots:
         // The head of the household in a list of everyone is written to as the family.
         QCOMPARE(ReportJobs().size(), 1);
         QCOMPARE(ReportJobs()[0].pages[0].value(u"Sama"_s), u"御家族様"_s);
-        // Out of the amount range the inquiry lists nothing at all.
-        FrmIchiranSub inquiry;
-        inquiry.setUser(1);
-        inquiry.setConditions(when({C::Amount}, {.amountFrom = 50000, .amountTo = 60000}));
-        harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& s) {
-            QCOMPARE(Find<GridView>(s, u"spdData"_s).rowCount(), 0);
-            QCOMPARE(totals(s), u"0 \\0"_s);
-        });
-        ShowModal(inquiry);
     }
 
     // The list's cells take the register fields' rules: a postal code read as one (full-width
     // digits too) or refused with a box, a long stored name shown whole in its editor and not
-    // lengthened. The CSV keeps formula-like texts as text. The inquiry shows a stored date that
-    // is no calendar date as stored, counts it as a visit, and shows every column.
+    // lengthened. The CSV keeps formula-like texts as text.
     void theListsCellsTakeTheRegistersRules() {
-        const std::pair<QString, std::optional<QString>> codes[] = {
-            {u"１５００００１"_s, u"150-0001"_s}, {u"150-0001"_s, u"150-0001"_s},
-            {u" 150ー0001 "_s, u"150-0001"_s},    {QString(), QString()},
-            {u"15-00001"_s, std::nullopt},        {u"abc"_s, std::nullopt}};
-        for (const auto& [typed, stored] : codes)
-            QCOMPARE(PostalCodeOf(typed), stored);
+        QCOMPARE(PostalCodeOf(u" "_s), QString()); // no code, not a refused one
         for (const auto& [cell, written] : {std::pair{u"=1+1 渡辺"_s, u"'=1+1 渡辺"_s},
-                                            {u"+81"_s, u"'+81"_s},
-                                            {u"@x"_s, u"'@x"_s},
                                             {u"山田 -1"_s, u"山田 -1"_s},
                                             {QString(), QString()}})
             QCOMPARE(SpreadsheetText(cell), written);
         const QString long42(42, u'長');
         gCon.execute(u"update San_User set User_Name = '%1' where User_No = 2"_s.arg(long42));
-        InsertPurchase({.user = 4, .seq = 1, .ymd = 20250230, .total = 1000});
         ExpectBoxes(harness, {OpeInf_008});
         harness.msgs.expectBox(ListGrid::PostalCodeRefused, u"顧客一覧照会"_s);
         ExpectBoxes(harness, {OpeQes_001, OpeQes_011, OpeInf_001, OpeInf_007, OpeQes_002,
                               OpeInf_002, OpeInf_007, OpeQes_001});
         openList([&](List& l) {
-            search(l);
-            const auto rowOf = [&l](qint64 no) {
-                for (int row = 1; row <= l.grid.maxRows(); ++row)
-                    if (l.grid.row(row).now.no == no)
-                        return row;
-                return 0;
-            };
-            l.edit(rowOf(1), ListGrid::Yubin, u"１５００００１"_s);
-            l.edit(rowOf(4), ListGrid::Yubin, u"abc"_s);
-            QCOMPARE(l.grid.row(rowOf(4)).now.yubin, QString());
-            l.view.edit(l.grid.gridModel()->index(rowOf(2) - 1, ListGrid::Name - 1));
+            search(l); // rows: 3, 1, 2, 4
+            l.edit(2, ListGrid::Yubin, u" １５０ー０００１ "_s);
+            l.edit(4, ListGrid::Yubin, u"abc"_s);
+            QCOMPARE(l.grid.row(4).now.yubin, QString());
+            l.view.edit(l.grid.gridModel()->index(3 - 1, ListGrid::Name - 1));
             auto* editor = l.view.findChild<xInput*>();
             QVERIFY(editor);
-            QCOMPARE(editor->text() + u' ' + QString::number(editor->maxLength()),
-                     long42 + u" 30"_s);
+            QCOMPARE(editor->text(), long42);
             editor->setFocus();
             QTest::keyClick(editor, Qt::Key_End);
             QTest::keyClicks(editor, u"x"_s);
             QCOMPARE(editor->text(), long42);
             QTest::keyClick(editor, Qt::Key_Escape);
             l.press(Qt::Key_F5);
-            harness.screens.expect<FrmIchiranSub>([](FrmIchiranSub& inquiry) {
-                QCOMPARE(ColumnTexts(Find<GridView>(inquiry, u"spdData"_s), 1), u"2025/02/30"_s);
-                QCOMPARE(totals(inquiry), u"1 \\1,000"_s);
-                QCOMPARE(Find<QTableView>(inquiry, u"view"_s).horizontalScrollBar()->maximum(), 0);
-            });
-            l.grid.setActiveCell(rowOf(4), 1);
-            l.press(Qt::Key_F8);
-            QCOMPARE(CustomerTexts(1, u"User_Yubin"_s) + CustomerTexts(2, u"User_Name"_s),
-                     u"150-0001"_s + long42);
+            QCOMPARE(CustomerTexts(2, u"User_Name"_s), long42);
             // A customer renamed in the register comes back read again: a later correction in
             // the list writes only what was changed there and never puts the old name back. A
             // customer deleted in the register leaves the list.
@@ -598,31 +476,26 @@ private slots:
     // The quick search from the menu through its three outcomes (no hit, one, several), the
     // buttons and what the screen looks like after the register closes.
     void theQuickSearchFromTheMenu() {
-        ExpectBoxes(harness, {OpeErr_001, OpeErr_002});
+        ExpectBoxes(harness, {OpeErr_001});
         FrmMenu menu;
         harness.screens.expect<FrmKensaku>([this](FrmKensaku& s) {
             auto& kana = Find<xInput>(s, u"txtKana"_s);
             auto& tel = Find<xInput>(s, u"txtTel"_s);
-            auto& find = Find<QPushButton>(s, u"cmdKensak"_s);
             auto& open = Find<QPushButton>(s, u"cmdBtn"_s, 1);
             GridView& grid = Find<GridView>(s, u"spdData"_s);
             QTableView& view = Find<QTableView>(grid, u"view"_s);
-            QCOMPARE(s.windowTitle(), u"顧客検索"_s);
             kana.setFocus();
-            click(find); // nothing typed
+            QTest::keyClick(&s, Qt::Key_F12); // nothing typed
             QVERIFY(s.focusWidget() == &tel && !open.isEnabled());
-            open.setEnabled(true);
-            QTest::keyClick(&s, Qt::Key_F5); // nothing listed to open
             // No hit: a new customer with the typed telephone; the screen stays as it was.
             expectRegister(0, u"090-9"_s);
             tel.setText(u" 090-9 "_s);
             QTest::keyClick(&s, Qt::Key_F12);
-            QVERIFY(!open.isEnabled() && s.focusWidget() == &tel);
-            QCOMPARE(tel.text(), u" 090-9 "_s);
+            QVERIFY(!open.isEnabled() && tel.text() == u" 090-9 "_s);
             // One hit opens that customer at once and stays listed.
             expectRegister(2, u"011-222"_s);
             tel.setText(u"222"_s);
-            click(find);
+            QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(ColumnTexts(grid, 1) + u' ' + grid.cellText(1, 4), u"2 函館市札幌通"_s);
             // Several are listed for the user to choose.
             tel.clear();
@@ -639,16 +512,10 @@ private slots:
             grid.setActiveCell(1, 3);
             QTest::keyClick(&s, Qt::Key_F5);
             QVERIFY(grid.rowCount() == 0 && kana.text().isEmpty() && s.focusWidget() == &tel);
-            // Blanks count as typed: no condition, every customer listed by kana.
+            // Blanks alone are no condition: every customer listed by kana.
             kana.setText(u" "_s);
             QTest::keyClick(&s, Qt::Key_F12);
             QCOMPARE(ColumnTexts(grid, 1), u"3|1|2|4"_s);
-            expectRegister(0, u"099"_s);
-            tel.setText(u"099 "_s);
-            QTest::keyClick(&s, Qt::Key_F1);
-            QVERIFY(grid.rowCount() == 0 && tel.text().isEmpty());
-            QTest::keyClick(&s, Qt::Key_Escape);
-            QVERIFY(!s.isVisible());
         });
         menu.cmdMenu_Click(0);
     }
