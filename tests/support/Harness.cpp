@@ -3,9 +3,9 @@
 #include "data/Schema.h"
 #include "data/ShopDatabase.h"
 #include "frame/Globals.h"
+#include "platform/AppFolder.h"
 #include "platform/Failure.h"
 #include "platform/report/Report.h"
-#include "platform/AppFolder.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
 
