@@ -136,6 +136,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/PrintMarks.cpp
     src/domain/Purchase.cpp
     src/domain/PurchaseLine.cpp
+    src/domain/Receipt.cpp
     src/domain/SearchConditions.cpp
     src/domain/Age.h
     src/domain/Customer.h
@@ -148,6 +149,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/PrintMarks.h
     src/domain/Purchase.h
     src/domain/PurchaseLine.h
+    src/domain/Receipt.h
     src/domain/SearchConditions.h
     src/domain/Ymd.h
 )

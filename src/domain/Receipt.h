@@ -1,0 +1,58 @@
+#pragma once
+
+#include "domain/Order.h"
+
+#include <QDate>
+#include <QString>
+#include <vector>
+
+// The money rules of a receipt. Amounts are whole yen, tax-included, as the shop prices.
+
+// How the tax included in an amount is rounded to whole yen.
+enum class TaxRounding { Down = 0, HalfUp = 1, Up = 2 }; // 切り捨て, 四捨五入, 切り上げ
+
+// A consumption tax rate, in percent, from the day it applies.
+struct TaxRate {
+    QDate from;
+    int percent = 10;
+    bool operator==(const TaxRate&) const = default;
+};
+
+// The rate that applies on the day: the latest one that applies from that day or before; 0 when
+// none does.
+int TaxPercentOn(const std::vector<TaxRate>& rates, const QDate& day);
+
+// The tax included in a tax-included amount at a rate: amount × rate / (100 + rate), rounded to
+// whole yen; a negative amount (a refund) is rounded as its positive counterpart.
+qint64 IncludedTax(qint64 taxIncluded, int percent, TaxRounding rounding);
+
+// One line of a receipt (フレーム, レンズ, その他 ...), at the rate of its day.
+struct ReceiptLine {
+    QString caption;
+    qint64 amount = 0;
+    int percent = 10;
+    bool operator==(const ReceiptLine&) const = default;
+};
+
+// Per rate, in falling order of the rate: the total of the lines and the tax it includes,
+// computed once on that total, never summed from the lines.
+struct RateTotal {
+    int percent = 0;
+    qint64 total = 0, tax = 0;
+    bool operator==(const RateTotal&) const = default;
+};
+std::vector<RateTotal> TaxPerRate(const std::vector<ReceiptLine>& lines, TaxRounding rounding);
+
+// Whether a receipt needs a revenue stamp (収入印紙): money received in cash or by bank transfer
+// (a credit card payment is no receipt of money), whose amount, without the consumption tax the
+// receipt states separately, is 50,000 yen or more.
+bool NeedsRevenueStamp(qint64 received, qint64 statedTax, PaymentMethod method);
+
+// An invoice registration number (適格請求書発行事業者の登録番号): "T" and 13 digits. A
+// corporation's 13 digits are its corporate number, whose first digit checks the other twelve;
+// an individual's have no check digit, so a number that fails the check may still be one.
+enum class RegistrationCheck { Valid, NotTAnd13Digits, CheckDigitDiffers };
+RegistrationCheck CheckRegistrationNumber(const QString& number);
+// The number as written on a receipt: full-width letters and digits typed become half-width,
+// blanks and hyphens go; "t" becomes "T".
+QString RegistrationNumberOf(const QString& typed);
