@@ -57,7 +57,9 @@ QStringList ShopTables() {
 }
 
 QStringList AddedTables() {
-    return QStringList{QStringLiteral("San_Saiban"), ShopStore::Table()} + OrderStore::Tables();
+    return QStringList{QStringLiteral("San_Saiban"), ShopStore::Table(),
+                       QStringLiteral("San_TaxRate")} +
+           OrderStore::Tables();
 }
 
 bool HasShopSchema(Connection& connection) {
@@ -87,7 +89,7 @@ CopyDatabase(Connection& from, Connection& to,
     QStringList tables = ShopTables();
     to.execute(Numbering::TableStatement());
     to.execute(ShopStore::TableStatement());
-    for (const QString& statement : OrderStore::TableStatements())
+    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements())
         to.execute(statement);
     for (const QString& table : AddedTables())
         if (holdsTable(from, table))

@@ -129,7 +129,7 @@ QStringList SchemaStatements() {
                QStringLiteral("insert into San_Saiban values(0,0)"),
                ShopStore::TableStatement(),
            } +
-           OrderStore::TableStatements();
+           ShopStore::TaxRateStatements() + OrderStore::TableStatements();
 }
 
 QString SettingsTableStatement() {
@@ -142,7 +142,7 @@ void UpgradeSchema(Connection& connection) {
     connection.execute(SettingsTableStatement());
     Numbering::Upgrade(connection);
     connection.execute(ShopStore::TableStatement());
-    for (const QString& statement : OrderStore::TableStatements())
+    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements())
         connection.execute(statement);
 }
 

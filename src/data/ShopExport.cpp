@@ -111,6 +111,7 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
     CsvFile statuses(into.filePath(OrderStatusesCsv));
     CsvFile payments(into.filePath(PaymentsCsv));
     CsvFile shop(into.filePath(ShopCsv));
+    CsvFile taxRates(into.filePath(TaxRatesCsv));
     // A table with all its columns, in the order of its key's columns.
     const auto whole = [&](CsvFile& file, const QString& table, const QString& key) {
         RecordSet columns = connection.execute(QStringLiteral("select * from ") + table +
@@ -129,9 +130,10 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
     exported.orderStatuses = whole(statuses, tables[1], purchaseKey);
     exported.payments = whole(payments, tables[2], purchaseKey);
     exported.shop = whole(shop, ShopStore::Table(), QStringLiteral("1"));
+    exported.taxRates = whole(taxRates, QStringLiteral("San_TaxRate"), QStringLiteral("1"));
     // All are on the disk before any takes its name.
-    const std::initializer_list<CsvFile*> files{&customers, &purchases, &orders,
-                                                &statuses,  &payments,  &shop};
+    const std::initializer_list<CsvFile*> files{&customers, &purchases, &orders,  &statuses,
+                                                &payments,  &shop,      &taxRates};
     for (CsvFile* file : files)
         file->flush();
     for (CsvFile* file : files)

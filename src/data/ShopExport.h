@@ -13,12 +13,14 @@ inline const QString OrderStatusesCsv = QStringLiteral("order-statuses.csv");
 inline const QString PaymentsCsv = QStringLiteral("payments.csv");
 // The shop's own details, one key a line.
 inline const QString ShopCsv = QStringLiteral("shop.csv");
+// The consumption tax rates with the days they apply from.
+inline const QString TaxRatesCsv = QStringLiteral("tax-rates.csv");
 
 struct ExportedRows {
     qint64 customers = 0;
     qint64 purchases = 0;
     qint64 orders = 0, orderStatuses = 0, payments = 0;
-    qint64 shop = 0;
+    qint64 shop = 0, taxRates = 0;
 };
 
 // Writes every customer (by number) and every purchase (by customer and sequence) with all

@@ -1,6 +1,7 @@
 #include "data/ShopStore.h"
 
 #include "data/GuardedWrite.h"
+#include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "platform/FieldValues.h"
 #include "platform/db/SqlText.h"
@@ -12,16 +13,29 @@ namespace {
 
 const QString Record = QStringLiteral("店舗設定");
 
-// One detail: its key in the table, its caption on screen, where it is held.
+// One detail: its key in the table, its caption on screen, how its stored text is read into
+// the details and the literal a save writes for it.
 struct Detail {
     const char* key;
     const char* caption;
-    QString ShopDetails::*member;
+    void (*read)(ShopDetails&, const QString&);
     QString (*literal)(const ShopDetails&);
 };
 
 template <QString ShopDetails::*member> Detail detail(const char* key, const char* caption) {
-    return {key, caption, member, &TrimmedText<ShopDetails, member>};
+    return {key, caption, [](ShopDetails& d, const QString& text) { d.*member = text; },
+            &TrimmedText<ShopDetails, member>};
+}
+
+QString roundingLiteral(const ShopDetails& d) {
+    return SqlStr(QString::number(int(d.rounding)));
+}
+
+void readRounding(ShopDetails& d, const QString& text) {
+    const int code = text.toInt();
+    d.rounding = code == int(TaxRounding::HalfUp) || code == int(TaxRounding::Up)
+                     ? TaxRounding(code)
+                     : TaxRounding::Down;
 }
 
 const std::vector<Detail>& details() {
@@ -29,6 +43,8 @@ const std::vector<Detail>& details() {
         detail<&ShopDetails::name>("Name", "店名"),
         detail<&ShopDetails::address>("Address", "住所"),
         detail<&ShopDetails::tel>("Tel", "電話番号"),
+        detail<&ShopDetails::invoiceNo>("InvoiceNo", "登録番号"),
+        {"TaxRounding", "端数処理", &readRounding, &roundingLiteral},
     };
     return all;
 }
@@ -44,7 +60,7 @@ ShopDetails readDetails(const QString& lock) {
          !rows.eof(); rows.moveNext())
         for (const Detail& d : details())
             if (rows.field(0).toString() == keyOf(d))
-                read.*d.member = CmnNvl(rows.field(1), QString()).toString();
+                d.read(read, CmnNvl(rows.field(1), QString()).toString());
     return read;
 }
 
@@ -74,6 +90,22 @@ QString TableStatement() {
 
 QString Table() {
     return QStringLiteral("San_Shop");
+}
+
+QStringList TaxRateStatements() {
+    return {QStringLiteral("CREATE TABLE IF NOT EXISTS San_TaxRate (Tax_From INTEGER NOT NULL "
+                           "PRIMARY KEY, Tax_Percent INTEGER NOT NULL)"),
+            QStringLiteral("insert into San_TaxRate select 20191001, 10 where not exists (select "
+                           "1 from San_TaxRate)")};
+}
+
+std::vector<TaxRate> TaxRates() {
+    std::vector<TaxRate> rates;
+    for (RecordSet rows = gCon.execute(
+             QStringLiteral("select Tax_From, Tax_Percent from San_TaxRate order by Tax_From"));
+         !rows.eof(); rows.moveNext())
+        rates.push_back({DateOfYmd(rows.field(0).toLongLong()), rows.field(1).toInt()});
+    return rates;
 }
 
 ShopDetails Read() {

@@ -1,12 +1,20 @@
 #pragma once
 
+#include "domain/Receipt.h"
+
 #include <QString>
+#include <QStringList>
+#include <vector>
 
 // The shop's own details, printed on what the customer takes home. They belong to the shop and
 // travel with its copy (a printer's offset in San_Setting belongs to one machine). More may
 // follow: each is one key of San_Shop.
 struct ShopDetails {
     QString name, address, tel;
+    // The invoice registration number ("T" and 13 digits); empty for a shop not registered.
+    QString invoiceNo;
+    // How a receipt's tax is rounded to whole yen.
+    TaxRounding rounding = TaxRounding::Down;
     bool operator==(const ShopDetails&) const = default;
 };
 
@@ -19,6 +27,11 @@ QString Table();
 
 // The details as stored; empty text for one never set.
 ShopDetails Read();
+// The consumption tax rates with the days they apply from (San_TaxRate); a new database, or
+// one made before the rates were kept, starts with 10% from 2019/10/01.
+QStringList TaxRateStatements();
+std::vector<TaxRate> TaxRates();
+
 // Writes, in a transaction of its own, what was changed on screen from what it showed
 // (`shown`). A detail another terminal changed meanwhile to something else fails the save with
 // RowChanged, naming it; nothing is written then.

@@ -8,10 +8,12 @@
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
+#include "platform/ui/MsgBox.h"
 #include "platform/ui/Named.h"
 #include "platform/ui/WaitCursor.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -30,6 +32,14 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
     // An address of two lines on the slip: building and floor included.
     txtShopAddress = Named(new xField(this, 80), QStringLiteral("txtShopAddress"));
     txtShopTel = Named(new xField(this, 20), QStringLiteral("txtShopTel"));
+    txtInvoiceNo = Named(new xField(this, 20), QStringLiteral("txtInvoiceNo"));
+    txtInvoiceNo->setMinimumWidth(180);
+    txtInvoiceNo->setMaximumWidth(220);
+    txtInvoiceNo->setToolTip(QStringLiteral("適格請求書発行事業者の登録番号：T と13桁の数字"));
+    cboTaxRounding = Named(new QComboBox(this), QStringLiteral("cboTaxRounding"));
+    for (const char* rounding : {"切り捨て", "四捨五入", "切り上げ"})
+        cboTaxRounding->addItem(QString::fromUtf8(rounding));
+    lblTaxRate = Named(new QLabel(this), QStringLiteral("lblTaxRate"));
     txtShopName->setMinimumWidth(360);
     txtShopAddress->setMinimumWidth(860);
     txtShopTel->setMaximumWidth(200);
@@ -41,15 +51,20 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
 
     auto* fields = new QGridLayout;
     int row = 0;
-    for (auto [caption, field] : {std::pair{"店名", txtShopName}, std::pair{"住所", txtShopAddress},
-                                  std::pair{"電話番号", txtShopTel}}) {
+    for (auto [caption, field] : {std::pair<const char*, QWidget*>{"店名", txtShopName},
+                                  {"住所", txtShopAddress},
+                                  {"電話番号", txtShopTel},
+                                  {"登録番号", txtInvoiceNo},
+                                  {"消費税の端数", cboTaxRounding},
+                                  {"消費税率", lblTaxRate}}) {
         fields->addWidget(new QLabel(QString::fromUtf8(caption), this), row, 0);
         fields->addWidget(field, row++, 1,
                           field == txtShopAddress ? Qt::Alignment() : Qt::AlignLeft);
     }
     fields->setColumnStretch(1, 1);
     auto* note = new QLabel(
-        QStringLiteral("お客様にお渡しする預り証に印刷されます。どの端末から印刷しても同じです。"),
+        QStringLiteral("お客様にお渡しする預り証・領収書に印刷されます。どの端末から印刷しても"
+                       "同じです。"),
         this);
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(16, 16, 16, 8);
@@ -58,9 +73,9 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
     page->addWidget(note);
     page->addStretch();
     page->addWidget(keys_);
-    SetTabChain({txtShopName, txtShopAddress, txtShopTel});
+    SetTabChain({txtShopName, txtShopAddress, txtShopTel, txtInvoiceNo, cboTaxRounding});
     setEnterMovesFocus(true);
-    resize(980, 280);
+    resize(980, 340);
 
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmTenpo::cmdFnuc_Click);
 }
@@ -86,23 +101,63 @@ void FrmTenpo::DispShop() {
         txtShopName->setText(shown_.name);
         txtShopAddress->setText(shown_.address);
         txtShopTel->setText(shown_.tel);
+        txtInvoiceNo->setText(shown_.invoiceNo);
+        cboTaxRounding->setCurrentIndex(int(shown_.rounding));
+        QStringList rates;
+        for (const TaxRate& rate : ShopStore::TaxRates())
+            rates << QStringLiteral("%1%（%2から）")
+                         .arg(rate.percent)
+                         .arg(rate.from.toString(QStringLiteral("yyyy/MM/dd")));
+        lblTaxRate->setText(
+            rates.join(QStringLiteral("、")) +
+            QStringLiteral("　価格は税込、消費税は領収書ごと・税率ごとに計算します"));
         // A long address is read from its start.
         txtShopAddress->setCursorPosition(0);
     });
 }
 
 ShopDetails FrmTenpo::typed() const {
-    return {txtShopName->text(), txtShopAddress->text(), txtShopTel->text()};
+    return {txtShopName->text(), txtShopAddress->text(), txtShopTel->text(),
+            RegistrationNumberOf(txtInvoiceNo->text()),
+            TaxRounding(cboTaxRounding->currentIndex())};
 }
 
 bool FrmTenpo::hasUnsavedEdits() const {
     const ShopDetails now = typed();
     return now.name.trimmed() != shown_.name.trimmed() ||
            now.address.trimmed() != shown_.address.trimmed() ||
-           now.tel.trimmed() != shown_.tel.trimmed();
+           now.tel.trimmed() != shown_.tel.trimmed() || now.invoiceNo != shown_.invoiceNo ||
+           now.rounding != shown_.rounding;
+}
+
+bool FrmTenpo::invoiceNoFits() {
+    const QString number = RegistrationNumberOf(txtInvoiceNo->text());
+    if (number.isEmpty())
+        return true;
+    switch (CheckRegistrationNumber(number)) {
+    case RegistrationCheck::Valid:
+        return true;
+    case RegistrationCheck::CheckDigitDiffers:
+        if (MsgBox(QStringLiteral("登録番号 %1 は、法人番号の検査用数字（先頭の数字）と合いません。"
+                                  "\n個人事業者の登録番号として、このまま登録しますか？")
+                       .arg(number),
+                   MsgIcon::Question, MsgButtons::YesNo, windowTitle(),
+                   MsgDefault::Second) == Answer::Yes)
+            return true;
+        break;
+    case RegistrationCheck::NotTAnd13Digits:
+        MsgBox(
+            QStringLiteral("登録番号は「T」と13桁の数字で入力してください（例 T1234567890123）。"),
+            MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
+        break;
+    }
+    txtInvoiceNo->setFocus();
+    return false;
 }
 
 bool FrmTenpo::SaveShop() {
+    if (!invoiceNoFits())
+        return false;
     return Procedure(ScreenName, QStringLiteral("SaveShop"), QStringLiteral("店舗情報の保存処理"),
                      [&] {
                          ShopStore::Write(shown_, typed());

@@ -6,10 +6,13 @@
 #include <array>
 
 class FunctionKeyRow;
+class QComboBox;
+class QLabel;
 class xCmdBtn;
 class xField;
 
-// The shop's own details as the customer's slips print them: name, address, telephone.
+// The shop's own details as the customer's slips and receipts print them: name, address,
+// telephone, the invoice registration number, and how the tax is rounded.
 class FrmTenpo : public Screen {
     Q_OBJECT
 public:
@@ -29,6 +32,12 @@ private:
     xField* txtShopName;
     xField* txtShopAddress;
     xField* txtShopTel;
+    xField* txtInvoiceNo;
+    QComboBox* cboTaxRounding;
+    QLabel* lblTaxRate;
+    // The registration number typed can be stored: "T" and 13 digits; one whose check digit
+    // differs from a corporation's only when the staff confirm it. Says why not otherwise.
+    bool invoiceNoFits();
     std::array<xCmdBtn*, 12> cmdFnuc;
     ShopDetails typed() const;
     bool hasUnsavedEdits() const;

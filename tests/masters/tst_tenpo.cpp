@@ -30,7 +30,7 @@ namespace {
 const ShopDetails Shop{u"メガネの松本 札幌駅前本店"_s,
                        u"北海道札幌市中央区北五条西二丁目５番地 ＪＲタワーオフィスプラザさっぽろ"
                        u"１５階 総合受付横"_s,
-                       u"011-555-1234"_s};
+                       u"011-555-1234"_s, u"T7000012050002"_s, TaxRounding::HalfUp};
 
 // The screen's three fields, in the order the keyboard goes through them.
 std::array<xInput*, 3> fieldsOf(FrmTenpo& s) {
@@ -71,15 +71,31 @@ private slots:
 
     // Typed with Enter between the fields, saved, read back; closed at once when nothing was
     // changed since. A change typed then is asked about: No keeps the screen, Yes drops it.
+    // The registration number is refused without "T" and 13 digits, and stored with a check
+    // digit that is no corporation's only when the staff say so; typed full-width, it is stored
+    // half-width.
     void theDetailsAreTypedSavedAndReadBack() {
-        harness.msgs.expect(OpeInf_001);
-        openScreen(harness, [](FrmTenpo& s) {
+        openScreen(harness, [this](FrmTenpo& s) {
             const QString texts[] = {Shop.name, Shop.address, Shop.tel};
             for (int i = 0; i < 3; ++i) {
                 QCOMPARE(s.focusWidget(), fieldsOf(s)[i]);
                 Commit(fieldsOf(s)[i], texts[i]);
                 QTest::keyClick(fieldsOf(s)[i], Qt::Key_Return);
             }
+            auto& invoice = Find<xInput>(s, u"txtInvoiceNo"_s);
+            QCOMPARE(s.focusWidget(), &invoice);
+            const std::pair<QString, int> refused[] = {{u"T700001205000"_s, Answer::OK},
+                                                       {u"T7000012050003"_s, Answer::No}};
+            for (const auto& [number, answer] : refused) {
+                Paste(&invoice, number);
+                harness.msgs.expectBoxStartingWith(u"登録番号"_s, s.windowTitle(), answer);
+                QTest::keyClick(&s, Qt::Key_F5);
+                QCOMPARE(s.focusWidget(), &invoice);
+                QCOMPARE(ShopStore::Read(), ShopDetails{});
+            }
+            Paste(&invoice, u"ｔ７０００－０１２０－５０００２"_s);
+            Find<QComboBox>(s, u"cboTaxRounding"_s).setCurrentIndex(int(TaxRounding::HalfUp));
+            harness.msgs.expect(OpeInf_001);
             QTest::keyClick(&s, Qt::Key_F5);
             QCOMPARE(ShopStore::Read(), Shop);
             QTest::keyClick(&s, Qt::Key_F1);
@@ -109,7 +125,11 @@ private slots:
                        Answer::Yes);
         harness.msgs.expect(OpeInf_001);
         openScreen(harness, [&](FrmTenpo& s) {
-            other.act([] { ShopStore::Write(Shop, {Shop.name, Shop.address, u"011-999-0000"_s}); });
+            other.act([] {
+                ShopDetails theirs = Shop;
+                theirs.tel = u"011-999-0000"_s;
+                ShopStore::Write(Shop, theirs);
+            });
             const auto fields = fieldsOf(s);
             Paste(fields[1], u"札幌市北区北七条西４丁目"_s);
             Paste(fields[2], u"011-111-1111"_s);
@@ -120,7 +140,9 @@ private slots:
             Paste(fields[1], u"札幌市北区北七条西４丁目"_s);
             QTest::keyClick(&s, Qt::Key_F5);
         });
-        const ShopDetails stored{Shop.name, u"札幌市北区北七条西４丁目"_s, u"011-999-0000"_s};
+        ShopDetails stored = Shop;
+        stored.address = u"札幌市北区北七条西４丁目"_s;
+        stored.tel = u"011-999-0000"_s;
         QCOMPARE(ShopStore::Read(), stored);
         ShopDetails same = stored;
         same.tel = u"011-222-0000"_s;
@@ -133,8 +155,11 @@ private slots:
     // carry them.
     void olderDatabasesGainTheTableAndCopiesCarryIt() {
         gCon.execute(u"drop table "_s + ShopStore::Table());
+        gCon.execute(u"drop table San_TaxRate"_s);
         UpgradeSchema(gCon);
         QCOMPARE(ShopStore::Read(), ShopDetails{});
+        const std::vector<TaxRate> tenPercent{{QDate(2019, 10, 1), 10}};
+        QCOMPARE(ShopStore::TaxRates(), tenPercent);
         ShopStore::Write({}, Shop);
         const QString copy = harness.path(u"copy.mdb"_s);
         CreateDatabase(copy);
@@ -146,8 +171,10 @@ private slots:
                      .toString(),
                  Shop.tel);
         const QString out = harness.path(u"csv"_s);
-        QCOMPARE(ExportShopCsv(gCon, out).shop, 3);
-        QVERIFY(ReadFile(out + u"/shop.csv"_s).contains("Name,メガネの松本 札幌駅前本店\r\n"));
+        const ExportedRows exported = ExportShopCsv(gCon, out);
+        QCOMPARE(exported.shop + exported.taxRates, 6);
+        QVERIFY(ReadFile(out + u"/shop.csv"_s).contains("InvoiceNo,T7000012050002\r\n"));
+        QVERIFY(ReadFile(out + u"/tax-rates.csv"_s).endsWith("20191001,10\r\n"));
     }
 
     // The slip of an order with a deposit, on A5: every text whole inside its field and the

@@ -363,7 +363,8 @@ void seedShopDetails() {
     ShopStore::Write({}, {QStringLiteral("メガネの松本 札幌駅前本店"),
                           QStringLiteral("北海道札幌市中央区北五条西二丁目５番地 "
                                          "ＪＲタワーオフィスプラザさっぽろ１５階 総合受付横"),
-                          QStringLiteral("011-555-1234")});
+                          QStringLiteral("011-555-1234"), QStringLiteral("T1180301018771"),
+                          TaxRounding::Down});
 }
 
 int showShop(const QString& folder) {
