@@ -168,6 +168,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/Numbering.cpp
     src/data/OrderStore.cpp
     src/data/PurchaseStore.cpp
+    src/data/ReceiptStore.cpp
     src/data/Schema.cpp
     src/data/SettingStore.cpp
     src/data/ShopStore.cpp
@@ -186,6 +187,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/Numbering.h
     src/data/OrderStore.h
     src/data/PurchaseStore.h
+    src/data/ReceiptStore.h
     src/data/Schema.h
     src/data/SettingStore.h
     src/data/ShopStore.h

@@ -51,8 +51,9 @@ int usage() {
              "  mirvane-admin export-csv FOLDER OUTDIR\n"
              "      顧客と売上の全項目を OUTDIR/customers.csv と OUTDIR/purchases.csv に\n"
              "      書き出します (UTF-8、マスターのコードには名称を添えます)。受注・状態・入金・\n"
-             "      店舗情報・税率は orders.csv, order-statuses.csv, payments.csv, shop.csv,\n"
-             "      tax-rates.csv に書き出します\n"
+             "      店舗情報・税率・領収書は orders.csv, order-statuses.csv, payments.csv,\n"
+             "      shop.csv, tax-rates.csv, receipts.csv, receipt-lines.csv,\n"
+             "      receipt-taxes.csv に書き出します\n"
              "  (FOLDER を省略するとプログラムのフォルダー)\n";
     return 2;
 }

@@ -2,6 +2,7 @@
 
 #include "data/Numbering.h"
 #include "data/OrderStore.h"
+#include "data/ReceiptStore.h"
 #include "data/ShopStore.h"
 #include "platform/Failure.h"
 #include "platform/Format.h"
@@ -59,7 +60,7 @@ QStringList ShopTables() {
 QStringList AddedTables() {
     return QStringList{QStringLiteral("San_Saiban"), ShopStore::Table(),
                        QStringLiteral("San_TaxRate")} +
-           OrderStore::Tables();
+           OrderStore::Tables() + ReceiptStore::Tables();
 }
 
 bool HasShopSchema(Connection& connection) {
@@ -89,7 +90,8 @@ CopyDatabase(Connection& from, Connection& to,
     QStringList tables = ShopTables();
     to.execute(Numbering::TableStatement());
     to.execute(ShopStore::TableStatement());
-    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements())
+    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements() +
+                                        ReceiptStore::TableStatements())
         to.execute(statement);
     for (const QString& table : AddedTables())
         if (holdsTable(from, table))

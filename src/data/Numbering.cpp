@@ -10,6 +10,8 @@
 namespace {
 
 constexpr qint64 CustomerNumbering = 0;
+// Receipts are numbered in the row no customer can have.
+constexpr qint64 ReceiptNumbering = -1;
 
 // The last number given under the key (locked until the transaction ends), the highest in
 // use, and the next one recorded as given.
@@ -84,6 +86,10 @@ void ForgetCustomer(qint64 customerNo) {
     keep(CustomerNumbering, customerNo);
     gCon.execute(QStringLiteral("delete from San_Saiban where Saiban_UserNo = ") +
                  SqlNum(customerNo));
+}
+
+qint64 TakeReceiptNo() {
+    return take(ReceiptNumbering, QStringLiteral("select max(Rcp_No) from San_Receipt"), 1);
 }
 
 void KeepPurchaseSeq(qint64 customerNo, int seq) {

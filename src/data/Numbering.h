@@ -21,6 +21,8 @@ qint64 TakeCustomerNo();
 // Inside the saving transaction: `count` consecutive purchase numbers for the customer,
 // recorded as given; gives the first.
 int TakePurchaseSeqs(qint64 customerNo, int count);
+// Inside the issuing transaction: the next receipt number, recorded as given.
+qint64 TakeReceiptNo();
 // Inside the deleting transaction: a customer is deleted. His number stays given (also when
 // he came from an older database that did not record it), his purchase numbering goes.
 void ForgetCustomer(qint64 customerNo);

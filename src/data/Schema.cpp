@@ -2,6 +2,7 @@
 
 #include "data/Numbering.h"
 #include "data/OrderStore.h"
+#include "data/ReceiptStore.h"
 #include "data/ShopStore.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqlText.h"
@@ -129,7 +130,8 @@ QStringList SchemaStatements() {
                QStringLiteral("insert into San_Saiban values(0,0)"),
                ShopStore::TableStatement(),
            } +
-           ShopStore::TaxRateStatements() + OrderStore::TableStatements();
+           ShopStore::TaxRateStatements() + OrderStore::TableStatements() +
+           ReceiptStore::TableStatements();
 }
 
 QString SettingsTableStatement() {
@@ -142,7 +144,8 @@ void UpgradeSchema(Connection& connection) {
     connection.execute(SettingsTableStatement());
     Numbering::Upgrade(connection);
     connection.execute(ShopStore::TableStatement());
-    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements())
+    for (const QString& statement : ShopStore::TaxRateStatements() + OrderStore::TableStatements() +
+                                        ReceiptStore::TableStatements())
         connection.execute(statement);
 }
 

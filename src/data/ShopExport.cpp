@@ -2,6 +2,7 @@
 
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
+#include "data/ReceiptStore.h"
 #include "data/ShopStore.h"
 #include "domain/Prescription.h"
 #include "platform/CsvText.h"
@@ -112,6 +113,9 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
     CsvFile payments(into.filePath(PaymentsCsv));
     CsvFile shop(into.filePath(ShopCsv));
     CsvFile taxRates(into.filePath(TaxRatesCsv));
+    CsvFile receipts(into.filePath(ReceiptsCsv));
+    CsvFile receiptLines(into.filePath(ReceiptLinesCsv));
+    CsvFile receiptTaxes(into.filePath(ReceiptTaxesCsv));
     // A table with all its columns, in the order of its key's columns.
     const auto whole = [&](CsvFile& file, const QString& table, const QString& key) {
         RecordSet columns = connection.execute(QStringLiteral("select * from ") + table +
@@ -131,9 +135,14 @@ ExportedRows ExportShopCsv(Connection& connection, const QString& folder) {
     exported.payments = whole(payments, tables[2], purchaseKey);
     exported.shop = whole(shop, ShopStore::Table(), QStringLiteral("1"));
     exported.taxRates = whole(taxRates, QStringLiteral("San_TaxRate"), QStringLiteral("1"));
+    const QStringList receiptTables = ReceiptStore::Tables();
+    exported.receipts = whole(receipts, receiptTables[0], QStringLiteral("1"));
+    whole(receiptLines, receiptTables[1], QStringLiteral("1, 2"));
+    whole(receiptTaxes, receiptTables[2], QStringLiteral("1, 2"));
     // All are on the disk before any takes its name.
-    const std::initializer_list<CsvFile*> files{&customers, &purchases, &orders,  &statuses,
-                                                &payments,  &shop,      &taxRates};
+    const std::initializer_list<CsvFile*> files{&customers,    &purchases,   &orders,   &statuses,
+                                                &payments,     &shop,        &taxRates, &receipts,
+                                                &receiptLines, &receiptTaxes};
     for (CsvFile* file : files)
         file->flush();
     for (CsvFile* file : files)

@@ -15,12 +15,16 @@ inline const QString PaymentsCsv = QStringLiteral("payments.csv");
 inline const QString ShopCsv = QStringLiteral("shop.csv");
 // The consumption tax rates with the days they apply from.
 inline const QString TaxRatesCsv = QStringLiteral("tax-rates.csv");
+// The receipts as issued, their lines and their tax per rate.
+inline const QString ReceiptsCsv = QStringLiteral("receipts.csv");
+inline const QString ReceiptLinesCsv = QStringLiteral("receipt-lines.csv");
+inline const QString ReceiptTaxesCsv = QStringLiteral("receipt-taxes.csv");
 
 struct ExportedRows {
     qint64 customers = 0;
     qint64 purchases = 0;
     qint64 orders = 0, orderStatuses = 0, payments = 0;
-    qint64 shop = 0, taxRates = 0;
+    qint64 shop = 0, taxRates = 0, receipts = 0;
 };
 
 // Writes every customer (by number) and every purchase (by customer and sequence) with all

@@ -39,6 +39,28 @@ std::vector<RateTotal> TaxPerRate(const std::vector<ReceiptLine>& lines, TaxRoun
     return perRate;
 }
 
+Receipt ReceiptFor(const Purchase& p, qint64 received, PaymentMethod method, int percent,
+                   TaxRounding rounding) {
+    Receipt r;
+    r.seq = p.seq;
+    r.purchaseDate = p.date;
+    r.total = p.total;
+    r.received = received;
+    r.method = method;
+    const qint64 rest = p.total - p.fmKinga - p.lzKinga;
+    for (const auto& [caption, amount] : {std::pair{QStringLiteral("フレーム"), p.fmKinga},
+                                          std::pair{QStringLiteral("レンズ"), p.lzKinga},
+                                          std::pair{QStringLiteral("その他"), rest}})
+        if (amount != 0)
+            r.lines.push_back({caption, amount, percent});
+    r.taxes = TaxPerRate({{QString(), received, percent}}, rounding);
+    qint64 tax = 0;
+    for (const RateTotal& rate : r.taxes)
+        tax += rate.tax;
+    r.stamp = NeedsRevenueStamp(received, tax, method);
+    return r;
+}
+
 bool NeedsRevenueStamp(qint64 received, qint64 statedTax, PaymentMethod method) {
     const bool money = method == PaymentMethod::Cash || method == PaymentMethod::Transfer;
     return money && received - statedTax >= 50000;

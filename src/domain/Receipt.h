@@ -1,8 +1,10 @@
 #pragma once
 
 #include "domain/Order.h"
+#include "domain/Purchase.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <vector>
 
@@ -47,6 +49,36 @@ std::vector<RateTotal> TaxPerRate(const std::vector<ReceiptLine>& lines, TaxRoun
 // (a credit card payment is no receipt of money), whose amount, without the consumption tax the
 // receipt states separately, is 50,000 yen or more.
 bool NeedsRevenueStamp(qint64 received, qint64 statedTax, PaymentMethod method);
+
+// A receipt as it was issued: what it printed is stored with it, so a reprint is the same
+// receipt even after the purchase was corrected.
+enum class ReceiptKind { Ordinary = 0, Medical = 1 }; // 医療費控除・療養費用: itemised, named
+struct Receipt {
+    qint64 no = 0;
+    QDateTime issuedAt;
+    qint64 customerNo = 0;
+    int seq = 0;       // the purchase
+    int paymentNo = 0; // the payment it is for; 0 for the whole purchase
+    ReceiptKind kind = ReceiptKind::Ordinary;
+    QString addressee; // the customer's name, a named person's, or 上様
+    std::vector<ReceiptLine> lines;
+    std::vector<RateTotal> taxes; // of the amount received
+    qint64 total = 0, received = 0;
+    PaymentMethod method = PaymentMethod::Cash;
+    bool stamp = false;
+    QDate purchaseDate, prescriptionDate;
+    QString shopName, shopAddress, shopTel, invoiceNo;
+    bool cancelled = false;
+    QDateTime cancelledAt;
+    int reprints = 0;
+    bool operator==(const Receipt&) const = default;
+};
+
+// A receipt for the purchase's items (フレーム, レンズ, その他 for the rest of its total), at
+// the rate of its day: the amount received by the method, its tax per rate rounded as the shop
+// chooses, and whether it needs a revenue stamp.
+Receipt ReceiptFor(const Purchase& purchase, qint64 received, PaymentMethod method, int percent,
+                   TaxRounding rounding);
 
 // An invoice registration number (適格請求書発行事業者の登録番号): "T" and 13 digits. A
 // corporation's 13 digits are its corporate number, whose first digit checks the other twelve;
