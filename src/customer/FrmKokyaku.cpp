@@ -517,10 +517,9 @@ void FrmKokyaku::openOrder() {
 
 void FrmKokyaku::showOwed() {
     const qint64 owed = spdData->outstanding();
-    lblZankin->setText(owed == 0 ? QString()
-                                 : QStringLiteral("残金合計 ") +
-                                       FormatNumber(double(owed), QStringLiteral("###,###,##0")) +
-                                       QStringLiteral("円"));
+    lblZankin->setText(owed == 0
+                           ? QString()
+                           : QStringLiteral("残金合計 ") + FormatYen(owed) + QStringLiteral("円"));
 }
 
 void FrmKokyaku::openFamily() {

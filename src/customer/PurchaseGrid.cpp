@@ -9,10 +9,6 @@ using Line = PurchaseLine;
 using Columns = std::vector<RowModel<Line>::Column>;
 constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;
 
-QString money(qint64 yen) {
-    return FormatNumber(double(yen), QStringLiteral("###,###,##0"));
-}
-
 QColor colourOf(const Line& line) {
     switch (line.state) {
     case LineState::New:
@@ -37,7 +33,7 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
     };
     const auto amount = [](qint64 Purchase::*field) {
         return [field](const Line& l) {
-            return money(l.purchase.*field);
+            return FormatYen(l.purchase.*field);
         };
     };
     const auto master = [this](MasterKind kind, QString Purchase::*code) {
@@ -58,7 +54,7 @@ PurchaseGrid::PurchaseGrid(QWidget* parent) : GridView(parent) {
                     {QStringLiteral("残金"),
                      [](const Line& l) {
                          const qint64 outstanding = LineOutstanding(l);
-                         return outstanding == 0 ? QString() : money(outstanding);
+                         return outstanding == 0 ? QString() : FormatYen(outstanding);
                      },
                      Right},
                     {QStringLiteral("ｱｲﾃﾑ"), master(MasterKind::Item, &Purchase::itemNo)},

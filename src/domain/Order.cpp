@@ -4,14 +4,6 @@
 
 #include <algorithm>
 
-namespace {
-
-QString yen(qint64 amount) {
-    return FormatNumber(double(amount), QStringLiteral("###,###,##0"));
-}
-
-} // namespace
-
 QString OrderStatusText(OrderStatus status) {
     switch (status) {
     case OrderStatus::Taken:
@@ -118,14 +110,15 @@ QString PaymentRefusal(qint64 total, OrderStatus status, const std::vector<Payme
     if (payment.kind == PaymentKind::Refund) {
         const qint64 paid = PaidAmount(payments);
         if (payment.amount > paid)
-            return QStringLiteral("返金額が入金済の額（%1円）を超えています。").arg(yen(paid));
+            return QStringLiteral("返金額が入金済の額（%1円）を超えています。")
+                .arg(FormatYen(paid));
         return {};
     }
     const qint64 outstanding = OutstandingAmount(total, status, payments);
     if (status == OrderStatus::Cancelled)
         return QStringLiteral("キャンセルした受注には入金できません。");
     if (payment.amount > outstanding)
-        return QStringLiteral("入金額が残金（%1円）を超えています。").arg(yen(outstanding));
+        return QStringLiteral("入金額が残金（%1円）を超えています。").arg(FormatYen(outstanding));
     return {};
 }
 

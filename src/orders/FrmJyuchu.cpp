@@ -28,7 +28,7 @@ const QString ScreenName = QStringLiteral("受注・入金");
 enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8, F10 = 9 };
 
 QString yen(qint64 amount) {
-    return FormatNumber(double(amount), QStringLiteral("###,###,##0")) + QStringLiteral("円");
+    return FormatYen(amount) + QStringLiteral("円");
 }
 
 } // namespace

@@ -55,26 +55,27 @@ void FrmJyuchu::buildForm() {
     orderGrid->setColumnStretch(3, 1);
 
     spdPayments = Named(new GridView(this), QStringLiteral("spdPayments"));
-    paymentRows_ = new RowModel<Payment>(
-        {{QStringLiteral("入金日"),
-          [](const Payment& p) {
-              return p.date.toString(QStringLiteral("yyyy/MM/dd"));
-          }},
-         {QStringLiteral("区分"),
-          [](const Payment& p) {
-              return PaymentKindText(p.kind);
-          }},
-         {QStringLiteral("方法"),
-          [](const Payment& p) {
-              return PaymentMethodText(p.method);
-          }},
-         {QStringLiteral("金額"),
-          [](const Payment& p) {
-              const QString amount = FormatNumber(double(p.amount), QStringLiteral("###,###,##0"));
-              return p.kind == PaymentKind::Refund ? QStringLiteral("-") + amount : amount;
-          },
-          Qt::AlignRight | Qt::AlignVCenter}},
-        this);
+    paymentRows_ = new RowModel<Payment>({{QStringLiteral("入金日"),
+                                           [](const Payment& p) {
+                                               return p.date.toString(QStringLiteral("yyyy/MM/dd"));
+                                           }},
+                                          {QStringLiteral("区分"),
+                                           [](const Payment& p) {
+                                               return PaymentKindText(p.kind);
+                                           }},
+                                          {QStringLiteral("方法"),
+                                           [](const Payment& p) {
+                                               return PaymentMethodText(p.method);
+                                           }},
+                                          {QStringLiteral("金額"),
+                                           [](const Payment& p) {
+                                               const QString amount = FormatYen(p.amount);
+                                               return p.kind == PaymentKind::Refund
+                                                          ? QStringLiteral("-") + amount
+                                                          : amount;
+                                           },
+                                           Qt::AlignRight | Qt::AlignVCenter}},
+                                         this);
     spdPayments->setModel(paymentRows_);
     spdPayments->setColumnWidths({100, 70, 120, 110});
     spdPayments->setRowSelection();

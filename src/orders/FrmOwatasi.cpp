@@ -6,6 +6,7 @@
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "orders/FrmJyuchu.h"
+#include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/GridView.h"
 #include "platform/controls/RowModel.h"
@@ -31,7 +32,6 @@ using OrderStore::BoardLine;
 namespace {
 
 const QString ScreenName = QStringLiteral("お渡し管理");
-const QString CallListSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8, F12 = 11 };
 // The statuses an open order can be at, as the drop-down lists them.
 constexpr OrderStatus OpenStatuses[] = {OrderStatus::Taken,   OrderStatus::Remake,
@@ -101,7 +101,7 @@ FrmOwatasi::FrmOwatasi(QWidget* parent) : Screen(parent) {
           [](const BoardLine& l) {
               return OrderStatusText(l.order.status);
           }},
-         {QStringLiteral("残金"), [](const BoardLine& l) { return YenText(l.outstanding); },
+         {QStringLiteral("残金"), [](const BoardLine& l) { return FormatYen(l.outstanding); },
           Right}},
         this);
     lines_->background = [this](const BoardLine& l) {
@@ -243,7 +243,7 @@ void FrmOwatasi::nextStatus() {
             .arg(line.name.trimmed(), GoodsText(line, names_), OrderStatusText(next));
     if (handOver && line.outstanding > 0)
         question +=
-            QChar(13) + QStringLiteral("残金 %1円 が未入金です。").arg(YenText(line.outstanding));
+            QChar(13) + QStringLiteral("残金 %1円 が未入金です。").arg(FormatYen(line.outstanding));
     question += QChar(13) + QStringLiteral("よろしいですか？");
     if (MsgBox(question, MsgIcon::Question, MsgButtons::YesNo, ScreenName,
                handOver ? MsgDefault::Second : MsgDefault::First) != Answer::Yes)
@@ -298,8 +298,8 @@ void FrmOwatasi::printCallList() {
         return;
     }
     WaitCursor wait;
-    RunPrint(this,
-             {ScreenName, QStringLiteral("PrintCallList"), CallListSettings,
-              QStringLiteral("連絡リスト")},
-             [&](ReportJob& job) { PrintCallList(job, lines_->rows(), names_, today_); });
+    RunPrint(
+        this,
+        {ScreenName, QStringLiteral("PrintCallList"), A4ListSettings, QStringLiteral("連絡リスト")},
+        [&](ReportJob& job) { PrintCallList(job, lines_->rows(), names_, today_); });
 }

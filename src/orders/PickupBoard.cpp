@@ -50,10 +50,6 @@ QString GoodsText(const OrderStore::BoardLine& line, MasterNames& names) {
                            : goods.join(QStringLiteral(" / "));
 }
 
-QString YenText(qint64 amount) {
-    return FormatNumber(double(amount), QStringLiteral("###,###,##0"));
-}
-
 QString DueText(const QDate& due) {
     return due.isValid() ? due.toString(QStringLiteral("yyyy/MM/dd")) : QString();
 }
@@ -74,7 +70,7 @@ void PrintCallList(ReportJob& job, const std::vector<OrderStore::BoardLine>& lin
             set("Tel_", line.tel);
             set("Hin_", GoodsText(line, names));
             set("Status_", OrderStatusText(line.order.status));
-            set("Zan_", YenText(line.outstanding));
+            set("Zan_", FormatYen(line.outstanding));
         }
         job.printPage();
     }

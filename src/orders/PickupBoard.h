@@ -36,8 +36,6 @@ QString LateMark(int daysLate);
 // The goods of a line as staff name them: frame and lens ("FR-1 / LZ-2"), either alone, or
 // the item's name when neither is written.
 QString GoodsText(const OrderStore::BoardLine& line, MasterNames& names);
-// An amount of yen as the screens show it ("28,000").
-QString YenText(qint64 amount);
 QString DueText(const QDate& due);
 
 // The call list of the lines (PrnSan006.jfm): the date, page numbers, 30 orders a page with an

@@ -73,6 +73,10 @@ QString PlainDecimal(double value) {
     return text;
 }
 
+QString FormatYen(qint64 amount) {
+    return FormatNumber(double(amount), QStringLiteral("###,###,##0"));
+}
+
 QString FormatYmd(qint64 ymd) {
     if (ymd <= 0)
         return {};

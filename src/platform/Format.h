@@ -15,6 +15,9 @@ double RoundHalfAwayFromZero(double value, int decimals);
 // follows the value, so -0.004 with "0.00" is "-0.00".
 QString FormatNumber(double value, const QString& pattern);
 
+// An amount of whole yen as the screens and papers show it, grouped in thousands: "28,000".
+QString FormatYen(qint64 amount);
+
 // A number in plain decimal, never with an exponent, without trailing zeros: 1.25, -0.5, 0.
 QString PlainDecimal(double value);
 

@@ -26,7 +26,6 @@ namespace {
 
 const QString ScreenName = QStringLiteral("印刷フォーム選択画面");
 const QString PostcardSettings = QStringLiteral(" 1,9,2970,2100,,1,7,,2,1,,,0");
-const QString LedgerSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 constexpr int LinesPerPage = 36;
 constexpr int Representative = 0;
 
@@ -91,7 +90,7 @@ void FrmPrint::PrintSeigyo() {
 }
 
 void FrmPrint::PrintSeigyo2() {
-    runJob(QStringLiteral("PrintSeigyo2"), LedgerSettings, QStringLiteral("顧客台帳"),
+    runJob(QStringLiteral("PrintSeigyo2"), A4ListSettings, QStringLiteral("顧客台帳"),
            [this](ReportJob& job) { PrintSetData2(job); });
 }
 

@@ -6,7 +6,6 @@
 #include "data/PurchaseStore.h"
 #include "data/SettingStore.h"
 #include "data/ShopStore.h"
-#include "frame/BasCmnSubFun.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
 #include "platform/Format.h"
@@ -51,7 +50,7 @@ Slip readSlip(qint64 customerNo, int seq) {
 }
 
 QString yen(qint64 amount) {
-    return FormatNumber(double(amount), QStringLiteral("###,###,##0")) + QStringLiteral("円");
+    return FormatYen(amount) + QStringLiteral("円");
 }
 
 void setFields(ReportJob& job, const Slip& s) {
@@ -89,35 +88,31 @@ void setFields(ReportJob& job, const Slip& s) {
 } // namespace
 
 void PrintOrderSlip(QWidget* parent, qint64 customerNo, int seq) {
-    QString pdf;
-    const bool printed = Procedure(
-        OrderSlipTitle, QStringLiteral("PrintOrderSlip"), QStringLiteral("預り証の印刷処理"),
-        [&] {
-            const Slip slip = readSlip(customerNo, seq);
-            if (slip.shop.name.trimmed().isEmpty())
-                MsgBox(ShopNotSetText, MsgIcon::Exclamation, MsgButtons::OK, OrderSlipTitle);
-            WaitCursor wait;
-            ReportJob job(parent);
-            job.setDevMode(SlipSettings);
-            job.startDoc(OrderSlipTitle);
-            CmnSetGlbData(job);
+    std::optional<Slip> slip;
+    Procedure(OrderSlipTitle, QStringLiteral("PrintOrderSlip"), QStringLiteral("預り証の印刷処理"),
+              [&] { slip = readSlip(customerNo, seq); },
+              {.titlePrefix = VbErrorTitleWide, .ownMessage = [](const Failure& failure) {
+                   if (failure.number() != ErrorNumber::RowDeleted)
+                       return false;
+                   MsgBox(failure.description(), MsgIcon::Exclamation, MsgButtons::OK,
+                          OrderSlipTitle);
+                   return true;
+               }});
+    if (!slip)
+        return;
+    if (slip->shop.name.trimmed().isEmpty())
+        MsgBox(ShopNotSetText, MsgIcon::Exclamation, MsgButtons::OK, OrderSlipTitle);
+    WaitCursor wait;
+    RunPrint(
+        parent, {OrderSlipTitle, QStringLiteral("PrintOrderSlip"), SlipSettings, OrderSlipTitle},
+        [&](ReportJob& job) {
             // The printer's feed is off by the same on every paper.
             const SettingStore::PrintOffset offset = SettingStore::ReadPrintOffset();
             job.setLong(ReportOption::OffsetX, std::lround(offset.x * 10));
             job.setLong(ReportOption::OffsetY, std::lround(offset.y * 10));
             job.setForm(FormPath(QStringLiteral("PrnSan005.jfm")));
-            setFields(job, slip);
+            setFields(job, *slip);
             job.printPage();
-            pdf = job.endDoc();
         },
-        {.titlePrefix = VbErrorTitleWide, .ownMessage = [](const Failure& failure) {
-             if (failure.number() == ErrorNumber::RowDeleted) {
-                 MsgBox(failure.description(), MsgIcon::Exclamation, MsgButtons::OK,
-                        OrderSlipTitle);
-                 return true;
-             }
-             return TellPrintFailure(failure, OrderSlipTitle);
-         }});
-    if (printed)
-        AnnouncePdf(pdf, OrderSlipTitle);
+        OrderSlipTitle);
 }

@@ -32,9 +32,10 @@ void AnnouncePdf(const QString& path, const QString& title) {
     ShowPdf(path);
 }
 
-bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages) {
+bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages,
+              const QString& title) {
     QString pdf;
-    const QString title = window ? window->windowTitle() : QString();
+    const QString boxTitle = !title.isEmpty() ? title : window ? window->windowTitle() : QString();
     const bool printed =
         Procedure(run.where, run.procedure, QStringLiteral("印刷処理"),
                   [&] {
@@ -46,10 +47,10 @@ bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(Rep
                       pdf = job.endDoc();
                   },
                   {.titlePrefix = VbErrorTitleWide, .ownMessage = [&](const Failure& failure) {
-                       return TellPrintFailure(failure, title);
+                       return TellPrintFailure(failure, boxTitle);
                    }});
     if (printed)
-        AnnouncePdf(pdf, title);
+        AnnouncePdf(pdf, boxTitle);
     return printed;
 }
 

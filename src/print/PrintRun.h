@@ -17,6 +17,9 @@ inline const QString PdfNotWrittenText =
     QStringLiteral("ＰＤＦファイルを書き出せませんでした。ディスクの空きと、プログラムフォルダーの "
                    "Print フォルダーに書き込めるかを確かめてください。");
 
+// The printer settings of a list on A4 portrait paper: the ledger, the call list.
+inline const QString A4ListSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
+
 // The form template of the name; templates come with the program.
 QString FormPath(const QString& form);
 
@@ -36,8 +39,10 @@ struct PrintRun {
 
 // Prints one document as every screen does: the job opened, the document started with the
 // shop's options, the pages drawn, the document ended. A failure aborts it and is told; a
-// document written to a PDF is announced in a box titled as the window. True when printed.
-bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages);
+// document written to a PDF is announced in a box titled as the window, or with `title` when one
+// is given. True when printed.
+bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages,
+              const QString& title = {});
 
 // The heading fields of a list's page: the date (yy, mm, dd) and the page number (Page).
 void SetListHeading(ReportJob& job, const QDate& date, int page);

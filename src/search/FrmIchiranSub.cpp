@@ -22,10 +22,6 @@ const QString ScreenName = QStringLiteral("指定顧客売上照会画面");
 
 using Columns = std::vector<RowModel<Purchase>::Column>;
 
-QString money(qint64 yen) {
-    return FormatNumber(double(yen), QStringLiteral("###,###,##0"));
-}
-
 // The inquiry's columns; a master code is shown with its name, a maker only when there is one.
 Columns inquiryColumns(const std::shared_ptr<MasterNames>& masters) {
     const auto maker = [masters](QString Purchase::*code) {
@@ -52,14 +48,15 @@ Columns inquiryColumns(const std::shared_ptr<MasterNames>& masters) {
          [](const Purchase& p) {
              return p.fmName;
          }},
-        {QStringLiteral("ﾌﾚｰﾑ金額"), [](const Purchase& p) { return money(p.fmKinga); }, right},
+        {QStringLiteral("ﾌﾚｰﾑ金額"), [](const Purchase& p) { return FormatYen(p.fmKinga); }, right},
         {QStringLiteral("ﾚﾝｽﾞﾒｰｶｰ"), maker(&Purchase::lzMekaNo)},
         {QStringLiteral("ﾚﾝｽﾞ名"),
          [](const Purchase& p) {
              return p.lzName;
          }},
-        {QStringLiteral("ﾚﾝｽﾞ金額"), [](const Purchase& p) { return money(p.lzKinga); }, right},
-        {QStringLiteral("売上合計額"), [](const Purchase& p) { return money(p.total); }, right}};
+        {QStringLiteral("ﾚﾝｽﾞ金額"), [](const Purchase& p) { return FormatYen(p.lzKinga); }, right},
+        {QStringLiteral("売上合計額"), [](const Purchase& p) { return FormatYen(p.total); },
+         right}};
 }
 
 } // namespace
@@ -151,7 +148,6 @@ void FrmIchiranSub::SerchUriage(qint64 customerNo) {
         }
         rows_->setRows(std::move(purchases));
         lblKaisu->setText(FormatNumber(visits, QStringLiteral("###,###,##0")));
-        lblKinga->setText(QStringLiteral("\\") +
-                          FormatNumber(double(sum), QStringLiteral("###,###,##0")));
+        lblKinga->setText(QStringLiteral("\\") + FormatYen(sum));
     });
 }

@@ -116,11 +116,7 @@ ListGrid::ListGrid(QWidget* parent) : GridView(parent) {
              r.marked = MarkAfterFamilyChange(r.now.kazok, shownResult_);
          },
          FamilyNames},
-        {Headings[Total - 1],
-         [](const ListRow& r) {
-             return FormatNumber(double(r.now.total), QStringLiteral("###,###,##0"));
-         },
-         Right},
+        {Headings[Total - 1], [](const ListRow& r) { return FormatYen(r.now.total); }, Right},
         {Headings[LastVisit - 1], [](const ListRow& r) { return FormatYmd(r.now.lastVisit); },
          Right}};
     model_ = new RowModel<ListRow>(std::move(columns), this);
