@@ -221,6 +221,9 @@ set(MIRVANE_SCREENS_SOURCES
     src/print/FrmPrint.cpp
     src/print/OrderSlip.cpp
     src/print/PrintRun.cpp
+    src/print/ReceiptPrint.cpp
+    src/orders/FrmRyosyu.cpp
+    src/orders/FrmRyosyuForm.cpp
     src/masters/FrmMaster.cpp
     src/orders/FrmJyuchu.cpp
     src/orders/FrmJyuchuForm.cpp
@@ -230,7 +233,6 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/FrmZipList.cpp
     src/orders/FrmOwatasi.cpp
     src/orders/PickupBoard.cpp
-    src/print/PrintRun.cpp
     src/customer/CustomerList.h
     src/customer/FrmKazoku.h
     src/customer/FrmKokyaku.h
@@ -250,6 +252,8 @@ set(MIRVANE_SCREENS_SOURCES
     src/print/FrmPrint.h
     src/print/OrderSlip.h
     src/print/PrintRun.h
+    src/print/ReceiptPrint.h
+    src/orders/FrmRyosyu.h
     src/masters/FrmMaster.h
     src/orders/FrmJyuchu.h
     src/masters/FrmTenpo.h
@@ -258,7 +262,6 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/FrmZipList.h
     src/orders/FrmOwatasi.h
     src/orders/PickupBoard.h
-    src/print/PrintRun.h
 )
 add_library(mirvane_screens STATIC ${MIRVANE_SCREENS_SOURCES})
 target_link_libraries(mirvane_screens PUBLIC mirvane_settings mirvane_data)

@@ -2,6 +2,7 @@
 
 #include "data/GuardedWrite.h"
 #include "data/Numbering.h"
+#include "data/OrderStore.h"
 #include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "platform/FieldValues.h"
@@ -84,6 +85,54 @@ std::vector<Receipt> receiptsWhere(const QString& condition) {
     return receipts;
 }
 
+// Inside the issuing transaction: the purchase and its money are still what the receipt was
+// made from (the purchase's row locked, so no terminal changes them before it is stored), and
+// no receipt not cancelled covers the same money.
+void checkStillAsMade(const Receipt& r) {
+    const QString record =
+        QStringLiteral("顧客番号 %1 の売上（No.%2）").arg(r.customerNo).arg(r.seq);
+    RecordSet row = gCon.execute(
+        QStringLiteral("select Uri_KingaKei, Uri_Fm_Kinga, Uri_Lz_Kinga from San_Uriage where "
+                       "Uri_UserNo = %1 and Uri_Seq = %2")
+            .arg(SqlNum(r.customerNo), SqlNum(r.seq)) +
+        gCon.lockRows());
+    if (row.eof())
+        throw RowDeletedMeanwhile(record);
+    Purchase stored;
+    stored.seq = r.seq;
+    stored.date = r.purchaseDate;
+    stored.total = CmnNvl(row.field(0), 0).toLongLong();
+    stored.fmKinga = CmnNvl(row.field(1), 0).toLongLong();
+    stored.lzKinga = CmnNvl(row.field(2), 0).toLongLong();
+    row.close();
+    const Receipt asStored = ReceiptFor(stored, r.received, r.method, 0, TaxRounding::Down);
+    const auto amounts = [](const std::vector<ReceiptLine>& lines) {
+        std::vector<qint64> a;
+        for (const ReceiptLine& line : lines)
+            a.push_back(line.amount);
+        return a;
+    };
+    if (stored.total != r.total || amounts(asStored.lines) != amounts(r.lines))
+        throw RowChangedMeanwhile(record, {QStringLiteral("金額")});
+    const OrderStore::OrderState state = OrderStore::OfPurchase(r.customerNo, r.seq);
+    const std::vector<ReceiptTarget> targets =
+        ReceiptTargets(stored.total, state.order.has_value(), state.payments);
+    const auto target = std::find_if(targets.begin(), targets.end(), [&](const ReceiptTarget& t) {
+        return t.paymentNo == r.paymentNo;
+    });
+    if (target == targets.end() || target->amount != r.received ||
+        (r.paymentNo != 0 && target->method != r.method))
+        throw RowChangedMeanwhile(record, {QStringLiteral("入金")});
+    if (const qint64 covering =
+            ReceiptCovering(ReceiptStore::OfPurchase(r.customerNo, r.seq), r.paymentNo))
+        throw Failure(ErrorNumber::ReceiptRefused,
+                      QStringLiteral("この%1には領収書 No.%2 を発行済みです。同じ入金の領収書は"
+                                     "二重に発行できません。再発行するか、取り消してから発行し"
+                                     "てください。")
+                          .arg(r.paymentNo == 0 ? QStringLiteral("売上") : QStringLiteral("入金"))
+                          .arg(covering));
+}
+
 } // namespace
 
 namespace ReceiptStore {
@@ -117,7 +166,9 @@ QStringList Tables() {
 
 Receipt Issue(Receipt r, const QDateTime& at) {
     Transaction transaction(gCon);
+    // The numbering row, locked first, also keeps two terminals from receipting one payment.
     r.no = Numbering::TakeReceiptNo();
+    checkStillAsMade(r);
     r.issuedAt = at;
     gCon.execute(QStringLiteral("insert into San_Receipt values(") +
                  QStringList{SqlNum(r.no),

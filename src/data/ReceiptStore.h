@@ -17,7 +17,9 @@ QStringList Tables();
 
 // In a transaction of its own: the receipt takes the next number never given before (the
 // numbering row locked, so two terminals never take one number) and is stored as it is;
-// gives the receipt with its number.
+// gives the receipt with its number. A purchase deleted or whose amounts or payment changed
+// since the receipt was made fails with RowDeleted or RowChanged; money covered by a receipt
+// not cancelled (ReceiptCovering) fails with ReceiptRefused. Nothing is stored then.
 Receipt Issue(Receipt receipt, const QDateTime& at);
 std::optional<Receipt> Find(qint64 no);
 // The receipts of a purchase, in the order they were issued.

@@ -61,6 +61,29 @@ Receipt ReceiptFor(const Purchase& p, qint64 received, PaymentMethod method, int
     return r;
 }
 
+std::vector<ReceiptTarget> ReceiptTargets(qint64 total, bool ordered,
+                                          const std::vector<Payment>& payments) {
+    std::vector<ReceiptTarget> targets;
+    const qint64 received = ordered ? PaidAmount(payments) : total;
+    PaymentMethod method = PaymentMethod::Cash;
+    if (ordered && !payments.empty())
+        method = payments.front().method;
+    if (received > 0)
+        targets.push_back({0, received, method, QDate()});
+    if (ordered)
+        for (const Payment& p : payments)
+            if (p.kind != PaymentKind::Refund)
+                targets.push_back({p.no, p.amount, p.method, p.date});
+    return targets;
+}
+
+qint64 ReceiptCovering(const std::vector<Receipt>& issued, int paymentNo) {
+    for (const Receipt& r : issued)
+        if (!r.cancelled && (r.paymentNo == 0 || paymentNo == 0 || r.paymentNo == paymentNo))
+            return r.no;
+    return 0;
+}
+
 bool NeedsRevenueStamp(qint64 received, qint64 statedTax, PaymentMethod method) {
     const bool money = method == PaymentMethod::Cash || method == PaymentMethod::Transfer;
     return money && received - statedTax >= 50000;

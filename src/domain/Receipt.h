@@ -80,6 +80,24 @@ struct Receipt {
 Receipt ReceiptFor(const Purchase& purchase, qint64 received, PaymentMethod method, int percent,
                    TaxRounding rounding);
 
+// What a receipt may be issued for: a payment of an order (内金 or 残金; a refund takes none), or
+// the whole purchase for what was received for it (its total for a sale without an order).
+struct ReceiptTarget {
+    int paymentNo = 0; // 0 for the whole purchase
+    qint64 amount = 0;
+    PaymentMethod method = PaymentMethod::Cash;
+    QDate date; // the payment's; invalid for the whole purchase
+    bool operator==(const ReceiptTarget&) const = default;
+};
+// The whole purchase first (when anything was received), then each payment in its order.
+std::vector<ReceiptTarget> ReceiptTargets(qint64 total, bool ordered,
+                                          const std::vector<Payment>& payments);
+
+// The receipt not cancelled that already covers the target, so that no money is receipted
+// twice: one for the whole purchase covers every payment, one for a payment covers itself and
+// the whole purchase. 0 when none does.
+qint64 ReceiptCovering(const std::vector<Receipt>& issued, int paymentNo);
+
 // An invoice registration number (適格請求書発行事業者の登録番号): "T" and 13 digits. A
 // corporation's 13 digits are its corporate number, whose first digit checks the other twelve;
 // an individual's have no check digit, so a number that fails the check may still be one.

@@ -7,6 +7,7 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
+#include "orders/FrmRyosyu.h"
 #include "platform/Format.h"
 #include "platform/controls/CodeList.h"
 #include "platform/controls/RowModel.h"
@@ -16,6 +17,7 @@
 #include "platform/controls/xNum.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
+#include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/OrderSlip.h"
 
@@ -25,7 +27,7 @@
 namespace {
 
 const QString ScreenName = QStringLiteral("受注・入金");
-enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F9 = 8, F10 = 9 };
+enum Key { F1 = 0, F5 = 4, F6 = 5, F7 = 6, F8 = 7, F9 = 8, F10 = 9 };
 
 QString yen(qint64 amount) {
     return FormatYen(amount) + QStringLiteral("円");
@@ -35,7 +37,8 @@ QString yen(qint64 amount) {
 
 FrmJyuchu::FrmJyuchu(qint64 customerNo, const QString& customerName, const Purchase& purchase,
                      QWidget* parent)
-    : Screen(parent), typedOnly_(false), customerNo_(customerNo), purchase_(purchase) {
+    : Screen(parent), typedOnly_(false), customerNo_(customerNo), customerName_(customerName),
+      purchase_(purchase) {
     buildForm();
     fillLists({});
     lblPurchase->setText(QStringLiteral("顧客番号 %1「%2」 %3 の売上（No.%4）  売上合計 %5")
@@ -230,6 +233,12 @@ void FrmJyuchu::cmdFnuc_Click(int index) {
         break;
     case F9:
         recordPayment();
+        break;
+    case F8:
+        if (!typedOnly_) {
+            FrmRyosyu receipts(customerNo_, customerName_, purchase_, this);
+            ShowModal(receipts);
+        }
         break;
     case F10:
         if (!typedOnly_)

@@ -20,9 +20,9 @@ class xNum;
 
 // The order and payments of one purchase. For a stored purchase every key stores at once, in
 // its own transaction: the order's date, supplier and note (F5; a completed sale takes an
-// order), the next status (F6), a cancellation (F7), a payment (F9). For a purchase typed in
-// the register and not yet stored, what is chosen waits with its line and is stored with the
-// registration (F5 keeps it, F1 drops it).
+// order), the next status (F6), a cancellation (F7), a payment (F9); F8 opens its receipts. For a
+// purchase typed in the register and not yet stored, what is chosen waits with its line and is
+// stored with the registration (F5 keeps it, F1 drops it).
 class FrmJyuchu : public Screen {
     Q_OBJECT
 public:
@@ -60,6 +60,7 @@ private:
 
     const bool typedOnly_;
     const qint64 customerNo_ = 0;
+    const QString customerName_;
     const Purchase purchase_;
     std::optional<Order> order_;
     std::vector<Payment> payments_;

@@ -121,7 +121,8 @@ void FrmJyuchu::buildForm() {
     keys_ = new FunctionKeyRow(this);
     keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
                         typedOnly_ ? QStringLiteral("決定") : QStringLiteral("登録"),
-                        QStringLiteral("次の状態へ"), QStringLiteral("キャンセル"), QString(),
+                        QStringLiteral("次の状態へ"), QStringLiteral("キャンセル"),
+                        typedOnly_ ? QString() : QStringLiteral("領収書"),
                         QStringLiteral("入金登録"),
                         typedOnly_ ? QString() : QStringLiteral("預り証"), QString(), QString()});
     cmdFnuc = keys_->buttons();

@@ -53,6 +53,8 @@ inline constexpr long ReportNotWritten = -2147221502;
 // A payment the order cannot take (over what is outstanding, a refund over what was paid); the
 // description says why in words for staff.
 inline constexpr long PaymentRefused = -2147221501;
+// A receipt that cannot be issued (the money is receipted already); the description says which.
+inline constexpr long ReceiptRefused = -2147221500;
 // Anything thrown that is not a Failure.
 inline constexpr long Unexpected = -2147418113;
 } // namespace ErrorNumber

@@ -4,7 +4,6 @@
 #include "data/Lookups.h"
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
-#include "data/SettingStore.h"
 #include "data/ShopStore.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -16,12 +15,8 @@
 #include "print/PrintRun.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
-
-// A5 portrait: 210 mm long, 148 mm wide.
-const QString SlipSettings = QStringLiteral("1,11,2100,1480,,1,7,,2,1,,,0");
 
 struct Slip {
     ShopDetails shop;
@@ -104,12 +99,9 @@ void PrintOrderSlip(QWidget* parent, qint64 customerNo, int seq) {
         MsgBox(ShopNotSetText, MsgIcon::Exclamation, MsgButtons::OK, OrderSlipTitle);
     WaitCursor wait;
     RunPrint(
-        parent, {OrderSlipTitle, QStringLiteral("PrintOrderSlip"), SlipSettings, OrderSlipTitle},
+        parent, {OrderSlipTitle, QStringLiteral("PrintOrderSlip"), A5SlipSettings, OrderSlipTitle},
         [&](ReportJob& job) {
-            // The printer's feed is off by the same on every paper.
-            const SettingStore::PrintOffset offset = SettingStore::ReadPrintOffset();
-            job.setLong(ReportOption::OffsetX, std::lround(offset.x * 10));
-            job.setLong(ReportOption::OffsetY, std::lround(offset.y * 10));
+            SetPrinterOffset(job);
             job.setForm(FormPath(QStringLiteral("PrnSan005.jfm")));
             setFields(job, *slip);
             job.printPage();

@@ -1,5 +1,6 @@
 #include "print/PrintRun.h"
 
+#include "data/SettingStore.h"
 #include "frame/BasCmnSubFun.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
@@ -9,6 +10,7 @@
 #include "platform/ui/MsgBox.h"
 
 #include <QWidget>
+#include <cmath>
 
 QString FormPath(const QString& form) {
     return InstallPath(QStringLiteral("jfm/") + form);
@@ -59,4 +61,10 @@ void SetListHeading(ReportJob& job, const QDate& date, int page) {
     job.setField(QStringLiteral("mm"), date.toString(QStringLiteral("MM")));
     job.setField(QStringLiteral("dd"), date.toString(QStringLiteral("dd")));
     job.setField(QStringLiteral("Page"), QString::number(page));
+}
+
+void SetPrinterOffset(ReportJob& job) {
+    const SettingStore::PrintOffset offset = SettingStore::ReadPrintOffset();
+    job.setLong(ReportOption::OffsetX, std::lround(offset.x * 10));
+    job.setLong(ReportOption::OffsetY, std::lround(offset.y * 10));
 }

@@ -20,6 +20,9 @@ inline const QString PdfNotWrittenText =
 // The printer settings of a list on A4 portrait paper: the ledger, the call list.
 inline const QString A4ListSettings = QStringLiteral("1,9,2970,2100,,1,7,,2,1,,,0");
 
+// The printer settings of a slip on A5 portrait paper: the order slip, the receipt.
+inline const QString A5SlipSettings = QStringLiteral("1,11,2100,1480,,1,7,,2,1,,,0");
+
 // The form template of the name; templates come with the program.
 QString FormPath(const QString& form);
 
@@ -43,6 +46,9 @@ struct PrintRun {
 // is given. True when printed.
 bool RunPrint(QWidget* window, const PrintRun& run, const std::function<void(ReportJob&)>& pages,
               const QString& title = {});
+
+// The printer's feed, off by the same on every paper, as the shop set it.
+void SetPrinterOffset(ReportJob& job);
 
 // The heading fields of a list's page: the date (yy, mm, dd) and the page number (Page).
 void SetListHeading(ReportJob& job, const QDate& date, int page);

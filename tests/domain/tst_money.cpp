@@ -44,6 +44,43 @@ private slots:
         QCOMPARE(TaxPercentOn(rates, QDate(2014, 3, 31)), 0);
     }
 
+    // A receipt is for the whole purchase or for one payment (a refund takes none), and no money
+    // is receipted twice while a receipt covering it is not cancelled.
+    void eachPaymentOrTheWholePurchaseIsReceiptedOnce() {
+        const QDate day(2026, 11, 2);
+        const std::vector<Payment> payments{
+            {1, day, 20000, PaymentMethod::Cash, PaymentKind::Deposit},
+            {2, day, 5000, PaymentMethod::Cash, PaymentKind::Refund},
+            {3, day, 62000, PaymentMethod::Credit, PaymentKind::Balance}};
+        const std::vector<ReceiptTarget> ordered{{0, 77000, PaymentMethod::Cash, QDate()},
+                                                 {1, 20000, PaymentMethod::Cash, day},
+                                                 {3, 62000, PaymentMethod::Credit, day}};
+        QCOMPARE(ReceiptTargets(77000, true, payments), ordered);
+        QVERIFY(ReceiptTargets(77000, true, {}).empty()); // an order paid nothing yet
+        const std::vector<ReceiptTarget> sold{{0, 38000, PaymentMethod::Cash, QDate()}};
+        QCOMPARE(ReceiptTargets(38000, false, {}), sold);
+
+        const auto receipt = [](qint64 no, int paymentNo, bool cancelled) {
+            Receipt r;
+            r.no = no, r.paymentNo = paymentNo, r.cancelled = cancelled;
+            return r;
+        };
+        const struct {
+            std::vector<Receipt> issued;
+            int paymentNo;
+            qint64 covering;
+        } cases[] = {
+            {{}, 0, 0},
+            {{receipt(4, 1, false)}, 1, 4},
+            {{receipt(4, 1, false)}, 3, 0},
+            {{receipt(4, 1, false)}, 0, 4},
+            {{receipt(4, 1, true), receipt(6, 0, false)}, 3, 6},
+            {{receipt(4, 1, true)}, 1, 0},
+        };
+        for (const auto& c : cases)
+            QCOMPARE(ReceiptCovering(c.issued, c.paymentNo), c.covering);
+    }
+
     // 50,000 yen or more without the tax stated, received as money: a card is no receipt of
     // money.
     void aRevenueStampForMoneyOfFiftyThousandWithoutTheTax() {

@@ -1,15 +1,13 @@
 // A developer's gallery: shows one screen or a sample of the controls in a real window, so
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
-//   list | conditions | print | printscreen | shop | slip
+//   list | conditions | print | printscreen | shop | slip | board | boardprint | order |
+//   receipt | receiptprint
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/OrderStore.h"
 #include "data/PurchaseStore.h"
-//   list | conditions | print | printscreen | board | boardprint
-#include "customer/FrmKazoku.h"
-#include "customer/FrmKokyaku.h"
-#include "data/OrderStore.h"
+#include "data/ReceiptStore.h"
 #include "data/Schema.h"
 #include "data/ShopStore.h"
 #include "frame/Globals.h"
@@ -18,6 +16,7 @@
 #include "masters/FrmTenpo.h"
 #include "orders/FrmJyuchu.h"
 #include "orders/FrmOwatasi.h"
+#include "orders/FrmRyosyu.h"
 #include "pickers/FrmCalender.h"
 #include "pickers/FrmZipList.h"
 #include "platform/controls/FunctionKeyRow.h"
@@ -40,6 +39,7 @@
 #include "platform/ui/ShowModal.h"
 #include "print/FrmPrint.h"
 #include "print/OrderSlip.h"
+#include "print/ReceiptPrint.h"
 #include "search/FrmIchiran.h"
 #include "search/FrmKensaku.h"
 #include "search/FrmTotalKensaku.h"
@@ -396,6 +396,65 @@ int printSlip(const QString& folder) {
     return 0;
 }
 
+// The latest purchase paid in full in cash (a deposit, then the balance), its customer with a
+// long name; then the receipt screen, or each kind of receipt printed into Print/.
+int showReceipts(const QString& folder, bool print) {
+    seedShop(folder);
+    seedShopDetails();
+    const QString name = QStringLiteral("勅使河原 左衛門三郎太郎兵衛之助");
+    gCon.execute(
+        QStringLiteral("update San_User set User_Name = '%1' where User_No = 1").arg(name));
+    gCon.execute(QStringLiteral("update San_Uriage set Uri_Fm_Name = 'ラインアート シャルマン "
+                                "XL1234 マットブラック', Uri_Lz_Name = 'ハイルックス 1.74 "
+                                "両面非球面 ブルーカット 遠近両用' where Uri_UserNo = 1"));
+    OrderStore::AddPayment(1, 3,
+                           {.date = Today(),
+                            .amount = 57000,
+                            .method = PaymentMethod::Cash,
+                            .kind = PaymentKind::Balance});
+    const Purchase purchase = PurchaseStore::OfCustomer(1).front();
+    const ShopDetails shop = ShopStore::Read();
+    const auto issue = [&](int paymentNo, qint64 amount, const QString& addressee,
+                           ReceiptKind kind) {
+        Receipt r = ReceiptFor(purchase, amount, PaymentMethod::Cash, 10, shop.rounding);
+        r.customerNo = 1;
+        r.paymentNo = paymentNo;
+        r.addressee = addressee;
+        r.kind = kind;
+        if (kind == ReceiptKind::Medical) {
+            r.prescriptionDate = QDate(2026, 10, 28);
+            r.lines[0].caption += QStringLiteral("（シャルマン ラインアート シャルマン XL1234 "
+                                                 "マットブラック）");
+            r.lines[1].caption += QStringLiteral("（ニコン ハイルックス 1.74 両面非球面 "
+                                                 "ブルーカット 遠近両用）");
+        }
+        r.shopName = shop.name, r.shopAddress = shop.address, r.shopTel = shop.tel;
+        r.invoiceNo = shop.invoiceNo;
+        return ReceiptStore::Issue(r, Now());
+    };
+    const Receipt deposit = issue(1, 20000, QStringLiteral("上様"), ReceiptKind::Ordinary);
+    if (!print) {
+        FrmRyosyu screen(1, name, purchase);
+        const int result = screen.exec();
+        gCon.close();
+        return result;
+    }
+    SetMsgBoxHandler([](const MsgRequest& box) {
+        std::fprintf(stderr, "%s\n", qPrintable(box.text));
+        return Answer::OK;
+    });
+    SetReportOutput(ReportOutput::PdfOnly);
+    const Receipt balance = issue(2, 57000, name, ReceiptKind::Ordinary);
+    PrintReceipt(nullptr, balance, false);
+    ReceiptStore::Cancel(deposit.no, Now());
+    const Receipt medical = issue(1, 20000, QStringLiteral("勅使河原 花子"), ReceiptKind::Medical);
+    PrintReceipt(nullptr, medical, false);
+    PrintReceipt(nullptr, ReceiptStore::Reprint(medical.no), true);
+    PrintReceipt(nullptr, ReceiptStore::Reprint(deposit.no), true);
+    gCon.close();
+    return 0;
+}
+
 int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
@@ -488,6 +547,8 @@ int main(int argc, char* argv[]) {
         return printSlip(folder.path());
     if (which == QLatin1String("board") || which == QLatin1String("boardprint"))
         return showBoard(folder.path(), which == QLatin1String("boardprint"));
+    if (which == QLatin1String("receipt") || which == QLatin1String("receiptprint"))
+        return showReceipts(folder.path(), which == QLatin1String("receiptprint"));
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();

@@ -58,6 +58,8 @@ QList<DrawnText> DrawForm(QPainter& painter, double k, const FormTemplate& form,
                           const QHash<QString, QString>& values, const FormOptions& options) {
     QList<DrawnText> drawn;
     for (const FormItem& item : form.items) {
+        if (!item.when.isEmpty() && values.value(item.when).isEmpty())
+            continue;
         switch (item.kind) {
         case FormItem::Kind::Line:
             painter.setPen(QPen(QColor(item.colour), item.pen * k));

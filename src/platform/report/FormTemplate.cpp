@@ -52,6 +52,8 @@ bool readOptions(const QStringList& words, int from, FormItem& item) {
             item.join = value;
         else if (word.startsWith(QLatin1String("colour=")))
             item.colour = value;
+        else if (word.startsWith(QLatin1String("when=")))
+            item.when = value;
         else if (word == QLatin1String("nobreak"))
             item.noBreak = true;
         else if (word == QLatin1String("top"))

@@ -17,7 +17,8 @@
 // floor before a line is broken. Field options: min=<pt> the floor (default 6), nobreak (only
 // explicit line breaks), top (lines written across start at the top of the box), join=<field>
 // (the other field's text follows this one's in the same box). A box marked plain is drawn
-// only on plain paper (a postcard brings its own). Lines starting with # are comments.
+// only on plain paper (a postcard brings its own); a line or box with when=<field> only when
+// that field has text on the page. Lines starting with # are comments.
 struct FormItem {
     enum class Kind { Field, Text, Line, Box };
     Kind kind = Kind::Field;
@@ -33,6 +34,7 @@ struct FormItem {
     QString join;
     QString colour = QStringLiteral("black");
     bool plainPaperOnly = false;
+    QString when; // a line or box drawn only when this field has text
 };
 
 struct FormTemplate {
