@@ -24,7 +24,9 @@
 #include "support/ShopData.h"
 
 #include <QComboBox>
+#include <QImage>
 #include <QLabel>
+#include <QProcess>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -217,6 +219,25 @@ private slots:
                                                     run.box.adjusted(1e-3, 1e-3, -1e-3, -1e-3)),
                          qPrintable(run.field + u' ' + run.text));
         QCOMPARE(ReceiptStore::Find(1)->cancelled, true);
+
+        // The stamp's box is drawn for cash of 50,000 yen and more, not for a card's payment.
+        harness.msgs.expectBoxStartingWith(u"ＰＤＦファイルに出力しました。\r"_s, title);
+        PrintReceipt(nullptr, ReceiptStore::Issue(made(1, 17000, 2, PaymentMethod::Credit), Now()),
+                     false);
+        const auto stampBoxInked = [this](const ReportJobRecord& job) {
+            const QString png = harness.path(u"receipt"_s);
+            QProcess::execute(u"pdftoppm"_s,
+                              {u"-r"_s, u"50"_s, u"-png"_s, u"-singlefile"_s, job.output, png});
+            const QImage page(png + u".png"_s);
+            const double dots = 50 / 25.4;
+            int inked = 0; // along the box's left edge, 110 mm across, 140-156 mm down
+            for (int y = int(140 * dots); y < int(156 * dots); ++y)
+                for (int x = int(109 * dots); x <= int(111 * dots); ++x)
+                    inked += page.pixelColor(x, y).lightness() < 128;
+            return inked > 0;
+        };
+        QVERIFY(stampBoxInked(issued));
+        QVERIFY(!stampBoxInked(ReportJobs().last()));
     }
 };
 
