@@ -33,6 +33,10 @@ bool IsReadyToCall(OrderStatus status);
 
 enum class PaymentMethod { Cash = 0, Credit = 1, Electronic = 2, Transfer = 3, Other = 4 };
 enum class PaymentKind { Deposit = 0, Balance = 1, Refund = 2 };
+// In the order the lists offer them; a list's row is the method's number.
+inline constexpr PaymentMethod PaymentMethods[] = {PaymentMethod::Cash, PaymentMethod::Credit,
+                                                   PaymentMethod::Electronic,
+                                                   PaymentMethod::Transfer, PaymentMethod::Other};
 
 QString PaymentMethodText(PaymentMethod method); // 現金, クレジット, 電子マネー/QR, 振込, その他
 QString PaymentKindText(PaymentKind kind); // 内金, 残金, 返金

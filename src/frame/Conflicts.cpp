@@ -1,5 +1,6 @@
 #include "frame/Conflicts.h"
 
+#include "frame/Procedure.h"
 #include "platform/ui/MsgBox.h"
 
 bool IsConflict(const Failure& failure) {
@@ -18,4 +19,22 @@ bool CmnAskReadAgain(const QString& description, const QString& howReadAgainShow
         QStringLiteral("\n「いいえ」入力した内容を画面に残します（保存はされていません）。");
     return MsgBox(text, MsgIcon::Exclamation, MsgButtons::YesNo, ConflictTitle,
                   MsgDefault::Second) == Answer::Yes;
+}
+
+bool RunStore(const StoreAction& how, const std::function<void()>& action) {
+    return Procedure(how.screen, how.procedure, how.description, action,
+                     {.ownMessage = [&how](const Failure& failure) {
+                         if (IsConflict(failure)) {
+                             if (CmnAskReadAgain(failure.description()))
+                                 how.readAgain();
+                             return true;
+                         }
+                         if (how.refusal == 0 || failure.number() != how.refusal)
+                             return false;
+                         MsgBox(failure.description(), MsgIcon::Exclamation, MsgButtons::OK,
+                                how.title);
+                         if (how.readAgainAfterRefusal)
+                             how.readAgain();
+                         return true;
+                     }});
 }

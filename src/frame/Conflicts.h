@@ -3,6 +3,7 @@
 #include "platform/Failure.h"
 
 #include <QString>
+#include <functional>
 
 // A save that met another terminal's work (ErrorNumber::RowChanged or RowDeleted) stored
 // nothing: the screen keeps what was typed and the staff decide whether to read the stored
@@ -16,3 +17,16 @@ inline const QString ConflictTitle = QStringLiteral("他の端末での変更");
 // stored state again. True for はい; いいえ, the default, keeps what was typed on the screen.
 // A screen that marks what it read again says how after the はい line.
 bool CmnAskReadAgain(const QString& description, const QString& howReadAgainShows = {});
+
+// Runs one store action of a screen as a procedure. Another terminal's work is told with
+// CmnAskReadAgain (`readAgain` runs on はい); a refusal with the error number `refusal` is told
+// in a plain box titled `title` (and `readAgain` runs after it when `readAgainAfterRefusal`);
+// any other failure gets the standard box. True when the action stored.
+struct StoreAction {
+    QString screen, procedure, description;
+    long refusal = 0;
+    QString title;
+    std::function<void()> readAgain;
+    bool readAgainAfterRefusal = false;
+};
+bool RunStore(const StoreAction& how, const std::function<void()>& action);

@@ -141,19 +141,16 @@ std::optional<Payment> FrmJyuchu::typedPayment() {
 }
 
 void FrmJyuchu::store(const QString& procedure, const std::function<void()>& action) {
-    const bool done = Procedure(ScreenName, procedure, QStringLiteral("受注情報の保存処理"), action,
-                                {.ownMessage = [this](const Failure& failure) {
-                                    if (IsConflict(failure)) {
-                                        if (CmnAskReadAgain(failure.description()))
-                                            readAgain();
-                                        return true;
-                                    }
-                                    if (failure.number() != ErrorNumber::PaymentRefused)
-                                        return false;
-                                    MsgBox(failure.description(), MsgIcon::Exclamation,
-                                           MsgButtons::OK, windowTitle());
-                                    return true;
-                                }});
+    const bool done = RunStore({.screen = ScreenName,
+                                .procedure = procedure,
+                                .description = QStringLiteral("受注情報の保存処理"),
+                                .refusal = ErrorNumber::PaymentRefused,
+                                .title = windowTitle(),
+                                .readAgain =
+                                    [this] {
+                                        readAgain();
+                                    }},
+                               action);
     if (!done)
         return;
     stored_ = true;

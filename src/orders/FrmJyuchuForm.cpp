@@ -87,9 +87,7 @@ void FrmJyuchu::buildForm() {
     for (PaymentKind kind : {PaymentKind::Deposit, PaymentKind::Balance, PaymentKind::Refund})
         cboPayKind->addItem(PaymentKindText(kind));
     cboPayMethod = Named(new QComboBox(this), QStringLiteral("cboPayMethod"));
-    for (PaymentMethod method :
-         {PaymentMethod::Cash, PaymentMethod::Credit, PaymentMethod::Electronic,
-          PaymentMethod::Transfer, PaymentMethod::Other})
+    for (PaymentMethod method : PaymentMethods)
         cboPayMethod->addItem(PaymentMethodText(method));
     txtPayAmount = Named(new xNum(this), QStringLiteral("txtPayAmount"));
     txtPayAmount->setRange(0, 99999999);

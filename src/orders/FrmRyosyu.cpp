@@ -176,19 +176,14 @@ const Receipt* FrmRyosyu::chosenReceipt() {
 
 bool FrmRyosyu::store(const QString& procedure, const QString& description,
                       const std::function<void()>& action) {
-    return Procedure(
-        ScreenName, procedure, description, action, {.ownMessage = [this](const Failure& failure) {
-            if (IsConflict(failure)) {
-                if (CmnAskReadAgain(failure.description()))
-                    readAgain();
-                return true;
-            }
-            if (failure.number() != ErrorNumber::ReceiptRefused)
-                return false;
-            MsgBox(failure.description(), MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
-            readAgain();
-            return true;
-        }});
+    return RunStore({.screen = ScreenName,
+                     .procedure = procedure,
+                     .description = description,
+                     .refusal = ErrorNumber::ReceiptRefused,
+                     .title = windowTitle(),
+                     .readAgain = [this] { readAgain(); },
+                     .readAgainAfterRefusal = true},
+                    action);
 }
 
 void FrmRyosyu::issue() {

@@ -75,9 +75,7 @@ void FrmRyosyu::buildForm() {
     cboTarget = Named(new QComboBox(this), QStringLiteral("cboTarget"));
     cboTarget->setMinimumWidth(300);
     cboMethod = Named(new QComboBox(this), QStringLiteral("cboMethod"));
-    for (PaymentMethod method :
-         {PaymentMethod::Cash, PaymentMethod::Credit, PaymentMethod::Electronic,
-          PaymentMethod::Transfer, PaymentMethod::Other})
+    for (PaymentMethod method : PaymentMethods)
         cboMethod->addItem(PaymentMethodText(method));
     cboKind = Named(new QComboBox(this), QStringLiteral("cboKind"));
     cboKind->addItems({QStringLiteral("通常"), QStringLiteral("医療費控除・療養費用")});

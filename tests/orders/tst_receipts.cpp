@@ -196,7 +196,7 @@ private slots:
         ShowModal(order);
 
         QCOMPARE(ReportJobs().size(), 2);
-        const ReportJobRecord &issued = ReportJobs()[0], &reprinted = ReportJobs()[1];
+        const ReportJobRecord issued = ReportJobs()[0], reprinted = ReportJobs()[1];
         QCOMPARE(issued.forms, QStringList{u"PrnSan007.jfm"_s});
         QHash<QString, QString> page = issued.pages.first();
         const QStringList fields{u"Title"_s, u"No"_s,    u"Name"_s,  u"Amount"_s,   u"Line1"_s,
