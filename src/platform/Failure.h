@@ -53,6 +53,8 @@ inline constexpr long ReportNotWritten = -2147221502;
 // A payment the order cannot take (over what is outstanding, a refund over what was paid); the
 // description says why in words for staff.
 inline constexpr long PaymentRefused = -2147221501;
+// A consumption tax rate that cannot be added (TaxRateRefusal); the description says why.
+inline constexpr long TaxRateRefused = -2147221500;
 // Anything thrown that is not a Failure.
 inline constexpr long Unexpected = -2147418113;
 } // namespace ErrorNumber
