@@ -228,6 +228,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/orders/FrmJyuchu.cpp
     src/orders/FrmJyuchuForm.cpp
     src/masters/FrmTenpo.cpp
+    src/masters/TaxRatePanel.cpp
     src/pickers/AddressList.cpp
     src/pickers/FrmCalender.cpp
     src/pickers/FrmZipList.cpp
@@ -257,6 +258,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/masters/FrmMaster.h
     src/orders/FrmJyuchu.h
     src/masters/FrmTenpo.h
+    src/masters/TaxRatePanel.h
     src/pickers/AddressList.h
     src/pickers/FrmCalender.h
     src/pickers/FrmZipList.h

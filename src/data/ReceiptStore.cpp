@@ -216,6 +216,12 @@ std::vector<Receipt> OfPurchase(qint64 customerNo, int seq) {
         QStringLiteral("Rcp_UserNo = %1 and Rcp_Seq = %2").arg(SqlNum(customerNo), SqlNum(seq)));
 }
 
+QDate LastIssueDay() {
+    return dateOf(
+        CmnNvl(gCon.execute(QStringLiteral("select max(Rcp_Date) from San_Receipt")).field(0), 0)
+            .toLongLong());
+}
+
 Receipt Reprint(qint64 no) {
     Transaction transaction(gCon);
     ExecuteOnCheckedRow(

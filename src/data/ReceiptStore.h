@@ -25,6 +25,9 @@ std::optional<Receipt> Find(qint64 no);
 // The receipts of a purchase, in the order they were issued.
 std::vector<Receipt> OfPurchase(qint64 customerNo, int seq);
 
+// The last day a receipt was issued, cancelled ones included; an invalid date when none was.
+QDate LastIssueDay();
+
 // A reprint: the same receipt, counted; gives it as stored.
 Receipt Reprint(qint64 no);
 // Marks it cancelled (取消) at `at`; one cancelled meanwhile by another terminal fails with

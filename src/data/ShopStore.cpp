@@ -1,6 +1,7 @@
 #include "data/ShopStore.h"
 
 #include "data/GuardedWrite.h"
+#include "data/ReceiptStore.h"
 #include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "platform/FieldValues.h"
@@ -79,6 +80,13 @@ void addMissingRows() {
     }
 }
 
+Failure rateAddedMeanwhile(const QDate& from, const QString& stored) {
+    return Failure(ErrorNumber::RowChanged,
+                   QStringLiteral("%1 からの消費税率は、この画面に表示した後で他の端末が登録しま"
+                                  "した%2。")
+                       .arg(from.toString(QStringLiteral("yyyy/MM/dd")), stored));
+}
+
 } // namespace
 
 namespace ShopStore {
@@ -106,6 +114,32 @@ std::vector<TaxRate> TaxRates() {
          !rows.eof(); rows.moveNext())
         rates.push_back({DateOfYmd(rows.field(0).toLongLong()), rows.field(1).toInt()});
     return rates;
+}
+
+void AddTaxRate(const TaxRate& rate) {
+    Transaction transaction(gCon);
+    const QString refusal = TaxRateRefusal(rate, ReceiptStore::LastIssueDay());
+    if (!refusal.isEmpty())
+        throw Failure(ErrorNumber::TaxRateRefused, refusal);
+    const QString from = SqlNum(YmdOf(rate.from));
+    {
+        RecordSet stored = gCon.execute(
+            QStringLiteral("select Tax_Percent from San_TaxRate where Tax_From = ") + from);
+        if (!stored.eof())
+            throw rateAddedMeanwhile(rate.from,
+                                     QStringLiteral("（%1%）").arg(stored.field(0).toInt()));
+    }
+    try {
+        gCon.execute(QStringLiteral("insert into San_TaxRate values(%1,%2)")
+                         .arg(from, SqlNum(rate.percent)));
+    } catch (const Failure& failure) {
+        // On the server another terminal's rate of the same day, added after the check above
+        // read, holds the key: the insert waits for it and then breaks the key.
+        if (failure.number() == ErrorNumber::DatabaseFailed)
+            throw rateAddedMeanwhile(rate.from, QString());
+        throw;
+    }
+    transaction.commit();
 }
 
 ShopDetails Read() {

@@ -31,6 +31,11 @@ ShopDetails Read();
 // one made before the rates were kept, starts with 10% from 2019/10/01.
 QStringList TaxRateStatements();
 std::vector<TaxRate> TaxRates();
+// Adds a rate, in a transaction of its own. One that cannot be added (TaxRateRefusal, with the
+// last day a receipt was issued as it is inside the transaction) fails with TaxRateRefused; a
+// day that has a rate already (another terminal added it meanwhile) fails with RowChanged.
+// Nothing is written then. A stored rate is never changed nor removed.
+void AddTaxRate(const TaxRate& rate);
 
 // Writes, in a transaction of its own, what was changed on screen from what it showed
 // (`shown`). A detail another terminal changed meanwhile to something else fails the save with

@@ -13,6 +13,18 @@ int TaxPercentOn(const std::vector<TaxRate>& rates, const QDate& day) {
     return applies ? applies->percent : 0;
 }
 
+QString TaxRateRefusal(const TaxRate& rate, const QDate& lastReceiptDay) {
+    if (!rate.from.isValid())
+        return QStringLiteral("適用開始日を正しく入力してください。");
+    if (rate.percent < 0 || rate.percent > 100)
+        return QStringLiteral("税率は 0 から 100 までの整数（％）で入力してください。");
+    if (lastReceiptDay.isValid() && rate.from <= lastReceiptDay)
+        return QStringLiteral("%1 に発行した領収書があります。新しい税率は、最後に領収書を発行した"
+                              "日より後の日から適用してください。")
+            .arg(lastReceiptDay.toString(QStringLiteral("yyyy/MM/dd")));
+    return {};
+}
+
 qint64 IncludedTax(qint64 taxIncluded, int percent, TaxRounding rounding) {
     if (taxIncluded < 0)
         return -IncludedTax(-taxIncluded, percent, rounding);

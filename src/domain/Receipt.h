@@ -24,6 +24,12 @@ struct TaxRate {
 // none does.
 int TaxPercentOn(const std::vector<TaxRate>& rates, const QDate& day);
 
+// Why a new rate cannot be added, in words for staff; empty when it can. A rate is a whole
+// percent from 0 (a tax-free period) to 100. It starts after the last day a receipt was issued
+// (`lastReceiptDay`, invalid when none was): receipts are kept as issued, so a day that has one
+// keeps the rate it had. Rates already stored are never changed nor removed.
+QString TaxRateRefusal(const TaxRate& rate, const QDate& lastReceiptDay);
+
 // The tax included in a tax-included amount at a rate: amount × rate / (100 + rate), rounded to
 // whole yen; a negative amount (a refund) is rounded as its positive counterpart.
 qint64 IncludedTax(qint64 taxIncluded, int percent, TaxRounding rounding);

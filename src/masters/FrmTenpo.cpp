@@ -1,13 +1,16 @@
 #include "masters/FrmTenpo.h"
 
+#include "data/ReceiptStore.h"
 #include "frame/Conflicts.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
+#include "masters/TaxRatePanel.h"
 #include "platform/controls/FocusOrder.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xField.h"
+#include "platform/ui/Clock.h"
 #include "platform/ui/MsgBox.h"
 #include "platform/ui/Named.h"
 #include "platform/ui/WaitCursor.h"
@@ -21,7 +24,11 @@
 namespace {
 
 const QString ScreenName = QStringLiteral("店舗設定画面");
-enum Key { F1 = 0, F5 = 4 };
+enum Key { F1 = 0, F5 = 4, F9 = 8 };
+
+QString dayText(const QDate& day) {
+    return day.toString(QStringLiteral("yyyy/MM/dd"));
+}
 
 } // namespace
 
@@ -39,14 +46,14 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
     cboTaxRounding = Named(new QComboBox(this), QStringLiteral("cboTaxRounding"));
     for (const char* rounding : {"切り捨て", "四捨五入", "切り上げ"})
         cboTaxRounding->addItem(QString::fromUtf8(rounding));
-    lblTaxRate = Named(new QLabel(this), QStringLiteral("lblTaxRate"));
+    taxRates_ = new TaxRatePanel(this);
     txtShopName->setMinimumWidth(360);
     txtShopAddress->setMinimumWidth(860);
     txtShopTel->setMaximumWidth(200);
     keys_ = new FunctionKeyRow(this);
     keys_->setCaptions({QStringLiteral("閉じる"), QString(), QString(), QString(),
-                        QStringLiteral("登録"), QString(), QString(), QString(), QString(),
-                        QString(), QString(), QString()});
+                        QStringLiteral("登録"), QString(), QString(), QString(),
+                        QStringLiteral("税率追加"), QString(), QString(), QString()});
     cmdFnuc = keys_->buttons();
 
     auto* fields = new QGridLayout;
@@ -56,15 +63,16 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
                                   {"電話番号", txtShopTel},
                                   {"登録番号", txtInvoiceNo},
                                   {"消費税の端数", cboTaxRounding},
-                                  {"消費税率", lblTaxRate}}) {
-        fields->addWidget(new QLabel(QString::fromUtf8(caption), this), row, 0);
+                                  {"消費税率", taxRates_}}) {
+        fields->addWidget(new QLabel(QString::fromUtf8(caption), this), row, 0,
+                          field == taxRates_ ? Qt::AlignTop : Qt::Alignment());
         fields->addWidget(field, row++, 1,
                           field == txtShopAddress ? Qt::Alignment() : Qt::AlignLeft);
     }
     fields->setColumnStretch(1, 1);
     auto* note = new QLabel(
         QStringLiteral("お客様にお渡しする預り証・領収書に印刷されます。どの端末から印刷しても"
-                       "同じです。"),
+                       "同じです。価格は税込、消費税は領収書ごと・税率ごとに計算します。"),
         this);
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(16, 16, 16, 8);
@@ -73,9 +81,10 @@ FrmTenpo::FrmTenpo(QWidget* parent) : Screen(parent) {
     page->addWidget(note);
     page->addStretch();
     page->addWidget(keys_);
-    SetTabChain({txtShopName, txtShopAddress, txtShopTel, txtInvoiceNo, cboTaxRounding});
+    SetTabChain({txtShopName, txtShopAddress, txtShopTel, txtInvoiceNo, cboTaxRounding,
+                 taxRates_->dayField(), taxRates_->percentField()});
     setEnterMovesFocus(true);
-    resize(980, 340);
+    resize(980, 480);
 
     connect(keys_, &FunctionKeyRow::pressed, this, &FrmTenpo::cmdFnuc_Click);
 }
@@ -103,17 +112,15 @@ void FrmTenpo::DispShop() {
         txtShopTel->setText(shown_.tel);
         txtInvoiceNo->setText(shown_.invoiceNo);
         cboTaxRounding->setCurrentIndex(int(shown_.rounding));
-        QStringList rates;
-        for (const TaxRate& rate : ShopStore::TaxRates())
-            rates << QStringLiteral("%1%（%2から）")
-                         .arg(rate.percent)
-                         .arg(rate.from.toString(QStringLiteral("yyyy/MM/dd")));
-        lblTaxRate->setText(
-            rates.join(QStringLiteral("、")) +
-            QStringLiteral("　価格は税込、消費税は領収書ごと・税率ごとに計算します"));
+        DispTaxRates();
         // A long address is read from its start.
         txtShopAddress->setCursorPosition(0);
     });
+}
+
+void FrmTenpo::DispTaxRates() {
+    Procedure(ScreenName, QStringLiteral("DispTaxRates"), QStringLiteral("消費税率の画面表示"),
+              [&] { taxRates_->setRates(ShopStore::TaxRates(), Today()); });
 }
 
 ShopDetails FrmTenpo::typed() const {
@@ -127,7 +134,7 @@ bool FrmTenpo::hasUnsavedEdits() const {
     return now.name.trimmed() != shown_.name.trimmed() ||
            now.address.trimmed() != shown_.address.trimmed() ||
            now.tel.trimmed() != shown_.tel.trimmed() || now.invoiceNo != shown_.invoiceNo ||
-           now.rounding != shown_.rounding;
+           now.rounding != shown_.rounding || taxRates_->hasTyped();
 }
 
 bool FrmTenpo::invoiceNoFits() {
@@ -173,6 +180,67 @@ bool FrmTenpo::SaveShop() {
                      }});
 }
 
+bool FrmTenpo::taxRateFits(const TaxRate& rate) {
+    if (taxRates_->refuseIncomplete())
+        return false;
+    // The day is a real one by now: the rule without receipts speaks of the percent alone.
+    QWidget* field = taxRates_->percentField();
+    QString why = TaxRateRefusal(rate, QDate());
+    if (why.isEmpty()) {
+        field = taxRates_->dayField();
+        for (const TaxRate& shown : taxRates_->rates())
+            if (shown.from == rate.from)
+                why = QStringLiteral("%1 からの消費税率は、%2% で登録済みです。登録した税率は"
+                                     "変更も削除もできません。")
+                          .arg(dayText(rate.from))
+                          .arg(shown.percent);
+    }
+    if (why.isEmpty())
+        why = TaxRateRefusal(rate, ReceiptStore::LastIssueDay());
+    if (why.isEmpty())
+        return true;
+    MsgBox(why, MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
+    field->setFocus();
+    return false;
+}
+
+bool FrmTenpo::AddTaxRate() {
+    const TaxRate rate = taxRates_->typed();
+    if (!taxRateFits(rate) ||
+        MsgBox(QStringLiteral("%1 から消費税率 %2% を適用します。\n"
+                              "登録した税率は、後から変更も削除もできません。\nよろしいですか？")
+                   .arg(dayText(rate.from))
+                   .arg(rate.percent),
+               MsgIcon::Question, MsgButtons::YesNo, windowTitle(),
+               MsgDefault::Second) != Answer::Yes)
+        return false;
+    return Procedure(
+        ScreenName, QStringLiteral("AddTaxRate"), QStringLiteral("消費税率の追加処理"),
+        [&] {
+            ShopStore::AddTaxRate(rate);
+            taxRates_->clearTyped();
+            DispTaxRates();
+            CmnDspMsg(OpeInf_001);
+            taxRates_->dayField()->setFocus();
+        },
+        {.ownMessage = [this](const Failure& failure) {
+            if (IsConflict(failure)) {
+                if (CmnAskReadAgain(failure.description(),
+                                    QStringLiteral("読み直すのは消費税率だけです。店名などの入力"
+                                                   "はそのまま残ります。"))) {
+                    taxRates_->clearTyped();
+                    DispTaxRates();
+                }
+            } else if (failure.number() == ErrorNumber::TaxRateRefused) {
+                MsgBox(failure.description(), MsgIcon::Exclamation, MsgButtons::OK, windowTitle());
+            } else {
+                return false;
+            }
+            taxRates_->dayField()->setFocus();
+            return true;
+        }});
+}
+
 void FrmTenpo::cmdFnuc_Click(int index) {
     Procedure(ScreenName, QStringLiteral("cmdFnuc_Click"),
               QStringLiteral("ファンクションボタンのクリック処理"),
@@ -188,6 +256,9 @@ void FrmTenpo::cmdFnuc_Click(int index) {
                       SaveShop();
                       break;
                   }
+                  case F9:
+                      AddTaxRate();
+                      break;
                   default:
                       break;
                   }

@@ -55,6 +55,8 @@ inline constexpr long ReportNotWritten = -2147221502;
 inline constexpr long PaymentRefused = -2147221501;
 // A receipt that cannot be issued (the money is receipted already); the description says which.
 inline constexpr long ReceiptRefused = -2147221500;
+// A consumption tax rate that cannot be added (TaxRateRefusal); the description says why.
+inline constexpr long TaxRateRefused = -2147221499;
 // Anything thrown that is not a Failure.
 inline constexpr long Unexpected = -2147418113;
 } // namespace ErrorNumber

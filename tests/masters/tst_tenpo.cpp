@@ -1,15 +1,21 @@
 // The shop's own details: typed on their screen, saved and read back, another terminal's
 // change never overwritten, typed changes not lost by closing; older databases gain them, the
-// copy and the CSV carry them. The order slip prints them with the customer's order.
+// copy and the CSV carry them. The order slip prints them with the customer's order. The
+// consumption tax rates are added, never changed, and only from a day no receipt was issued on.
 #include "data/DatabaseCopy.h"
 #include "data/OrderStore.h"
+#include "data/ReceiptStore.h"
 #include "data/Schema.h"
 #include "data/ShopExport.h"
 #include "data/ShopStore.h"
 #include "frame/Globals.h"
 #include "frame/MessageCatalogue.h"
 #include "masters/FrmTenpo.h"
+#include "platform/Failure.h"
+#include "platform/controls/GridView.h"
+#include "platform/controls/xDate.h"
 #include "platform/controls/xInput.h"
+#include "platform/controls/xNum.h"
 #include "platform/report/Report.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
@@ -43,6 +49,18 @@ void openScreen(Harness& harness, const std::function<void(FrmTenpo&)>& drive) {
     harness.screens.expect<FrmTenpo>(drive);
     FrmMenu menu;
     QTest::mouseClick(&Find<QPushButton>(menu, u"cmdTenpo"_s), Qt::LeftButton);
+}
+
+// Types a rate into the screen's emptied fields, the day last, and presses F9 to add it.
+void typeRate(FrmTenpo& s, const QString& day, const QString& percent) {
+    Find<xDate>(s, u"txtTaxFrom"_s).setDate(xDate::EmptyDate);
+    Retype(&Find<xNum>(s, u"txtTaxPercent"_s), percent);
+    Retype(&Find<xDate>(s, u"txtTaxFrom"_s), day);
+    QTest::keyClick(&s, Qt::Key_F9);
+}
+
+QString dayText(const QDate& day) {
+    return day.toString(u"yyyy/MM/dd"_s);
 }
 
 QString plain(QString text) {
@@ -149,6 +167,98 @@ private slots:
         other.act([&] { ShopStore::Write(stored, same); });
         ShopStore::Write(stored, same);
         QCOMPARE(ShopStore::Read(), same);
+    }
+
+    // A rate is added after the question and is the rate of its days from then on; 0% (a
+    // tax-free period) is one. Refused with nothing stored: a day not typed or no real date, no
+    // percent, over 100%, a day that has a rate, a day on or before the last receipt's; the store
+    // refuses the same inside its transaction. Closing with a rate typed asks first.
+    void aRateIsAddedFromItsDayOnAndRefusedOtherwise() {
+        ReceiptStore::Issue(Receipt{}, QDateTime(QDate(2026, 11, 20), QTime(18, 0)));
+        const std::vector<TaxRate> before = ShopStore::TaxRates();
+        struct Refused {
+            QString day, percent, box;
+            bool onPercent = false;
+        };
+        const QString afterReceipts = u"2026/11/20 に発行した領収書があります。"_s;
+        const Refused refused[] = {
+            {u""_s, u"12"_s, OpeErr_001},
+            {u"20290230"_s, u"12"_s, OpeErr_003},
+            {u"20290401"_s, u""_s, OpeErr_001, true},
+            {u"20290401"_s, u"101"_s, u"税率は 0 から 100 までの整数"_s, true},
+            {u"20191001"_s, u"8"_s, u"2019/10/01 からの消費税率は、10% で登録済みです。"_s},
+            {u"20261120"_s, u"12"_s, afterReceipts},
+            {u"20261119"_s, u"12"_s, afterReceipts},
+        };
+        const TaxRate added[] = {{QDate(2029, 4, 1), 12}, {QDate(2030, 1, 1), 0}};
+        openScreen(harness, [&](FrmTenpo& s) {
+            QWidget* day = &Find<xDate>(s, u"txtTaxFrom"_s);
+            for (const Refused& r : refused) {
+                if (r.box.startsWith(u"Ope"_s))
+                    harness.msgs.expect(r.box);
+                else
+                    harness.msgs.expectBoxStartingWith(r.box, s.windowTitle());
+                typeRate(s, r.day, r.percent);
+                QCOMPARE(s.focusWidget(), r.onPercent ? &Find<xNum>(s, u"txtTaxPercent"_s) : day);
+                QCOMPARE(ShopStore::TaxRates(), before);
+            }
+            for (const auto& [rate, answer] :
+                 {std::pair(added[0], Answer::No), std::pair(added[0], Answer::Yes),
+                  std::pair(added[1], Answer::Yes)}) {
+                harness.msgs.expectBoxStartingWith(
+                    u"%1 から消費税率 %2% を適用します。"_s.arg(dayText(rate.from))
+                        .arg(rate.percent),
+                    s.windowTitle(), answer);
+                if (answer == Answer::Yes)
+                    harness.msgs.expect(OpeInf_001);
+                typeRate(s, rate.from.toString(u"yyyyMMdd"_s), QString::number(rate.percent));
+                QCOMPARE(Find<xDate>(s, u"txtTaxFrom"_s).isEmpty(), answer == Answer::Yes);
+            }
+            const auto& grid = Find<GridView>(s, u"spdTaxRate"_s);
+            QCOMPARE(ColumnTexts(grid, 1) + ColumnTexts(grid, 2) + ColumnTexts(grid, 3),
+                     u"2019/10/01|2029/04/01|2030/01/0110%|12%|0%適用中|適用予定|適用予定"_s);
+            Retype(&Find<xDate>(s, u"txtTaxFrom"_s), u"20310101"_s);
+            harness.msgs.expect(OpeQes_008, Answer::No);
+            QTest::keyClick(&s, Qt::Key_F1);
+            QVERIFY(s.isVisible());
+        });
+        const std::vector<TaxRate> rates = ShopStore::TaxRates();
+        QCOMPARE(rates.size(), before.size() + 2);
+        const std::pair<QDate, int> percentOn[] = {{QDate(2029, 3, 31), 10},
+                                                   {QDate(2029, 4, 1), 12},
+                                                   {QDate(2029, 12, 31), 12},
+                                                   {QDate(2030, 1, 1), 0}};
+        for (const auto& [day, percent] : percentOn)
+            QCOMPARE(TaxPercentOn(rates, day), percent);
+        const std::pair<TaxRate, long> storeRefuses[] = {
+            {{QDate(2029, 4, 1), 5}, ErrorNumber::RowChanged},
+            {{QDate(), 5}, ErrorNumber::TaxRateRefused},
+            {{QDate(2031, 1, 1), -1}, ErrorNumber::TaxRateRefused},
+            {{QDate(2026, 11, 20), 5}, ErrorNumber::TaxRateRefused}};
+        for (const auto& [rate, number] : storeRefuses)
+            QCOMPARE(FailureNumber([&] { ShopStore::AddTaxRate(rate); }), number);
+        QCOMPARE(ShopStore::TaxRates(), rates);
+    }
+
+    // Another terminal added a rate of the same day after the screen showed the rates: the rate
+    // typed here is not stored and the conflict box says why; read again, the screen shows
+    // theirs, and the shop's details typed meanwhile stay as typed.
+    void anotherTerminalsRateOfTheSameDayIsKept() {
+        OtherTerminal other(harness.folder());
+        openScreen(harness, [&](FrmTenpo& s) {
+            other.act([] { ShopStore::AddTaxRate({QDate(2029, 4, 1), 8}); });
+            Paste(fieldsOf(s)[0], Shop.name);
+            harness.msgs.expectBoxStartingWith(u"2029/04/01 から消費税率 12% を"_s, s.windowTitle(),
+                                               Answer::Yes);
+            ExpectConflict(harness,
+                           u"2029/04/01 からの消費税率は、この画面に表示した後で他の端末が登録し"
+                           u"ました（8%）。"_s,
+                           Answer::Yes);
+            typeRate(s, u"20290401"_s, u"12"_s);
+            QCOMPARE(ColumnTexts(Find<GridView>(s, u"spdTaxRate"_s), 2), u"10%|8%"_s);
+            QCOMPARE(fieldsOf(s)[0]->text(), Shop.name);
+        });
+        QCOMPARE(TaxPercentOn(ShopStore::TaxRates(), QDate(2029, 4, 1)), 8);
     }
 
     // A database made before the details gains their table; the copy of the shop and its CSV
