@@ -128,6 +128,7 @@ target_link_libraries(mirvane_frame PUBLIC mirvane_settings mirvane_platform_ui)
 
 set(MIRVANE_DOMAIN_SOURCES
     src/domain/Age.cpp
+    src/domain/DailyClosing.cpp
     src/domain/Household.cpp
     src/domain/ListRow.cpp
     src/domain/Order.cpp
@@ -140,6 +141,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/SearchConditions.cpp
     src/domain/Age.h
     src/domain/Customer.h
+    src/domain/DailyClosing.h
     src/domain/Household.h
     src/domain/ListRow.h
     src/domain/Master.h
@@ -161,6 +163,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/CustomerQueries.cpp
     src/data/CustomerSearch.cpp
     src/data/CustomerStore.cpp
+    src/data/DailyClosingStore.cpp
     src/data/DatabaseCopy.cpp
     src/data/GuardedWrite.cpp
     src/data/Lookups.cpp
@@ -180,6 +183,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/CustomerQueries.h
     src/data/CustomerSearch.h
     src/data/CustomerStore.h
+    src/data/DailyClosingStore.h
     src/data/DatabaseCopy.h
     src/data/GuardedWrite.h
     src/data/Lookups.h
@@ -218,6 +222,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/FrmTotalKensakuForm.cpp
     src/search/ListCsv.cpp
     src/search/ListGrid.cpp
+    src/print/DailyClosingPrint.cpp
     src/print/FrmPrint.cpp
     src/print/OrderSlip.cpp
     src/print/PrintRun.cpp
@@ -232,6 +237,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/AddressList.cpp
     src/pickers/FrmCalender.cpp
     src/pickers/FrmZipList.cpp
+    src/orders/FrmNikkei.cpp
     src/orders/FrmOwatasi.cpp
     src/orders/PickupBoard.cpp
     src/customer/CustomerList.h
@@ -250,6 +256,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/search/FrmTotalKensaku.h
     src/search/ListCsv.h
     src/search/ListGrid.h
+    src/print/DailyClosingPrint.h
     src/print/FrmPrint.h
     src/print/OrderSlip.h
     src/print/PrintRun.h
@@ -262,6 +269,7 @@ set(MIRVANE_SCREENS_SOURCES
     src/pickers/AddressList.h
     src/pickers/FrmCalender.h
     src/pickers/FrmZipList.h
+    src/orders/FrmNikkei.h
     src/orders/FrmOwatasi.h
     src/orders/PickupBoard.h
 )

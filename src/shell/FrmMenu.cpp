@@ -4,6 +4,7 @@
 #include "frame/Procedure.h"
 #include "masters/FrmMaster.h"
 #include "masters/FrmTenpo.h"
+#include "orders/FrmNikkei.h"
 #include "orders/FrmOwatasi.h"
 #include "platform/ui/Clock.h"
 #include "platform/ui/ShowModal.h"
@@ -11,6 +12,7 @@
 #include "search/FrmKensaku.h"
 
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -41,6 +43,13 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
         ShowModal(board);
         showOrderCounts();
     });
+    // The day's closing sits beside the board: both are the orders' day-to-day.
+    cmdNikkei = menuButton(QStringLiteral("日計表"), QStringLiteral("cmdNikkei"), this);
+    cmdNikkei->setMinimumWidth(120);
+    connect(cmdNikkei, &QPushButton::clicked, this, [this] {
+        FrmNikkei closing(this);
+        ShowModal(closing);
+    });
     Frame1 = new QGroupBox(QStringLiteral("< マスタ保守 >"), this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
     const QString mstCaptions[] = {QStringLiteral("アイテム"), QStringLiteral("用途"),
@@ -64,14 +73,19 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     page->setSpacing(12);
     page->addWidget(cmdMenu[0]);
     page->addWidget(cmdMenu[1]);
-    page->addWidget(cmdOwatasi);
+    auto* orders = new QHBoxLayout;
+    orders->setSpacing(12);
+    orders->addWidget(cmdOwatasi, 1);
+    orders->addWidget(cmdNikkei);
+    page->addLayout(orders);
     page->addWidget(Frame1);
     page->addSpacing(8);
     page->addWidget(cmdMenu[2]);
 
     setTabOrder(cmdMenu[0], cmdMenu[1]);
     setTabOrder(cmdMenu[1], cmdOwatasi);
-    setTabOrder(cmdOwatasi, cmdMst[0]);
+    setTabOrder(cmdOwatasi, cmdNikkei);
+    setTabOrder(cmdNikkei, cmdMst[0]);
     setTabOrder(cmdMst[0], cmdMst[1]);
     setTabOrder(cmdMst[1], cmdMst[2]);
     setTabOrder(cmdMst[2], cmdTenpo);

@@ -27,5 +27,6 @@ private:
     std::array<QPushButton*, 3> cmdMst;
     QPushButton* cmdTenpo;
     QPushButton* cmdOwatasi;
+    QPushButton* cmdNikkei;
     QGroupBox* Frame1;
 };

@@ -4,7 +4,6 @@
 // consumption tax rates are added, never changed, and only from a day no receipt was issued on.
 #include "data/DatabaseCopy.h"
 #include "data/OrderStore.h"
-#include "data/ReceiptStore.h"
 #include "data/Schema.h"
 #include "data/ShopExport.h"
 #include "data/ShopStore.h"
@@ -174,7 +173,7 @@ private slots:
     // percent, over 100%, a day that has a rate, a day on or before the last receipt's; the store
     // refuses the same inside its transaction. Closing with a rate typed asks first.
     void aRateIsAddedFromItsDayOnAndRefusedOtherwise() {
-        ReceiptStore::Issue(Receipt{}, QDateTime(QDate(2026, 11, 20), QTime(18, 0)));
+        InsertReceipt({.issued = QDateTime(QDate(2026, 11, 20), QTime(18, 0))});
         const std::vector<TaxRate> before = ShopStore::TaxRates();
         struct Refused {
             QString day, percent, box;

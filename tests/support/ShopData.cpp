@@ -32,6 +32,21 @@ void InsertPurchase(const PurchaseRow& r) {
                  QLatin1Char(')'));
 }
 
+void InsertReceipt(const ReceiptRow& r) {
+    const QString values =
+        QStringList{SqlNum(r.no),
+                    r.issued.date().toString(QStringLiteral("yyyyMMdd")),
+                    SqlStr(r.issued.toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"))),
+                    SqlNum(r.user),
+                    SqlNum(r.seq),
+                    QStringLiteral("0,0,'上様'"),
+                    SqlNum(r.received),
+                    SqlNum(r.received),
+                    QStringLiteral("0,0,0,0,'','','','',0,NULL,0")}
+            .join(QLatin1Char(','));
+    gCon.execute(QStringLiteral("insert into San_Receipt values(") + values + QLatin1Char(')'));
+}
+
 QStringList RowTexts(const QString& sql, const QStringList& columns) {
     RecordSet rows = gCon.execute(sql);
     QStringList texts;

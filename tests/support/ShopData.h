@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -30,6 +31,16 @@ struct PurchaseRow {
 };
 
 void InsertPurchase(const PurchaseRow& row);
+
+// A receipt as issued, for a test that needs one on a given day and does not look at its lines.
+struct ReceiptRow {
+    qint64 no = 1, user = 1;
+    int seq = 1;
+    qint64 received = 0;
+    QDateTime issued;
+};
+
+void InsertReceipt(const ReceiptRow& row);
 
 // The values of one row's columns, by name, as text.
 QStringList RowTexts(const QString& sql, const QStringList& columns);

@@ -2,7 +2,7 @@
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
 //   list | conditions | print | printscreen | shop | slip | board | boardprint | order |
-//   receipt | receiptprint
+//   receipt | receiptprint | nikkei | nikkeiprint
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/OrderStore.h"
@@ -10,11 +10,13 @@
 #include "data/ReceiptStore.h"
 #include "data/Schema.h"
 #include "data/ShopStore.h"
+#include "domain/Ymd.h"
 #include "frame/Globals.h"
 #include "history/FrmRireki.h"
 #include "masters/FrmMaster.h"
 #include "masters/FrmTenpo.h"
 #include "orders/FrmJyuchu.h"
+#include "orders/FrmNikkei.h"
 #include "orders/FrmOwatasi.h"
 #include "orders/FrmRyosyu.h"
 #include "pickers/FrmCalender.h"
@@ -504,6 +506,67 @@ int showBoard(const QString& folder, bool print) {
     return result;
 }
 
+// A day of the sample shop: sales with and without orders, deposits and balances by every
+// method, a cancelled order's refund and receipts; then the day's closing, or its paper.
+int showNikkei(const QString& folder, bool print) {
+    seedShop(folder);
+    seedManyCustomers();
+    // A name and an address longer than most, to see that they print whole.
+    ShopStore::Write({}, {QStringLiteral("メガネの松本 札幌駅前本店 ＪＲタワー・ステラプレイス"
+                                         "眼鏡サロン 補聴器相談室併設"),
+                          QStringLiteral("〒060-0005 北海道札幌市中央区北五条西二丁目５番地 "
+                                         "ＪＲタワーオフィスプラザさっぽろ１５階 総合受付横 "
+                                         "エレベーターホール前（地下鉄さっぽろ駅 直結）"),
+                          QStringLiteral("011-555-1234"), QString(), TaxRounding::Down});
+    const QDate today = Today();
+    Transaction transaction(gCon);
+    gCon.execute(QStringLiteral("update San_Uriage set Uri_Date = %1 where Uri_UserNo between 10 "
+                                "and 29")
+                     .arg(YmdOf(today)));
+    for (int no = 10; no < 20; ++no) {
+        Order order;
+        const auto method = PaymentMethod(no % 5);
+        std::vector<Payment> paid{{.date = today.addDays(no % 3 - 2),
+                                   .amount = 5000 + no * 100,
+                                   .method = method,
+                                   .kind = PaymentKind::Deposit}};
+        if (no % 4 == 0)
+            paid.push_back(
+                {.date = today, .amount = 2000, .method = method, .kind = PaymentKind::Balance});
+        OrderStore::Create(no, 1, 30000, order, paid, Now());
+    }
+    transaction.commit();
+    // A cancelled order's deposit paid back.
+    Order taken;
+    OrderStore::SetStatus(13, 1, taken, OrderStatus::Cancelled, Now());
+    OrderStore::AddPayment(13, 1,
+                           {.date = today,
+                            .amount = 5000,
+                            .method = PaymentMethod::Credit,
+                            .kind = PaymentKind::Refund});
+    Receipt receipt;
+    receipt.customerNo = 10;
+    receipt.seq = 1;
+    receipt.total = receipt.received = 6000;
+    ReceiptStore::Issue(receipt, Now());
+    ReceiptStore::Cancel(ReceiptStore::Issue(receipt, Now()).no, Now());
+    FrmNikkei screen;
+    if (print) {
+        SetMsgBoxHandler([](const MsgRequest& box) {
+            std::fprintf(stderr, "%s\n", qPrintable(box.text));
+            return Answer::OK;
+        });
+        SetReportOutput(ReportOutput::PdfOnly);
+        screen.show();
+        screen.cmdFnuc_Click(8);
+        gCon.close();
+        return 0;
+    }
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showCalendar() {
     FrmCalender screen;
     screen.setInDate(QDate(2026, 11, 22));
@@ -549,6 +612,8 @@ int main(int argc, char* argv[]) {
         return showBoard(folder.path(), which == QLatin1String("boardprint"));
     if (which == QLatin1String("receipt") || which == QLatin1String("receiptprint"))
         return showReceipts(folder.path(), which == QLatin1String("receiptprint"));
+    if (which == QLatin1String("nikkei") || which == QLatin1String("nikkeiprint"))
+        return showNikkei(folder.path(), which == QLatin1String("nikkeiprint"));
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
