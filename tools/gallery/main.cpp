@@ -544,12 +544,13 @@ int showNikkei(const QString& folder, bool print) {
                             .amount = 5000,
                             .method = PaymentMethod::Credit,
                             .kind = PaymentKind::Refund});
-    Receipt receipt;
+    // Customer 10's deposit receipted, cancelled and receipted again.
+    Receipt receipt = ReceiptFor(PurchaseStore::OfCustomer(10).front(), 6000, PaymentMethod::Cash,
+                                 10, TaxRounding::Down);
     receipt.customerNo = 10;
-    receipt.seq = 1;
-    receipt.total = receipt.received = 6000;
-    ReceiptStore::Issue(receipt, Now());
+    receipt.paymentNo = 1;
     ReceiptStore::Cancel(ReceiptStore::Issue(receipt, Now()).no, Now());
+    ReceiptStore::Issue(receipt, Now());
     FrmNikkei screen;
     if (print) {
         SetMsgBoxHandler([](const MsgRequest& box) {
