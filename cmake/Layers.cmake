@@ -107,6 +107,7 @@ target_link_libraries(mirvane_platform_ui PUBLIC mirvane_settings mirvane_platfo
 set(MIRVANE_FRAME_SOURCES
     src/frame/BasCmnSubFun.cpp
     src/frame/Conflicts.cpp
+    src/frame/CsvExport.cpp
     src/frame/DateFields.cpp
     src/frame/Globals.cpp
     src/frame/Log.cpp
@@ -115,6 +116,7 @@ set(MIRVANE_FRAME_SOURCES
     src/frame/Procedure.cpp
     src/frame/BasCmnSubFun.h
     src/frame/Conflicts.h
+    src/frame/CsvExport.h
     src/frame/DateFields.h
     src/frame/Globals.h
     src/frame/Log.h

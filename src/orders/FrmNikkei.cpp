@@ -1,11 +1,11 @@
 #include "orders/FrmNikkei.h"
 
 #include "data/DailyClosingStore.h"
+#include "frame/CsvExport.h"
 #include "frame/DateFields.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/AppFolder.h"
 #include "platform/Format.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/GridView.h"
@@ -14,14 +14,10 @@
 #include "platform/controls/xDate.h"
 #include "platform/ui/Caption.h"
 #include "platform/ui/Clock.h"
-#include "platform/ui/MsgBox.h"
 #include "platform/ui/Named.h"
-#include "platform/ui/SaveFileDialog.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/DailyClosingPrint.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTableView>
@@ -33,7 +29,6 @@ namespace {
 
 const QString ScreenName = DailyClosingTitle;
 // The folder under the program folder that CSV files are offered in, as the customer list's.
-const QString ExportFolder = QStringLiteral("Export");
 enum Key { F1 = 0, F5 = 4, F9 = 8, F10 = 9 };
 constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;
 
@@ -167,31 +162,11 @@ void FrmNikkei::outputCsv() {
     if (!DispNikkei())
         return;
     const DailyClosing closing = *shown_;
-    const QString title = windowTitle();
-    Procedure(ScreenName, QStringLiteral("OutputCsv"), QStringLiteral("CSV出力処理"),
-              [&] {
-                  QDir().mkpath(AppPath(ExportFolder));
-                  QString path =
-                      AskSaveFileName(QStringLiteral("CSV出力"),
-                                      AppPath(ExportFolder + QStringLiteral("/日計表_") +
-                                              closing.day.toString(QStringLiteral("yyyyMMdd")) +
-                                              QStringLiteral(".csv")),
-                                      QStringLiteral("CSVファイル (*.csv)"));
-                  if (path.isEmpty())
-                      return;
-                  if (QFileInfo(path).suffix().isEmpty())
-                      path += QStringLiteral(".csv");
+    ExportCsv(ScreenName, windowTitle(),
+              QStringLiteral("日計表_") + closing.day.toString(QStringLiteral("yyyyMMdd")) +
+                  QStringLiteral(".csv"),
+              [&](const QString& path) {
                   WriteDailyClosingCsv(path, closing);
-                  MsgBox(QStringLiteral("ＣＳＶファイルに出力しました。") + QChar(13) +
-                             QDir::toNativeSeparators(path),
-                         MsgIcon::Information, MsgButtons::OK, title);
-              },
-              {.ownMessage = [&](const Failure& failure) {
-                  if (failure.number() != ErrorNumber::FileAccess)
-                      return false;
-                  MsgBox(QStringLiteral("ＣＳＶファイルを書き出せませんでした。") + QChar(13) +
-                             failure.description(),
-                         MsgIcon::Exclamation, MsgButtons::OK, title);
                   return true;
-              }});
+              });
 }

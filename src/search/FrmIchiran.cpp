@@ -5,16 +5,14 @@
 #include "data/CustomerStore.h"
 #include "domain/PrintMarks.h"
 #include "frame/Conflicts.h"
+#include "frame/CsvExport.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 #include "frame/Procedure.h"
-#include "platform/AppFolder.h"
 #include "platform/controls/FunctionKeyRow.h"
 #include "platform/controls/xCmdBtn.h"
 #include "platform/controls/xLabel.h"
 #include "platform/ui/Clock.h"
-#include "platform/ui/MsgBox.h"
-#include "platform/ui/SaveFileDialog.h"
 #include "platform/ui/ShowModal.h"
 #include "platform/ui/WaitCursor.h"
 #include "print/FrmPrint.h"
@@ -24,8 +22,6 @@
 #include "search/ListGrid.h"
 
 #include <QCloseEvent>
-#include <QDir>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressDialog>
@@ -35,7 +31,6 @@ namespace {
 
 const QString ScreenName = QStringLiteral("顧客一覧照会画面");
 // The folder under the program folder that the list's CSV files are offered in.
-const QString ExportFolder = QStringLiteral("Export");
 // A list longer than this shows a progress bar while it is written.
 constexpr size_t LongList = 2000;
 enum Key { F1 = 0, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
@@ -138,27 +133,10 @@ void FrmIchiran::Serchkokykau() {
 
 void FrmIchiran::OutputCsv() {
     const QString title = windowTitle();
-    const auto cannotWrite = [&](const Failure& failure) {
-        if (failure.number() != ErrorNumber::FileAccess)
-            return false;
-        MsgBox(QStringLiteral("ＣＳＶファイルを書き出せませんでした。") + QChar(13) +
-                   failure.description(),
-               MsgIcon::Exclamation, MsgButtons::OK, title);
-        return true;
-    };
-    Procedure(ScreenName, QStringLiteral("OutputCsv"), QStringLiteral("CSV出力処理"),
-              [&] {
-                  QDir().mkpath(AppPath(ExportFolder));
-                  QString path =
-                      AskSaveFileName(QStringLiteral("CSV出力"),
-                                      AppPath(ExportFolder + QStringLiteral("/顧客一覧_") +
-                                              Now().toString(QStringLiteral("yyyyMMdd_HHmm")) +
-                                              QStringLiteral(".csv")),
-                                      QStringLiteral("CSVファイル (*.csv)"));
-                  if (path.isEmpty())
-                      return;
-                  if (QFileInfo(path).suffix().isEmpty())
-                      path += QStringLiteral(".csv");
+    ExportCsv(ScreenName, title,
+              QStringLiteral("顧客一覧_") + Now().toString(QStringLiteral("yyyyMMdd_HHmm")) +
+                  QStringLiteral(".csv"),
+              [&](const QString& path) {
                   const std::vector<ListRow>& rows = spdData->rows();
                   std::unique_ptr<QProgressDialog> bar;
                   if (rows.size() > LongList) {
@@ -170,19 +148,13 @@ void FrmIchiran::OutputCsv() {
                       bar->setWindowModality(Qt::WindowModal);
                       bar->setMinimumDuration(0);
                   }
-                  const bool written = WriteListCsv(path, rows, Today(), [&](int done) {
+                  return WriteListCsv(path, rows, Today(), [&](int done) {
                       if (!bar)
                           return true;
                       bar->setValue(done);
                       return !bar->wasCanceled();
                   });
-                  bar.reset();
-                  if (written)
-                      MsgBox(QStringLiteral("ＣＳＶファイルに出力しました。") + QChar(13) +
-                                 QDir::toNativeSeparators(path),
-                             MsgIcon::Information, MsgButtons::OK, title);
-              },
-              {.ownMessage = cannotWrite});
+              });
 }
 
 void FrmIchiran::toggleDeletion() {
