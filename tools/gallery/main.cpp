@@ -159,6 +159,15 @@ int showZipList(const QString& folder) {
 }
 
 // A small shop: a family of three on one telephone, a neighbour, and three purchases.
+// Papers go to PDFs in Print/; every box is written to the terminal and answered OK.
+void printToPdf() {
+    SetMsgBoxHandler([](const MsgRequest& box) {
+        std::fprintf(stderr, "%s\n", qPrintable(box.text));
+        return Answer::OK;
+    });
+    SetReportOutput(ReportOutput::PdfOnly);
+}
+
 void seedShop(const QString& folder) {
     CreateDatabase(folder + QStringLiteral("/Mirvane.mdb"));
     gCon.open(folder + QStringLiteral("/Mirvane.mdb"));
@@ -385,11 +394,7 @@ int printSlip(const QString& folder) {
     seedShopDetails();
     gCon.execute(QStringLiteral("update San_User set User_Name = '勅使河原 左衛門三郎太郎兵衛之助' "
                                 "where User_No = 1"));
-    SetMsgBoxHandler([](const MsgRequest& box) {
-        std::fprintf(stderr, "%s\n", qPrintable(box.text));
-        return Answer::OK;
-    });
-    SetReportOutput(ReportOutput::PdfOnly);
+    printToPdf();
     RecordReportJobs(true);
     PrintOrderSlip(nullptr, 1, 3);
     for (const ReportJobRecord& job : ReportJobs())
@@ -441,11 +446,7 @@ int showReceipts(const QString& folder, bool print) {
         gCon.close();
         return result;
     }
-    SetMsgBoxHandler([](const MsgRequest& box) {
-        std::fprintf(stderr, "%s\n", qPrintable(box.text));
-        return Answer::OK;
-    });
-    SetReportOutput(ReportOutput::PdfOnly);
+    printToPdf();
     const Receipt balance = issue(2, 57000, name, ReceiptKind::Ordinary);
     PrintReceipt(nullptr, balance, false);
     ReceiptStore::Cancel(deposit.no, Now());
@@ -491,11 +492,7 @@ int showBoard(const QString& folder, bool print) {
     transaction.commit();
     FrmOwatasi screen;
     if (print) {
-        SetMsgBoxHandler([](const MsgRequest& box) {
-            std::fprintf(stderr, "%s\n", qPrintable(box.text));
-            return Answer::OK;
-        });
-        SetReportOutput(ReportOutput::PdfOnly);
+        printToPdf();
         screen.show();
         screen.cmdFnuc_Click(8);
         gCon.close();
@@ -553,11 +550,7 @@ int showNikkei(const QString& folder, bool print) {
     ReceiptStore::Issue(receipt, Now());
     FrmNikkei screen;
     if (print) {
-        SetMsgBoxHandler([](const MsgRequest& box) {
-            std::fprintf(stderr, "%s\n", qPrintable(box.text));
-            return Answer::OK;
-        });
-        SetReportOutput(ReportOutput::PdfOnly);
+        printToPdf();
         screen.show();
         screen.cmdFnuc_Click(8);
         gCon.close();
