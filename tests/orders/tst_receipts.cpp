@@ -21,6 +21,7 @@
 #include "support/Controls.h"
 #include "support/Harness.h"
 #include "support/OtherTerminal.h"
+#include "support/Papers.h"
 #include "support/ShopData.h"
 
 #include <QComboBox>
@@ -213,11 +214,7 @@ private slots:
                                      u"収入\n印紙"_s, u"登録番号 T7000012050002"_s}));
         page.insert(u"Mark"_s, u"再発行"_s);
         QCOMPARE(reprinted.pages.first(), page);
-        for (const ReportJobRecord* job : {&issued, &reprinted})
-            for (const DrawnText& run : job->drawn.first())
-                QVERIFY2(run.field.isEmpty() || job->fieldBoxes.value(run.field).contains(
-                                                    run.box.adjusted(1e-3, 1e-3, -1e-3, -1e-3)),
-                         qPrintable(run.field + u' ' + run.text));
+        QCOMPARE(FirstCutOff(issued) + FirstCutOff(reprinted), QString());
         QCOMPARE(ReceiptStore::Find(1)->cancelled, true);
 
         // The stamp's box is drawn for cash of 50,000 yen and more, not for a card's payment.
