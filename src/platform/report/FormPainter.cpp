@@ -55,7 +55,8 @@ QString FieldText(const FormItem& item, const QHash<QString, QString>& values) {
 }
 
 QList<DrawnText> DrawForm(QPainter& painter, double k, const FormTemplate& form,
-                          const QHash<QString, QString>& values, const FormOptions& options) {
+                          const QHash<QString, QString>& values, const FormOptions& options,
+                          const QHash<QString, FormPicture>& pictures) {
     QList<DrawnText> drawn;
     for (const FormItem& item : form.items) {
         if (!item.when.isEmpty() && values.value(item.when).isEmpty())
@@ -72,6 +73,18 @@ QList<DrawnText> DrawForm(QPainter& painter, double k, const FormTemplate& form,
             painter.setBrush(Qt::NoBrush);
             painter.drawRect(scaled(k, QRectF(item.x, item.y, item.w, item.h)));
             break;
+        case FormItem::Kind::Image: {
+            const auto picture = pictures.constFind(item.name);
+            if (picture == pictures.constEnd() || !picture->draw)
+                break;
+            const QRectF box(item.x, item.y, item.w, item.h);
+            painter.save();
+            painter.setClipRect(scaled(k, box), Qt::IntersectClip);
+            picture->draw(painter, scaled(k, box));
+            painter.restore();
+            drawn << DrawnText{item.name, picture->text, box};
+            break;
+        }
         case FormItem::Kind::Text:
         case FormItem::Kind::Field: {
             const SetText set = SetFieldText(item, FieldText(item, values), options.digits);

@@ -4,6 +4,7 @@
 #include "platform/report/Typesetting.h"
 
 #include <QHash>
+#include <functional>
 
 class QPainter;
 
@@ -23,10 +24,20 @@ struct DrawnText {
     bool turned = false;
 };
 
-// Draws one page of a form with its field values and gives what it drew. Positions are
-// millimetres, turned into the device's units with dotsPerMm; font sizes are points.
+// The picture of an image item: the program draws it into the item's box, given in the
+// device's units, so that it is as sharp as the printer or PDF allows. Its text stands for it
+// in what a page drew (a chart's title, say).
+struct FormPicture {
+    QString text;
+    std::function<void(QPainter& painter, const QRectF& box)> draw;
+};
+
+// Draws one page of a form with its field values and pictures and gives what it drew (a
+// picture as its text over its whole box). Positions are millimetres, turned into the
+// device's units with dotsPerMm; font sizes are points.
 QList<DrawnText> DrawForm(QPainter& painter, double dotsPerMm, const FormTemplate& form,
-                          const QHash<QString, QString>& values, const FormOptions& options = {});
+                          const QHash<QString, QString>& values, const FormOptions& options = {},
+                          const QHash<QString, FormPicture>& pictures = {});
 
 // The text a field shows: its own value, followed by the value of the field it joins.
 QString FieldText(const FormItem& item, const QHash<QString, QString>& values);

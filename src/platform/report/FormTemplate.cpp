@@ -110,6 +110,12 @@ bool LoadFormTemplate(const QString& path, FormTemplate& form, QString* error) {
             item.kind = FormItem::Kind::Text;
             ok = readTextItem(words, 1, item) && words.size() > 8;
             item.name = words.mid(8).join(QLatin1Char(' '));
+        } else if (kind == QLatin1String("image")) {
+            item.kind = FormItem::Kind::Image;
+            item.name = words.value(1);
+            ok = !item.name.isEmpty() && words.size() == 6 && readNumbers(words, 2, 4, n);
+            if (ok)
+                item.x = n[0], item.y = n[1], item.w = n[2], item.h = n[3];
         } else if (kind == QLatin1String("line") || kind == QLatin1String("box")) {
             item.kind = kind == QLatin1String("line") ? FormItem::Kind::Line : FormItem::Kind::Box;
             ok = readNumbers(words, 1, 4, n);

@@ -11,6 +11,7 @@
 //   text <x> <y> <w> <h> <pt> <align> <h|v> <text>      a fixed text (the rest of the line)
 //   line <x1> <y1> <x2> <y2> [<pen width>]
 //   box <x> <y> <w> <h> [<pen width>] [colour=<colour>] [plain]
+//   image <name> <x> <y> <w> <h>                        a picture the program draws
 //
 // align is left, center or right; h writes across, v top to bottom (columns right to left).
 // A field's text always prints whole inside its box: the size goes down from <pt> to the
@@ -18,11 +19,13 @@
 // explicit line breaks), top (lines written across start at the top of the box), join=<field>
 // (the other field's text follows this one's in the same box). A box marked plain is drawn
 // only on plain paper (a postcard brings its own); a line or box with when=<field> only when
-// that field has text on the page. Lines starting with # are comments.
+// that field has text on the page. An image's value is a picture the program gives for it
+// (a chart, say), drawn into its box at the resolution of the printer or PDF; without one the
+// box stays empty. Lines starting with # are comments.
 struct FormItem {
-    enum class Kind { Field, Text, Line, Box };
+    enum class Kind { Field, Text, Line, Box, Image };
     Kind kind = Kind::Field;
-    QString name; // the field's name, or the fixed text
+    QString name; // the field's or image's name, or the fixed text
     double x = 0, y = 0, w = 0, h = 0;
     double points = 10;
     Qt::Alignment align = Qt::AlignLeft;

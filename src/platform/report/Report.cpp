@@ -31,6 +31,7 @@ struct Job {
     bool hasForm = false;
     bool started = false;
     QHash<QString, QString> values;
+    QHash<QString, FormPicture> pictures;
     // A PDF is written under a temporary name and takes its own when it is whole.
     std::unique_ptr<QSaveFile> pdfFile;
     std::unique_ptr<QPdfWriter> pdf;
@@ -233,7 +234,7 @@ long jvSetForm(long handle, const QString& path, int, const QString&, int, int, 
     recordOf(*job).forms << QFileInfo(path).fileName();
     recordOf(*job).fieldBoxes.clear();
     for (const FormItem& item : job->form.items)
-        if (item.kind == FormItem::Kind::Field)
+        if (item.kind == FormItem::Kind::Field || item.kind == FormItem::Kind::Image)
             recordOf(*job).fieldBoxes.insert(item.name, QRectF(item.x, item.y, item.w, item.h));
     return 0;
 }
@@ -243,6 +244,15 @@ long jvSetFieldText(long handle, const QString& field, const QString& text) {
     if (!job)
         return ReportError::NoSuchJob;
     job->values.insert(field, text);
+    return 0;
+}
+
+long jvSetFieldPicture(long handle, const QString& field, const FormPicture& picture) {
+    Job* job = find(handle);
+    if (!job)
+        return ReportError::NoSuchJob;
+    job->pictures.insert(field, picture);
+    job->values.insert(field, picture.text);
     return 0;
 }
 
@@ -260,7 +270,8 @@ long jvDrawForm(long handle, int) {
     job->painter.save();
     job->painter.translate(job->offsetMm * k);
     ReportJobRecord& record = recordOf(*job);
-    record.drawn.append(DrawForm(job->painter, k, job->form, job->values, job->options));
+    record.drawn.append(
+        DrawForm(job->painter, k, job->form, job->values, job->options, job->pictures));
     job->painter.restore();
     record.pages.append(job->values);
     record.pageSizes.append(job->device()->pageLayout().fullRect(QPageLayout::Millimeter).size());
@@ -273,6 +284,7 @@ long jvEndPage(long handle) {
         return ReportError::NoSuchJob;
     // Each page is filled afresh: nothing of one page shows on the next.
     job->values.clear();
+    job->pictures.clear();
     job->pageEnded = true;
     return 0;
 }

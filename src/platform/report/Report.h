@@ -19,6 +19,8 @@ long jvSetString(long job, int option, const QString& text);
 long jvSetForm(long job, const QString& path, int page, const QString& name, int zoom, int x,
                int y);
 long jvSetFieldText(long job, const QString& field, const QString& text);
+// The picture of an image item for the next page; the page's values hold its text.
+long jvSetFieldPicture(long job, const QString& field, const FormPicture& picture);
 long jvDrawForm(long job, int page);
 long jvEndPage(long job);
 long jvEndDoc(long job);
@@ -53,7 +55,7 @@ struct ReportJobRecord {
     QList<QHash<QString, QString>> pages; // the field values of each page drawn
     QList<QList<DrawnText>> drawn;        // what each page shows, on the form (without offset)
     QList<QSizeF> pageSizes;              // millimetres
-    QHash<QString, QRectF> fieldBoxes;    // the last form's fields, millimetres
+    QHash<QString, QRectF> fieldBoxes;    // the last form's fields and images, millimetres
     bool ended = false;
     bool aborted = false;
     bool closed = false;

@@ -54,6 +54,10 @@ void ReportJob::setField(const QString& field, const QString& text) {
     jvSetFieldText(handle_, field, text);
 }
 
+void ReportJob::setPicture(const QString& field, const FormPicture& picture) {
+    jvSetFieldPicture(handle_, field, picture);
+}
+
 void ReportJob::printPage() {
     check("jvDrawForm", jvDrawForm(handle_, 1));
     check("jvEndPage", jvEndPage(handle_));

@@ -3,6 +3,7 @@
 #include <QString>
 
 class QWidget;
+struct FormPicture;
 
 // One print job of the report library, as every document is printed: made, it opens the job;
 // gone, it closes it, and first aborts a document it started and did not end, so no partial
@@ -25,6 +26,8 @@ public:
     void setForm(const QString& templatePath);
     // A field of the form for the next page; a name the form lacks is ignored.
     void setField(const QString& field, const QString& text);
+    // The picture of an image of the form for the next page; a name the form lacks is ignored.
+    void setPicture(const QString& field, const FormPicture& picture);
     // Draws the form with its fields as one page.
     void printPage();
     // Ends the document; gives the PDF it went to, empty when it went to a printer.
