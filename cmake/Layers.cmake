@@ -140,6 +140,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/Purchase.cpp
     src/domain/PurchaseLine.cpp
     src/domain/Receipt.cpp
+    src/domain/SalesAnalysis.cpp
     src/domain/SearchConditions.cpp
     src/domain/Age.h
     src/domain/Customer.h
@@ -154,6 +155,7 @@ set(MIRVANE_DOMAIN_SOURCES
     src/domain/Purchase.h
     src/domain/PurchaseLine.h
     src/domain/Receipt.h
+    src/domain/SalesAnalysis.h
     src/domain/SearchConditions.h
     src/domain/Ymd.h
 )
@@ -161,6 +163,7 @@ add_library(mirvane_domain STATIC ${MIRVANE_DOMAIN_SOURCES})
 target_link_libraries(mirvane_domain PUBLIC mirvane_settings mirvane_platform)
 
 set(MIRVANE_DATA_SOURCES
+    src/data/AnalysisStore.cpp
     src/data/Backup.cpp
     src/data/CustomerQueries.cpp
     src/data/CustomerSearch.cpp
@@ -181,6 +184,7 @@ set(MIRVANE_DATA_SOURCES
     src/data/ShopExport.cpp
     src/data/ZipImport.cpp
     src/data/ZipSearch.cpp
+    src/data/AnalysisStore.h
     src/data/Backup.h
     src/data/CustomerQueries.h
     src/data/CustomerSearch.h
@@ -206,6 +210,9 @@ add_library(mirvane_data STATIC ${MIRVANE_DATA_SOURCES})
 target_link_libraries(mirvane_data PUBLIC mirvane_settings mirvane_frame mirvane_domain)
 
 set(MIRVANE_SCREENS_SOURCES
+    src/analysis/AnalysisCharts.cpp
+    src/analysis/AnalysisViews.cpp
+    src/analysis/FrmBunseki.cpp
     src/customer/CustomerList.cpp
     src/customer/FrmKazoku.cpp
     src/customer/FrmKokyaku.cpp
@@ -242,6 +249,9 @@ set(MIRVANE_SCREENS_SOURCES
     src/orders/FrmNikkei.cpp
     src/orders/FrmOwatasi.cpp
     src/orders/PickupBoard.cpp
+    src/analysis/AnalysisCharts.h
+    src/analysis/AnalysisViews.h
+    src/analysis/FrmBunseki.h
     src/customer/CustomerList.h
     src/customer/FrmKazoku.h
     src/customer/FrmKokyaku.h
@@ -276,7 +286,9 @@ set(MIRVANE_SCREENS_SOURCES
     src/orders/PickupBoard.h
 )
 add_library(mirvane_screens STATIC ${MIRVANE_SCREENS_SOURCES})
-target_link_libraries(mirvane_screens PUBLIC mirvane_settings mirvane_data)
+# Qt Charts draws the sales analysis' charts, on the screen and on paper; only the screens use it.
+find_package(Qt6 REQUIRED COMPONENTS Charts)
+target_link_libraries(mirvane_screens PUBLIC mirvane_settings mirvane_data Qt6::Charts)
 
 set(MIRVANE_SHELL_SOURCES
     src/shell/BasSubMain.cpp

@@ -1,5 +1,6 @@
 #include "shell/FrmMenu.h"
 
+#include "analysis/FrmBunseki.h"
 #include "data/OrderStore.h"
 #include "frame/Procedure.h"
 #include "masters/FrmMaster.h"
@@ -50,6 +51,11 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
         FrmNikkei closing(this);
         ShowModal(closing);
     });
+    cmdBunseki = menuButton(QStringLiteral("売上分析"), QStringLiteral("cmdBunseki"), this);
+    connect(cmdBunseki, &QPushButton::clicked, this, [this] {
+        FrmBunseki analysis(this);
+        ShowModal(analysis);
+    });
     Frame1 = new QGroupBox(QStringLiteral("< マスタ保守 >"), this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
     const QString mstCaptions[] = {QStringLiteral("アイテム"), QStringLiteral("用途"),
@@ -78,6 +84,7 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     orders->addWidget(cmdOwatasi, 1);
     orders->addWidget(cmdNikkei);
     page->addLayout(orders);
+    page->addWidget(cmdBunseki);
     page->addWidget(Frame1);
     page->addSpacing(8);
     page->addWidget(cmdMenu[2]);
@@ -85,7 +92,8 @@ FrmMenu::FrmMenu(QWidget* parent) : Screen(parent) {
     setTabOrder(cmdMenu[0], cmdMenu[1]);
     setTabOrder(cmdMenu[1], cmdOwatasi);
     setTabOrder(cmdOwatasi, cmdNikkei);
-    setTabOrder(cmdNikkei, cmdMst[0]);
+    setTabOrder(cmdNikkei, cmdBunseki);
+    setTabOrder(cmdBunseki, cmdMst[0]);
     setTabOrder(cmdMst[0], cmdMst[1]);
     setTabOrder(cmdMst[1], cmdMst[2]);
     setTabOrder(cmdMst[2], cmdTenpo);

@@ -28,5 +28,6 @@ private:
     QPushButton* cmdTenpo;
     QPushButton* cmdOwatasi;
     QPushButton* cmdNikkei;
+    QPushButton* cmdBunseki;
     QGroupBox* Frame1;
 };

@@ -28,6 +28,7 @@ dpkg-deb -c "$deb" >"$work/contents"
 for path in usr/bin/mirvane usr/bin/mirvane-admin usr/lib/mirvane/mirvane \
     usr/lib/mirvane/mirvane-admin usr/lib/mirvane/jfm/PrnSan001.jfm \
     usr/lib/mirvane/jfm/PrnSan003.jfm usr/lib/mirvane/jfm/PrnSan004.jfm \
+    usr/lib/mirvane/jfm/PrnSan009.jfm \
     usr/lib/mirvane/postal/utf_ken_all.csv.qz usr/share/applications/mirvane.desktop \
     usr/share/metainfo/jp.mirvane.Mirvane.metainfo.xml \
     usr/share/icons/hicolor/scalable/apps/mirvane.svg \
@@ -40,8 +41,8 @@ grep -Eq "^-rwxr-xr-x root/root .* \./usr/bin/mirvane\$" "$work/contents" ||
     fail "the launcher is not an executable of root's"
 
 depends=$(dpkg-deb -f "$deb" Depends)
-for package in libqt6widgets6 libqt6sql6 libqt6printsupport6 libqt6sql6-sqlite libqt6sql6-psql \
-    qt6-qpa-plugins fonts-noto-cjk qt6-translations-l10n; do
+for package in libqt6widgets6 libqt6sql6 libqt6printsupport6 libqt6charts6 libqt6sql6-sqlite \
+    libqt6sql6-psql qt6-qpa-plugins fonts-noto-cjk qt6-translations-l10n; do
     [[ ", $depends," =~ ,\ $package[\ ,] ]] || fail "Depends lacks $package: $depends"
 done
 

@@ -15,9 +15,9 @@ constexpr int ScreenRank = 4;
 // A folder's place in the order from the bottom; -1 for a folder that has none.
 int rankOf(const QString& folder) {
     static const std::pair<const char*, int> order[] = {
-        {"platform", 0}, {"frame", 1},  {"domain", 2}, {"data", 3},         {"customer", 4},
-        {"history", 4},  {"search", 4}, {"print", 4},  {"prescription", 4}, {"masters", 4},
-        {"pickers", 4},  {"orders", 4}, {"shell", 5}};
+        {"platform", 0}, {"frame", 1},  {"domain", 2},   {"data", 3},         {"customer", 4},
+        {"history", 4},  {"search", 4}, {"print", 4},    {"prescription", 4}, {"masters", 4},
+        {"pickers", 4},  {"orders", 4}, {"analysis", 4}, {"shell", 5}};
     for (const auto& [name, rank] : order)
         if (folder == QLatin1String(name))
             return rank;

@@ -2,7 +2,8 @@
 // it can be looked at (under Xvfb with a screenshot, or on a desktop).
 //   mirvane-gallery controls | zip | calendar | register | search | family | history | makers |
 //   list | conditions | print | printscreen | shop | slip | board | boardprint | order |
-//   receipt | receiptprint | nikkei | nikkeiprint
+//   receipt | receiptprint | nikkei | nikkeiprint | analysis [VIEW] | analysisprint
+#include "analysis/FrmBunseki.h"
 #include "customer/FrmKazoku.h"
 #include "customer/FrmKokyaku.h"
 #include "data/OrderStore.h"
@@ -51,6 +52,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -561,6 +563,69 @@ int showNikkei(const QString& folder, bool print) {
     return result;
 }
 
+// Two years of sales of the many customers, a few a week, with the purposes and makers a shop
+// sees most more often than the others; some lenses of a maker since deleted (009), some sales
+// without a purpose; and the sample family's purchases.
+void seedSales() {
+    Transaction transaction(gCon);
+    unsigned state = 20261122;
+    const auto next = [&state](unsigned below) {
+        state = state * 1103515245u + 12345u;
+        return (state >> 8) % below;
+    };
+    const char* const items[] = {"001", "001", "001", "001", "002", "003", "004", "006"};
+    const char* const purposes[] = {"001", "001", "002", "003", "003", "003", "006", "", "007"};
+    const char* const makers[] = {"001", "001", "002", "003", "003", "004", "005", "009"};
+    for (int no = 10; no < 310; ++no) {
+        const int visits = 1 + int(next(4));
+        for (int seq = 2; seq < 2 + visits; ++seq) {
+            const QDate date = QDate(2024, 11, 1).addDays(int(next(750)));
+            const int frame = 8000 + int(next(40)) * 1000;
+            const int lens = int(next(60)) * 1000;
+            gCon.execute(QStringLiteral("insert into San_Uriage (Uri_UserNo, Uri_Seq, Uri_Date, "
+                                        "Uri_ItemNo, Uri_YoutoNo, Uri_Fm_MekaNo, Uri_Fm_Kinga, "
+                                        "Uri_Lz_MekaNo, Uri_Lz_Kinga, Uri_KingaKei) values (%1, "
+                                        "%2, %3, '%4', '%5', '%6', %7, '%8', %9, %10)")
+                             .arg(no)
+                             .arg(seq)
+                             .arg(YmdOf(date))
+                             .arg(QLatin1String(items[next(8)]), QLatin1String(purposes[next(9)]),
+                                  QLatin1String(makers[next(7)]))
+                             .arg(frame)
+                             .arg(QLatin1String(makers[next(8)]))
+                             .arg(lens)
+                             .arg(frame + lens));
+        }
+    }
+    // Every fifth customer came first in these two years.
+    gCon.execute(QStringLiteral("delete from San_Uriage where Uri_Seq = 1 and Uri_UserNo >= 10 "
+                                "and Uri_UserNo % 5 = 0"));
+    transaction.commit();
+}
+
+// The sales analysis of the sample shop on the view given (0 monthly ... 6 overview), or
+// every view printed into Print/.
+int showAnalysis(const QString& folder, bool print, int view) {
+    seedShop(folder);
+    seedManyCustomers();
+    seedSales();
+    FrmBunseki screen;
+    at<QTabBar>(screen, QStringLiteral("tabView")).setCurrentIndex(view);
+    if (!print) {
+        const int result = screen.exec();
+        gCon.close();
+        return result;
+    }
+    printToPdf();
+    screen.show();
+    for (int i = 0; i < AnalysisViewCount; ++i) {
+        at<QTabBar>(screen, QStringLiteral("tabView")).setCurrentIndex(i);
+        screen.cmdFnuc_Click(8);
+    }
+    gCon.close();
+    return 0;
+}
+
 int showCalendar() {
     FrmCalender screen;
     screen.setInDate(QDate(2026, 11, 22));
@@ -608,6 +673,9 @@ int main(int argc, char* argv[]) {
         return showReceipts(folder.path(), which == QLatin1String("receiptprint"));
     if (which == QLatin1String("nikkei") || which == QLatin1String("nikkeiprint"))
         return showNikkei(folder.path(), which == QLatin1String("nikkeiprint"));
+    if (which == QLatin1String("analysis") || which == QLatin1String("analysisprint"))
+        return showAnalysis(folder.path(), which == QLatin1String("analysisprint"),
+                            argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 0);
     if (which == QLatin1String("family"))
         return showFamily(folder.path());
     return showControls();
