@@ -1,7 +1,9 @@
 #include "Tasks.h"
 
+#include "analysis/FrmBunseki.h"
 #include "customer/FrmKokyaku.h"
 #include "customer/UriageEntry.h"
+#include "data/AnalysisStore.h"
 #include "frame/Globals.h"
 #include "frame/Log.h"
 #include "history/FrmRireki.h"
@@ -25,6 +27,7 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QPushButton>
+#include <QTabBar>
 #include <algorithm>
 #include <map>
 
@@ -235,6 +238,60 @@ TaskTimes boardOpen(int runs) {
             "o.Ord_UserNo where o.Ord_Status in (0,1,2,3,4,7) order by o.Ord_DueDate"))));
 }
 
+// The sales analysis: the last twelve months of the shop (its purchases run to 2026/11/22),
+// each view shown by F5. The floor: one statement with the same figures, the masters' names
+// joined for a breakdown, the totals beside the top list for the overview.
+const AnalysisPeriod AnalysisPeriodShown{QDate(2025, 12, 1), QDate(2026, 11, 22)};
+
+QString breakdownFloor(const QString& code, const QString& amount, const QString& master,
+                       const QString& key, const QString& name) {
+    return QStringLiteral("select r.%1, m.%4, coalesce(sum(r.%2), 0), count(*) from San_Uriage r "
+                          "left join %3 m on m.%5 = r.%1 where r.Uri_Date between %6 and %7 "
+                          "group by r.%1, m.%4")
+        .arg(code, amount, master, name, key, QString::number(AnalysisPeriodShown.fromYmd()),
+             QString::number(AnalysisPeriodShown.toYmd()));
+}
+
+QString analysisFloor(AnalysisView view) {
+    const AnalysisPeriod& p = AnalysisPeriodShown;
+    switch (view) {
+    case AnalysisView::Monthly:
+        return AnalysisStore::MonthsSql(p);
+    case AnalysisView::Item:
+        return breakdownFloor(QStringLiteral("Uri_ItemNo"), QStringLiteral("Uri_KingaKei"),
+                              QStringLiteral("San_Item"), QStringLiteral("Item_No"),
+                              QStringLiteral("Item_Name"));
+    case AnalysisView::Purpose:
+        return breakdownFloor(QStringLiteral("Uri_YoutoNo"), QStringLiteral("Uri_KingaKei"),
+                              QStringLiteral("San_Youto"), QStringLiteral("Youto_No"),
+                              QStringLiteral("Youto_Name"));
+    case AnalysisView::FrameMaker:
+        return breakdownFloor(QStringLiteral("Uri_Fm_MekaNo"), QStringLiteral("Uri_Fm_Kinga"),
+                              QStringLiteral("San_Meka"), QStringLiteral("Meka_No"),
+                              QStringLiteral("Meka_Name"));
+    case AnalysisView::LensMaker:
+        return breakdownFloor(QStringLiteral("Uri_Lz_MekaNo"), QStringLiteral("Uri_Lz_Kinga"),
+                              QStringLiteral("San_Meka"), QStringLiteral("Meka_No"),
+                              QStringLiteral("Meka_Name"));
+    case AnalysisView::Customers:
+        return AnalysisStore::ServedSql(p);
+    case AnalysisView::Overview:
+        break;
+    }
+    return QStringLiteral("select t.*, s.* from (") +
+           AnalysisStore::TopCustomersSql(p, TopCustomerCount) + QStringLiteral(") t, (") +
+           AnalysisStore::SummarySql(p) + QStringLiteral(") s");
+}
+
+TaskTimes analysisView(int runs, AnalysisView view) {
+    FrmBunseki analysis;
+    at<xDate>(analysis, QStringLiteral("txtKikanFrom")).setDate(AnalysisPeriodShown.from);
+    at<xDate>(analysis, QStringLiteral("txtKikanTo")).setDate(AnalysisPeriodShown.to);
+    at<QTabBar>(analysis, QStringLiteral("tabView")).setCurrentIndex(int(view));
+    return repeat(
+        runs, {}, [&] { analysis.cmdFnuc_Click(4); }, one(floorOf(analysisFloor(view))));
+}
+
 void tick(FrmTotalKensaku& s, int index) {
     at<QCheckBox>(s, QStringLiteral("chkJoken"), index).click();
 }
@@ -262,7 +319,14 @@ QStringList TaskNames() {
             QStringLiteral("list: mark all rows"),
             QStringLiteral("postcards of 1,000 to PDF"),
             QStringLiteral("log of the amount list"),
-            QStringLiteral("pick-up board open")};
+            QStringLiteral("pick-up board open"),
+            QStringLiteral("analysis: months"),
+            QStringLiteral("analysis: items"),
+            QStringLiteral("analysis: purposes"),
+            QStringLiteral("analysis: frame makers"),
+            QStringLiteral("analysis: lens makers"),
+            QStringLiteral("analysis: customers"),
+            QStringLiteral("analysis: overview")};
 }
 
 TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
@@ -425,5 +489,8 @@ TaskTimes RunTask(const QString& name, int runs, qint64 regular) {
         return printThousand(runs, 0);
     if (name == TaskNames()[20])
         return boardOpen(runs);
+    for (int view = 0; view < AnalysisViewCount; ++view)
+        if (name == TaskNames()[21 + view])
+            return analysisView(runs, AnalysisView(view));
     return amountListLog(runs);
 }
