@@ -139,8 +139,10 @@ QString PurchaseFragments(const C& c, MakerForm form) {
 }
 
 QString PurchaseCustomersQuery(const C& c) {
+    // Not grouped: the file would walk the purchases in customer order through an index and
+    // look each one up, twice as slow as reading them in their own order.
     return QStringLiteral("select Uri_UserNo from San_Uriage where 1 = 1") +
-           PurchaseFragments(c, MakerForm::List) + QStringLiteral(" group by Uri_UserNo");
+           PurchaseFragments(c, MakerForm::List);
 }
 
 QString AmountQuery(const C& c, qint64 customerNo) {

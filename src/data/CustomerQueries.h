@@ -22,7 +22,8 @@ enum class MakerForm { List, Inquiry };
 // The purchase fragments of the visit-date, purpose, item, maker and product-name conditions.
 QString PurchaseFragments(const SearchConditions& c, MakerForm form);
 
-// The list's purchase check for every customer at once: the customers with a matching purchase.
+// The list's purchase check for every customer at once: the customer of each matching purchase
+// (a customer as often as he has such purchases).
 QString PurchaseCustomersQuery(const SearchConditions& c);
 
 // The amount check: the customer's sales in the visit-date range; and for every customer at once.

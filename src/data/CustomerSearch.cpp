@@ -8,6 +8,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <array>
 #include <optional>
 
 namespace {
@@ -20,12 +21,14 @@ const QString ScreenName = QStringLiteral("顧客一覧照会画面");
 class PurchaseCheck {
 public:
     explicit PurchaseCheck(const SearchConditions& c)
-        : amountOn_(c.on[SearchConditions::Amount]), c_(c) {
-        // With only the amount (and visit dates) asked, the customers with a purchase are those
-        // the sums are about: one statement tells both.
-        const bool onlyAmount = !c.on[SearchConditions::Youto] && !c.on[SearchConditions::Item] &&
-                                !c.on[SearchConditions::Meka] && !c.on[SearchConditions::HinName];
-        if (!amountOn_ || !onlyAmount) {
+        : amountOn_(c.on[SearchConditions::Amount]),
+          // With only the amount (and visit dates) asked, the customers with a purchase are
+          // those the sums are about: one statement tells both.
+          sumsTellPurchases_(amountOn_ && !c.on[SearchConditions::Youto] &&
+                             !c.on[SearchConditions::Item] && !c.on[SearchConditions::Meka] &&
+                             !c.on[SearchConditions::HinName]),
+          c_(c) {
+        if (!sumsTellPurchases_) {
             RecordSet matching = gCon.execute(PurchaseCustomersQuery(c));
             for (; !matching.eof(); matching.moveNext())
                 withPurchase_.insert(matching.field(0).toLongLong());
@@ -33,18 +36,14 @@ public:
         if (!amountOn_)
             return;
         RecordSet sums = gCon.execute(AmountsByCustomerQuery(c));
-        for (; !sums.eof(); sums.moveNext()) {
-            const qint64 customerNo = sums.field(0).toLongLong();
-            sums_.insert(customerNo, CmnNvl(sums.field(1), 0).toLongLong());
-            if (onlyAmount)
-                withPurchase_.insert(customerNo);
-        }
+        for (; !sums.eof(); sums.moveNext())
+            sums_.insert(sums.field(0).toLongLong(), CmnNvl(sums.field(1), 0).toLongLong());
     }
 
     bool matches(qint64 customerNo) const {
         CmnWriteLog(ScreenName, QStringLiteral("SerchUriage"), QStringLiteral("顧客売上側検索処理"),
                     QString());
-        if (!withPurchase_.contains(customerNo))
+        if (!(sumsTellPurchases_ ? sums_.contains(customerNo) : withPurchase_.contains(customerNo)))
             return false;
         if (!amountOn_)
             return true;
@@ -55,6 +54,7 @@ public:
 
 private:
     bool amountOn_;
+    bool sumsTellPurchases_;
     const SearchConditions& c_;
     QSet<qint64> withPurchase_;
     QHash<qint64, qint64> sums_;
@@ -62,25 +62,41 @@ private:
 
 namespace {
 
-ListedCustomer listed(const RecordSet& row) {
-    const auto text = [&](const char* column) {
-        return CmnNvl(row.field(QString::fromLatin1(column)), QString()).toString();
+// The columns of the customer's own table that the list shows, found by name once per query.
+enum ListColumn { Name, Kana, Yubin, Jusyo1, Jusyo2, Tel, Kazok, Go, Nen, Mon, Day, ColumnCount };
+using ListColumns = std::array<int, ColumnCount>;
+
+ListColumns listColumns(const RecordSet& rows) {
+    static const char* const names[ColumnCount] = {
+        "User_Name",      "User_Kana",      "User_Yubin",    "User_Jusyo1",
+        "User_Jusyo2",    "User_Tel",       "User_Kazok_F",  "User_Tanjo_Go",
+        "User_Tanjo_Nen", "User_Tanjo_Mon", "User_Tanjo_Day"};
+    ListColumns at{};
+    for (int column = 0; column < ColumnCount; ++column)
+        at[column] = rows.positionOf(QString::fromLatin1(names[column]));
+    return at;
+}
+
+// The row of the customer query as the list shows it: the view's number, total and last visit
+// come first.
+ListedCustomer listed(const RecordSet& row, const ListColumns& at) {
+    const auto text = [&](ListColumn column) {
+        return CmnNvl(row.field(at[column]), QString()).toString();
     };
-    const auto number = [&](const char* column, int nullValue) {
-        return CmnNvl(row.field(QString::fromLatin1(column)), nullValue).toInt();
+    const auto number = [&](ListColumn column, int nullValue) {
+        return CmnNvl(row.field(at[column]), nullValue).toInt();
     };
     return {row.field(0).toLongLong(),
-            text("User_Name"),
-            text("User_Kana"),
-            text("User_Yubin"),
-            text("User_Jusyo1"),
-            text("User_Jusyo2"),
-            text("User_Tel"),
-            CmnNvl(row.field(QStringLiteral("User_Kazok_F")), 0).toInt(),
+            text(Name),
+            text(Kana),
+            text(Yubin),
+            text(Jusyo1),
+            text(Jusyo2),
+            text(Tel),
+            number(Kazok, 0),
             CmnNvl(row.field(1), 0).toLongLong(),
             CmnNvl(row.field(3), 0).toLongLong(),
-            {number("User_Tanjo_Go", NoEra), number("User_Tanjo_Nen", 0),
-             number("User_Tanjo_Mon", 0), number("User_Tanjo_Day", 0)}};
+            {number(Go, NoEra), number(Nen, 0), number(Mon, 0), number(Day, 0)}};
 }
 
 // The customers that pass the age filter and the purchase check, in no order. The checks run
@@ -116,13 +132,14 @@ void SearchCustomers(const SearchConditions& c, int currentYear,
             return;
     }
     RecordSet rows = gCon.execute(CustomerQuery(c, only));
+    const ListColumns at = listColumns(rows);
     for (; !rows.eof(); rows.moveNext())
-        each(listed(rows));
+        each(listed(rows, at));
 }
 
 std::optional<ListedCustomer> FindListedCustomer(qint64 customerNo) {
     RecordSet rows = gCon.execute(CustomerQuery(SearchConditions{}, {customerNo}));
     if (rows.eof())
         return std::nullopt;
-    return listed(rows);
+    return listed(rows, listColumns(rows));
 }

@@ -53,6 +53,23 @@ public:
     // answers the same on both engines (a telephone number keeps the cheaper LIKE).
     QString contains(const QString& typed) const;
 
+    // How a view best gives every row of a table with totals over the rows of another table
+    // that belong to it. SQLite looks each row's totals up through an index quickly, but
+    // computes a grouped sub-select whole even when a statement asks for one row; PostgreSQL
+    // groups all rows at once faster than it looks them up one by one, and narrows the grouping
+    // to the row a statement asks for.
+    bool groupsTotalsFirst() const { return server_; }
+    // Written after a table's name in a view's FROM so that the table is read in its own order:
+    // for a statement that joins the view with the same table again, SQLite would walk a
+    // narrower index of one side and look up every row of the other out of order
+    // (" NOT INDEXED"); the server needs nothing.
+    QString readInOwnOrder() const;
+    // Makes `name` the view of `select`: created when the database has nothing of that name,
+    // replaced when it holds the view with another definition (an older program's), and left
+    // as it is, nothing written, when it is defined so already or the name is a table's. A
+    // replacement on the file runs in a transaction of its own unless one is open.
+    void defineView(const QString& name, const QString& select);
+
     // How long a statement waits for a lock another terminal holds before it fails.
     static constexpr int DefaultLockWaitMs = 5000;
     void setLockWait(int milliseconds);

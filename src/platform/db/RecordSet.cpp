@@ -75,13 +75,15 @@ QVariant RecordSet::field(const QString& name) const {
 }
 
 int RecordSet::positionOf(const QString& name) const {
-    // Asked for every row of a long list: the name as written is found without folding it.
-    if (const auto exact = exactPositions_.constFind(name); exact != exactPositions_.cend())
-        return *exact;
+    // Asked for every row of a long list: a name is folded the first time only (the server
+    // gives its names in lower case), then found as written.
+    if (const auto known = exactPositions_.constFind(name); known != exactPositions_.cend())
+        return *known;
     const int position = positions_.value(name.toLower(), -1);
     if (position < 0)
         throw Failure(ErrorNumber::NoSuchField,
                       QStringLiteral("フィールド %1 はありません。").arg(name));
+    exactPositions_.insert(name, position);
     return position;
 }
 

@@ -27,15 +27,17 @@ public:
     QString fieldName(int position) const;
     QVariant field(int position) const;
     QVariant field(const QString& name) const;
+    // The position of the column field(name) reads: a loop over many rows looks it up once.
+    int positionOf(const QString& name) const;
 
 private:
-    int positionOf(const QString& name) const;
     void requireRow() const;
 
     std::unique_ptr<QSqlQuery> query_;
     bool eof_ = true;
-    // The columns, read once: names as the database gives them and by lower-case name.
+    // The columns, read once: names as the database gives them (and as asked for once found)
+    // and by lower-case name.
     QStringList names_;
-    QHash<QString, int> exactPositions_;
+    mutable QHash<QString, int> exactPositions_;
     QHash<QString, int> positions_; // by the name in lower case
 };
