@@ -82,18 +82,23 @@ void FrmRyosyu::showTargets() {
     cmdFnuc[F5]->setEnabled(!targets_.empty());
 }
 
+Receipt FrmRyosyu::madeFor(const ReceiptTarget& t) const {
+    // A payment's method is its own; for the whole sale the staff choose it. The rate is the
+    // sale's day's.
+    const PaymentMethod method =
+        t.paymentNo == 0 ? PaymentMethod(cboMethod->currentIndex()) : t.method;
+    return ReceiptFor(purchase_, t.amount, method,
+                      TaxPercentOn(rates_, purchase_.date.isValid() ? purchase_.date : Today()),
+                      shop_.rounding);
+}
+
 void FrmRyosyu::showPreview() {
     const int i = cboTarget->currentIndex();
     if (i < 0 || std::size_t(i) >= targets_.size()) {
         lblPreview->setText(QStringLiteral("この売上にはまだ入金がありません。"));
         return;
     }
-    const ReceiptTarget& t = targets_[i];
-    const PaymentMethod method =
-        t.paymentNo == 0 ? PaymentMethod(cboMethod->currentIndex()) : t.method;
-    const Receipt r = ReceiptFor(
-        purchase_, t.amount, method,
-        TaxPercentOn(rates_, purchase_.date.isValid() ? purchase_.date : Today()), shop_.rounding);
+    const Receipt r = madeFor(targets_[i]);
     QStringList lines;
     for (const RateTotal& rate : r.taxes)
         lines << QStringLiteral("%1%対象 ¥%2（内消費税 ¥%3）")
@@ -132,11 +137,7 @@ std::optional<Receipt> FrmRyosyu::typedReceipt() {
                                      "ください。"),
                       txtPrescDate);
     const ReceiptTarget& t = targets_[i];
-    const PaymentMethod method =
-        t.paymentNo == 0 ? PaymentMethod(cboMethod->currentIndex()) : t.method;
-    Receipt r = ReceiptFor(
-        purchase_, t.amount, method,
-        TaxPercentOn(rates_, purchase_.date.isValid() ? purchase_.date : Today()), shop_.rounding);
+    Receipt r = madeFor(t);
     r.customerNo = customerNo_;
     r.paymentNo = t.paymentNo;
     r.addressee = addressee;

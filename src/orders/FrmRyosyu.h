@@ -34,6 +34,8 @@ private:
     void readAgain();
     void showTargets();
     void showPreview();
+    // The receipt of the target as the screen's choices make it, before its addressee.
+    Receipt madeFor(const ReceiptTarget& target) const;
     std::optional<Receipt> typedReceipt();
     const Receipt* chosenReceipt();
     void issue();
