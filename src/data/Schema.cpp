@@ -102,21 +102,9 @@ QStringList SchemaStatements() {
                               "  CITY TEXT,\n"
                               "  TOWN TEXT\n"
                               ")"),
-               // One row per customer, also for a customer without purchases: the sales total and
-               // the last purchase date (0 when there is none); the third column is a spare. Each
-               // value is looked up per customer, so a query about one customer reads only his
-               // purchases.
-               QStringLiteral("CREATE VIEW V_San_User AS\n"
-                              "SELECT u.User_No AS User_No,\n"
-                              "  COALESCE((SELECT SUM(r.Uri_KingaKei) FROM San_Uriage r\n"
-                              "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_Ruikei,\n"
-                              "  0 AS Uri_Yobi,\n"
-                              "  COALESCE((SELECT MAX(r.Uri_Date) FROM San_Uriage r\n"
-                              "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate\n"
-                              "FROM San_User u"),
                QStringLiteral(
                    "CREATE UNIQUE INDEX IX_San_Uriage_Key ON San_Uriage (Uri_UserNo, Uri_Seq)"),
-               // The view's totals and last dates come from this index alone.
+               // The customer view's totals and last dates come from this index alone.
                QStringLiteral(
                    "CREATE INDEX IX_San_Uriage_Totals ON San_Uriage (Uri_UserNo, Uri_Date, "
                    "Uri_KingaKei)"),
@@ -134,6 +122,36 @@ QStringList SchemaStatements() {
            ReceiptStore::TableStatements();
 }
 
+QString CustomerTotalsSelect(const Connection& connection) {
+    // One row per customer, also for a customer without purchases: the sales total and the
+    // last purchase date (0 when there is none); the third column is a spare. Each customer's
+    // values are looked up through the index of his purchases, so a list of a few customers
+    // reads only their purchases.
+    if (connection.joinsLaterally())
+        return QStringLiteral(
+            "SELECT u.User_No AS User_No, COALESCE(r.Ruikei, 0) AS Uri_Ruikei, 0 AS Uri_Yobi,\n"
+            "  COALESCE(r.LastDate, 0) AS Uri_LastDate\n"
+            "FROM San_User u LEFT JOIN LATERAL (SELECT SUM(Uri_KingaKei) AS Ruikei,\n"
+            "  MAX(Uri_Date) AS LastDate FROM San_Uriage WHERE Uri_UserNo = u.User_No) r ON true");
+    return QStringLiteral("SELECT u.User_No AS User_No,\n"
+                          "  COALESCE((SELECT SUM(r.Uri_KingaKei) FROM San_Uriage r\n"
+                          "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_Ruikei,\n"
+                          "  0 AS Uri_Yobi,\n"
+                          "  COALESCE((SELECT MAX(r.Uri_Date) FROM San_Uriage r\n"
+                          "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate\n"
+                          "FROM San_User u") +
+           connection.readInOwnOrder();
+}
+
+QString CustomerTotalsGrouped() {
+    return QStringLiteral(
+        "SELECT u.User_No AS User_No, COALESCE(r.Ruikei, 0) AS Uri_Ruikei, 0 AS Uri_Yobi,\n"
+        "  COALESCE(r.LastDate, 0) AS Uri_LastDate\n"
+        "FROM San_User u LEFT JOIN (SELECT Uri_UserNo, SUM(Uri_KingaKei) AS Ruikei,\n"
+        "  MAX(Uri_Date) AS LastDate FROM San_Uriage GROUP BY Uri_UserNo) r\n"
+        "  ON r.Uri_UserNo = u.User_No");
+}
+
 QString SettingsTableStatement() {
     // The shop's settings, one value per key; added to older databases when they are opened.
     return QStringLiteral("CREATE TABLE IF NOT EXISTS San_Setting (Set_Key TEXT NOT NULL PRIMARY "
@@ -141,6 +159,7 @@ QString SettingsTableStatement() {
 }
 
 void UpgradeSchema(Connection& connection) {
+    connection.defineView(QStringLiteral("V_San_User"), CustomerTotalsSelect(connection));
     connection.execute(SettingsTableStatement());
     Numbering::Upgrade(connection);
     connection.execute(ShopStore::TableStatement());
@@ -171,6 +190,7 @@ void CreateSchema(Connection& connection) {
     Transaction transaction(connection);
     for (const QString& statement : SchemaStatements() + StartingMasterStatements())
         connection.execute(statement);
+    connection.defineView(QStringLiteral("V_San_User"), CustomerTotalsSelect(connection));
     transaction.commit();
 }
 

@@ -146,6 +146,11 @@ void Connection::prepareServerSession() {
     // backslash inside quotes must be an ordinary character, as it is on SQLite.
     if (!query.exec(QStringLiteral("set standard_conforming_strings = on")))
         throw toFailure(query.lastError());
+    // A statement of the screens runs once. The server compiles one it reckons costly (the
+    // totals of every customer, looked up one by one) to machine code first, which takes longer
+    // than running it.
+    if (!query.exec(QStringLiteral("set jit = off")))
+        throw toFailure(query.lastError());
 }
 
 void Connection::setLockWait(int milliseconds) {
@@ -322,6 +327,71 @@ void Connection::swap(Connection& other) noexcept {
 
 QString Connection::lockRows() const {
     return server_ ? QStringLiteral(" for update") : QString();
+}
+
+QString Connection::isOneOf(const QList<qint64>& numbers) const {
+    QStringList texts;
+    texts.reserve(numbers.size());
+    for (qint64 number : numbers)
+        texts << SqlNum(number);
+    const QString list = texts.join(QLatin1Char(','));
+    return server_ ? QStringLiteral(" = any('{") + list + QStringLiteral("}')")
+                   : QStringLiteral(" in (") + list + QLatin1Char(')');
+}
+
+QString Connection::readInOwnOrder() const {
+    return server_ ? QString() : QStringLiteral(" NOT INDEXED");
+}
+
+void Connection::defineView(const QString& name, const QString& select) {
+    const QString create = QStringLiteral("CREATE VIEW ") + name + QStringLiteral(" AS\n") + select;
+    if (!server_) {
+        // The file keeps the statement that made the view, as it was written.
+        RecordSet held =
+            execute(QStringLiteral("select type, sql from sqlite_master where lower(name) = ") +
+                    SqlStr(name.toLower()));
+        if (!held.eof() && (held.field(0).toString() != QLatin1String("view") ||
+                            held.field(1).toString() == create))
+            return;
+        const bool own = !inTransaction_;
+        if (own)
+            beginTrans();
+        try {
+            if (!held.eof())
+                execute(QStringLiteral("DROP VIEW ") + name);
+            execute(create);
+            if (own)
+                commitTrans();
+        } catch (...) {
+            if (own && inTransaction_)
+                rollbackTrans();
+            throw;
+        }
+        return;
+    }
+    RecordSet held =
+        execute(QStringLiteral("select relkind from pg_class where oid = to_regclass(") +
+                SqlStr(name.toLower()) + QLatin1Char(')'));
+    if (held.eof()) {
+        execute(create);
+        return;
+    }
+    if (held.field(0).toString() != QLatin1String("v"))
+        return;
+    // The server keeps its own rendering of a view's query: the wanted one is rendered by a
+    // view of this session alone and compared.
+    execute(QStringLiteral("CREATE OR REPLACE TEMPORARY VIEW mirvane_wanted_view AS\n") + select);
+    const bool same =
+        execute(QStringLiteral("select pg_get_viewdef(to_regclass(") + SqlStr(name.toLower()) +
+                QStringLiteral(")) = pg_get_viewdef('pg_temp.mirvane_wanted_view'"
+                               "::regclass)"))
+            .field(0)
+            .toBool();
+    execute(QStringLiteral("DROP VIEW pg_temp.mirvane_wanted_view"));
+    // Replaced in place: what other programs built on the view keeps standing.
+    if (!same)
+        execute(QStringLiteral("CREATE OR REPLACE VIEW ") + name + QStringLiteral(" AS\n") +
+                select);
 }
 
 QString Connection::contains(const QString& typed) const {
