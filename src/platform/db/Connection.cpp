@@ -350,14 +350,16 @@ void Connection::defineView(const QString& name, const QString& select) {
         RecordSet held =
             execute(QStringLiteral("select type, sql from sqlite_master where lower(name) = ") +
                     SqlStr(name.toLower()));
-        if (!held.eof() && (held.field(0).toString() != QLatin1String("view") ||
-                            held.field(1).toString() == create))
+        const bool exists = !held.eof();
+        if (exists && (held.field(0).toString() != QLatin1String("view") ||
+                       held.field(1).toString() == create))
             return;
+        held.close(); // no statement reads the catalogue while the view is replaced
         const bool own = !inTransaction_;
         if (own)
             beginTrans();
         try {
-            if (!held.eof())
+            if (exists)
                 execute(QStringLiteral("DROP VIEW ") + name);
             execute(create);
             if (own)
