@@ -124,15 +124,15 @@ QStringList SchemaStatements() {
 
 QString CustomerTotalsSelect(const Connection& connection) {
     // One row per customer, also for a customer without purchases: the sales total and the
-    // last purchase date (0 when there is none); the third column is a spare. Either form reads
-    // only a customer's own purchases when a statement asks for one customer.
-    if (connection.groupsTotalsFirst())
+    // last purchase date (0 when there is none); the third column is a spare. Each customer's
+    // values are looked up through the index of his purchases, so a list of a few customers
+    // reads only their purchases.
+    if (connection.joinsLaterally())
         return QStringLiteral(
             "SELECT u.User_No AS User_No, COALESCE(r.Ruikei, 0) AS Uri_Ruikei, 0 AS Uri_Yobi,\n"
             "  COALESCE(r.LastDate, 0) AS Uri_LastDate\n"
-            "FROM San_User u LEFT JOIN (SELECT Uri_UserNo, SUM(Uri_KingaKei) AS Ruikei,\n"
-            "  MAX(Uri_Date) AS LastDate FROM San_Uriage GROUP BY Uri_UserNo) r\n"
-            "  ON r.Uri_UserNo = u.User_No");
+            "FROM San_User u LEFT JOIN LATERAL (SELECT SUM(Uri_KingaKei) AS Ruikei,\n"
+            "  MAX(Uri_Date) AS LastDate FROM San_Uriage WHERE Uri_UserNo = u.User_No) r ON true");
     return QStringLiteral("SELECT u.User_No AS User_No,\n"
                           "  COALESCE((SELECT SUM(r.Uri_KingaKei) FROM San_Uriage r\n"
                           "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_Ruikei,\n"
@@ -141,6 +141,15 @@ QString CustomerTotalsSelect(const Connection& connection) {
                           "            WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate\n"
                           "FROM San_User u") +
            connection.readInOwnOrder();
+}
+
+QString CustomerTotalsGrouped() {
+    return QStringLiteral(
+        "SELECT u.User_No AS User_No, COALESCE(r.Ruikei, 0) AS Uri_Ruikei, 0 AS Uri_Yobi,\n"
+        "  COALESCE(r.LastDate, 0) AS Uri_LastDate\n"
+        "FROM San_User u LEFT JOIN (SELECT Uri_UserNo, SUM(Uri_KingaKei) AS Ruikei,\n"
+        "  MAX(Uri_Date) AS LastDate FROM San_Uriage GROUP BY Uri_UserNo) r\n"
+        "  ON r.Uri_UserNo = u.User_No");
 }
 
 QString SettingsTableStatement() {

@@ -146,6 +146,11 @@ void Connection::prepareServerSession() {
     // backslash inside quotes must be an ordinary character, as it is on SQLite.
     if (!query.exec(QStringLiteral("set standard_conforming_strings = on")))
         throw toFailure(query.lastError());
+    // A statement of the screens runs once. The server compiles one it reckons costly (the
+    // totals of every customer, looked up one by one) to machine code first, which takes longer
+    // than running it.
+    if (!query.exec(QStringLiteral("set jit = off")))
+        throw toFailure(query.lastError());
 }
 
 void Connection::setLockWait(int milliseconds) {
@@ -324,6 +329,16 @@ QString Connection::lockRows() const {
     return server_ ? QStringLiteral(" for update") : QString();
 }
 
+QString Connection::isOneOf(const QList<qint64>& numbers) const {
+    QStringList texts;
+    texts.reserve(numbers.size());
+    for (qint64 number : numbers)
+        texts << SqlNum(number);
+    const QString list = texts.join(QLatin1Char(','));
+    return server_ ? QStringLiteral(" = any('{") + list + QStringLiteral("}')")
+                   : QStringLiteral(" in (") + list + QLatin1Char(')');
+}
+
 QString Connection::readInOwnOrder() const {
     return server_ ? QString() : QStringLiteral(" NOT INDEXED");
 }
@@ -335,14 +350,16 @@ void Connection::defineView(const QString& name, const QString& select) {
         RecordSet held =
             execute(QStringLiteral("select type, sql from sqlite_master where lower(name) = ") +
                     SqlStr(name.toLower()));
-        if (!held.eof() && (held.field(0).toString() != QLatin1String("view") ||
-                            held.field(1).toString() == create))
+        const bool exists = !held.eof();
+        if (exists && (held.field(0).toString() != QLatin1String("view") ||
+                       held.field(1).toString() == create))
             return;
+        held.close(); // no statement reads the catalogue while the view is replaced
         const bool own = !inTransaction_;
         if (own)
             beginTrans();
         try {
-            if (!held.eof())
+            if (exists)
                 execute(QStringLiteral("DROP VIEW ") + name);
             execute(create);
             if (own)

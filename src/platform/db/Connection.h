@@ -2,6 +2,7 @@
 
 #include "platform/db/RecordSet.h"
 
+#include <QList>
 #include <QString>
 
 // The one way the program talks to its database. Every failure becomes a Failure carrying
@@ -53,12 +54,19 @@ public:
     // answers the same on both engines (a telephone number keeps the cheaper LIKE).
     QString contains(const QString& typed) const;
 
-    // How a view best gives every row of a table with totals over the rows of another table
-    // that belong to it. SQLite looks each row's totals up through an index quickly, but
-    // computes a grouped sub-select whole even when a statement asks for one row; PostgreSQL
-    // groups all rows at once faster than it looks them up one by one, and narrows the grouping
-    // to the row a statement asks for.
-    bool groupsTotalsFirst() const { return server_; }
+    // A condition that a column holds one of the numbers (at least one), written after the
+    // column's name: " in (1,2,3)"; on the server one array (" = any('{1,2,3}')"), which it
+    // reads and plans faster than a list of many thousand numbers.
+    QString isOneOf(const QList<qint64>& numbers) const;
+
+    // How totals over the rows of another table that belong to each row of a table are best
+    // read. For a few rows, looked up row by row through an index: PostgreSQL looks all of a
+    // row's totals up in one go (LEFT JOIN LATERAL); SQLite, which has no such join, takes one
+    // correlated sub-select per total. For every row of the table, PostgreSQL groups the other
+    // table in one sub-select in a third of the time (but cannot narrow such a sub-select to a
+    // few rows); SQLite is as quick row by row.
+    bool joinsLaterally() const { return server_; }
+    bool groupsForEveryRow() const { return server_; }
     // Written after a table's name in a view's FROM so that the table is read in its own order:
     // for a statement that joins the view with the same table again, SQLite would walk a
     // narrower index of one side and look up every row of the other out of order
