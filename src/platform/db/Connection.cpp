@@ -139,18 +139,23 @@ void Connection::openServer(const QString& connectionString) {
 }
 
 void Connection::prepareServerSession() {
+    const QString settings[] = {
+        QStringLiteral("set lock_timeout = %1").arg(lockWaitMs_),
+        // Quoting doubles single quotes only and LIKE patterns escape with a backslash: a
+        // backslash inside quotes must be an ordinary character, as it is on SQLite.
+        QStringLiteral("set standard_conforming_strings = on"),
+        // A statement of the screens runs once. The server compiles one it reckons costly (the
+        // totals of every customer, looked up one by one) to machine code first, which takes
+        // longer than running it.
+        QStringLiteral("set jit = off"),
+        // Tables and views created only when missing are the usual road of opening a database;
+        // the server's notice that one exists already is no news.
+        QStringLiteral("set client_min_messages = warning"),
+    };
     QSqlQuery query(QSqlDatabase::database(name_, false));
-    if (!query.exec(QStringLiteral("set lock_timeout = %1").arg(lockWaitMs_)))
-        throw toFailure(query.lastError());
-    // Quoting doubles single quotes only and LIKE patterns escape with a backslash: a
-    // backslash inside quotes must be an ordinary character, as it is on SQLite.
-    if (!query.exec(QStringLiteral("set standard_conforming_strings = on")))
-        throw toFailure(query.lastError());
-    // A statement of the screens runs once. The server compiles one it reckons costly (the
-    // totals of every customer, looked up one by one) to machine code first, which takes longer
-    // than running it.
-    if (!query.exec(QStringLiteral("set jit = off")))
-        throw toFailure(query.lastError());
+    for (const QString& setting : settings)
+        if (!query.exec(setting))
+            throw toFailure(query.lastError());
 }
 
 void Connection::setLockWait(int milliseconds) {
