@@ -65,6 +65,13 @@ template <class Control> Control& at(const QObject& screen, const QString& name,
     return RequireNamedChild<Control>(screen, name, index);
 }
 
+// Shows a screen until staff close it, then lets the shop's database go.
+int shownUntilClosed(QDialog& screen) {
+    const int result = screen.exec();
+    gCon.close();
+    return result;
+}
+
 int showControls() {
     Screen screen;
     screen.setWindowTitle(QStringLiteral("コントロール見本"));
@@ -155,9 +162,7 @@ int showZipList(const QString& folder) {
     FrmZipList screen;
     at<xField>(screen, QStringLiteral("txtZip1")).setText(QStringLiteral("060"));
     screen.AddrRead();
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // A small shop: a family of three on one telephone, a neighbour, and three purchases.
@@ -220,18 +225,14 @@ int showOrder(const QString& folder) {
     seedShop(folder);
     const std::vector<Purchase> purchases = PurchaseStore::OfCustomer(1);
     FrmJyuchu screen(1, QStringLiteral("山田 太郎"), purchases.front());
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 int showRegister(const QString& folder) {
     seedShop(folder);
     FrmKokyaku screen;
     screen.setSyori(1);
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 int showSearch(const QString& folder) {
@@ -239,26 +240,20 @@ int showSearch(const QString& folder) {
     FrmKensaku screen;
     at<xKana>(screen, QStringLiteral("txtKana")).setText(QStringLiteral("やま"));
     screen.cmdKensak_Click();
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 int showHistory(const QString& folder) {
     seedShop(folder);
     FrmRireki screen;
     screen.setKokNo(1);
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 int showMakers(const QString& folder) {
     seedShop(folder);
     FrmMstMeka screen;
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // A few hundred customers with purchases, for the list.
@@ -314,9 +309,7 @@ int showList(const QString& folder) {
                            [&screen] { screen.conditionsScreen()->cmdKensaku_Click(); });
         screen.cmdFnuc_Click(5);
     });
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 int showConditions(const QString& folder) {
@@ -329,9 +322,7 @@ int showConditions(const QString& folder) {
     at<xNum>(screen, QStringLiteral("txtToshi"), 0).setValue(60);
     at<xNum>(screen, QStringLiteral("txtToshi"), 1).setValue(70);
     at<QComboBox>(screen, QStringLiteral("cboYoto"), 0).setCurrentIndex(2);
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // Prints the three layouts for the sample shop into Print/ of the program folder.
@@ -366,9 +357,7 @@ int printAll(const QString& folder) {
 int showPrintScreen(const QString& folder) {
     seedShop(folder);
     FrmPrint screen({}, true);
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // The shop's details as a shop in a station building writes them.
@@ -384,9 +373,7 @@ int showShop(const QString& folder) {
     seedShop(folder);
     seedShopDetails();
     FrmTenpo screen;
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // The slip of the sample shop's newest purchase, an order with a deposit, into Print/
@@ -444,9 +431,7 @@ int showReceipts(const QString& folder, bool print) {
     const Receipt deposit = issue(1, 20000, QStringLiteral("上様"), ReceiptKind::Ordinary);
     if (!print) {
         FrmRyosyu screen(1, name, purchase);
-        const int result = screen.exec();
-        gCon.close();
-        return result;
+        return shownUntilClosed(screen);
     }
     printToPdf();
     const Receipt balance = issue(2, 57000, name, ReceiptKind::Ordinary);
@@ -464,9 +449,7 @@ int showFamily(const QString& folder) {
     seedShop(folder);
     FrmKazoku screen;
     screen.setTEL(QStringLiteral("011-222-3333"));
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // Forty orders of the sample customers at every open status, some late, some without a
@@ -500,9 +483,7 @@ int showBoard(const QString& folder, bool print) {
         gCon.close();
         return 0;
     }
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // A day of the sample shop: sales with and without orders, deposits and balances by every
@@ -558,9 +539,7 @@ int showNikkei(const QString& folder, bool print) {
         gCon.close();
         return 0;
     }
-    const int result = screen.exec();
-    gCon.close();
-    return result;
+    return shownUntilClosed(screen);
 }
 
 // Two years of sales of the many customers, a few a week, with the purposes and makers a shop
@@ -612,9 +591,7 @@ int showAnalysis(const QString& folder, bool print, int view) {
     FrmBunseki screen;
     at<QTabBar>(screen, QStringLiteral("tabView")).setCurrentIndex(view);
     if (!print) {
-        const int result = screen.exec();
-        gCon.close();
-        return result;
+        return shownUntilClosed(screen);
     }
     printToPdf();
     screen.show();
