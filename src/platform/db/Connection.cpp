@@ -146,8 +146,9 @@ void Connection::prepareServerSession() {
         QStringLiteral("set standard_conforming_strings = on"),
         // A statement of the screens runs once. The server compiles one it reckons costly (the
         // totals of every customer, looked up one by one) to machine code first, which takes
-        // longer than running it.
-        QStringLiteral("set jit = off"),
+        // longer than running it. A server older than that compiler has no such setting.
+        QStringLiteral("select set_config('jit', 'off', false) from pg_settings "
+                       "where name = 'jit'"),
         // Tables and views created only when missing are the usual road of opening a database;
         // the server's notice that one exists already is no news.
         QStringLiteral("set client_min_messages = warning"),
