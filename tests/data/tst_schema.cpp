@@ -11,6 +11,7 @@
 #include "frame/Log.h"
 #include "platform/Failure.h"
 #include "support/Harness.h"
+#include "support/OtherTerminal.h"
 #include "support/ShopData.h"
 
 #include <QtTest>
@@ -126,11 +127,12 @@ private slots:
         gCon.execute(u"drop table San_Saiban"_s);
         const QString present = viewDefinition();
         gCon.execute(u"drop view V_San_User"_s);
-        gCon.execute(u"CREATE VIEW V_San_User AS SELECT u.User_No AS User_No, COALESCE((SELECT "
-                     "SUM(r.Uri_KingaKei) FROM San_Uriage r WHERE r.Uri_UserNo = u.User_No), 0) "
-                     "AS Uri_Ruikei, 0 AS Uri_Yobi, COALESCE((SELECT MAX(r.Uri_Date) FROM "
-                     "San_Uriage r WHERE r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate FROM "
-                     "San_User u"_s);
+        const QString olderView =
+            u"CREATE VIEW V_San_User AS SELECT u.User_No AS User_No, COALESCE((SELECT "
+            "SUM(r.Uri_KingaKei) FROM San_Uriage r WHERE r.Uri_UserNo = u.User_No), 0) AS "
+            "Uri_Ruikei, 0 AS Uri_Yobi, COALESCE((SELECT MAX(r.Uri_Date) FROM San_Uriage r WHERE "
+            "r.Uri_UserNo = u.User_No), 0) AS Uri_LastDate FROM San_User u"_s;
+        gCon.execute(olderView);
         QVERIFY(viewDefinition() != present);
         for (int user : {1, 2, 3, 7})
             gCon.execute(u"insert into San_User (User_No) values (%1)"_s.arg(user));
@@ -142,7 +144,24 @@ private slots:
         OpenDatabase();
         SettingStore::WritePrintOffset({-2.5, 1});
         SettingStore::WritePrintOffset({1.5, 0.25});
+        gCon.execute(u"drop view V_San_User"_s);
+        gCon.execute(olderView);
         gCon.close();
+        if (Harness::onServer()) {
+            // Another terminal in the middle of reading the view: the program opens all the
+            // same, after the lock wait, and leaves the older form for a later opening. (A
+            // file waits for any read to end before the program's opening writes.)
+            OtherTerminal reading(harness.folder());
+            reading.execute(u"begin"_s);
+            reading.execute(u"select count(*) from V_San_User"_s);
+            gCon.setLockWait(300);
+            OpenDatabase();
+            gCon.setLockWait(Connection::DefaultLockWaitMs);
+            QVERIFY(viewDefinition() != present);
+            QCOMPARE(QueryCount(u"select * from V_San_User"_s), 4);
+            reading.execute(u"rollback"_s);
+            gCon.close();
+        }
         OpenDatabase();
         QCOMPARE(viewDefinition(), present);
         const QStringList viewRows{u"1 40000 0 20261101"_s, u"2 0 0 0"_s, u"3 9800 0 20200202"_s,

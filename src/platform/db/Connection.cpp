@@ -304,8 +304,16 @@ void Connection::commitTrans() {
         throw Failure(ErrorNumber::TransactionState,
                       QStringLiteral("トランザクションが開始されていません。"));
     QSqlDatabase db = QSqlDatabase::database(name_, false);
-    if (!db.commit())
+    if (!server_) {
+        // The driver's own commit drops the engine's error code: a commit that waited past the
+        // lock wait for another terminal's read to end must say so. The transaction stays open
+        // to be rolled back.
+        QSqlQuery commit(db);
+        if (!commit.exec(QStringLiteral("COMMIT")))
+            throw toFailure(commit.lastError());
+    } else if (!db.commit()) {
         throw toFailure(db.lastError());
+    }
     inTransaction_ = false;
 }
 
@@ -397,9 +405,15 @@ void Connection::defineView(const QString& name, const QString& select) {
             .toBool();
     execute(QStringLiteral("DROP VIEW pg_temp.mirvane_wanted_view"));
     // Replaced in place: what other programs built on the view keeps standing.
-    if (!same)
+    if (same)
+        return;
+    try {
         execute(QStringLiteral("CREATE OR REPLACE VIEW ") + name + QStringLiteral(" AS\n") +
                 select);
+    } catch (const Failure& failure) {
+        if (inTransaction_ || failure.number() != ErrorNumber::LockTimeout)
+            throw;
+    }
 }
 
 QString Connection::contains(const QString& typed) const {

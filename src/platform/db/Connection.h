@@ -75,7 +75,9 @@ public:
     // Makes `name` the view of `select`: created when the database has nothing of that name,
     // replaced when it holds the view with another definition (an older program's), and left
     // as it is, nothing written, when it is defined so already or the name is a table's. A
-    // replacement on the file runs in a transaction of its own unless one is open.
+    // replacement on the file runs in a transaction of its own unless one is open. On the
+    // server a view that another terminal reads past the lock wait is left in its older form
+    // for now (it gives the same rows), to be replaced at a later opening.
     void defineView(const QString& name, const QString& select);
 
     // How long a statement waits for a lock another terminal holds before it fails.
