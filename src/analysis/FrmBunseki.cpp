@@ -89,8 +89,7 @@ FrmBunseki::FrmBunseki(QWidget* parent) : Screen(parent) {
     txtKikanFrom = Named(new xDate(this), QStringLiteral("txtKikanFrom"));
     txtKikanTo = Named(new xDate(this), QStringLiteral("txtKikanTo"));
     auto* period = new QHBoxLayout;
-    period->addWidget(FieldCaption(QStringLiteral("期間"), this));
-    period->addWidget(txtKikanFrom);
+    AddCaptioned(period, QStringLiteral("期間"), txtKikanFrom);
     period->addWidget(new QLabel(QStringLiteral("〜"), this));
     period->addWidget(txtKikanTo);
     const QString quick[] = {QStringLiteral("今月"), QStringLiteral("今年"),

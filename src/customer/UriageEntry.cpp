@@ -255,36 +255,23 @@ void UriageEntry::cmdClear_Click() {
 void UriageEntry::layOut() {
     auto* sale = new QGridLayout;
     sale->setHorizontalSpacing(6);
-    sale->addWidget(FieldCaption(QStringLiteral("売上日"), this), 0, 0);
-    sale->addWidget(txtDatc, 0, 1);
-    sale->addWidget(FieldCaption(QStringLiteral("ｱｲﾃﾑ"), this), 0, 2);
-    sale->addWidget(cboItem, 0, 3);
-    sale->addWidget(FieldCaption(QStringLiteral("用途"), this), 0, 4);
-    sale->addWidget(cboYoto, 0, 5);
-    sale->addWidget(FieldCaption(QStringLiteral("ﾌﾚｰﾑ 品名"), this), 1, 0);
-    sale->addWidget(txtFm_Name, 1, 1);
-    sale->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), this), 1, 2);
-    sale->addWidget(cboMeka[0], 1, 3);
-    sale->addWidget(FieldCaption(QStringLiteral("金額"), this), 1, 4);
-    sale->addWidget(txtFm_Kinga, 1, 5);
+    AddCaptioned(sale, QStringLiteral("売上日"), txtDatc, 0, 0);
+    AddCaptioned(sale, QStringLiteral("ｱｲﾃﾑ"), cboItem, 0, 2);
+    AddCaptioned(sale, QStringLiteral("用途"), cboYoto, 0, 4);
+    AddCaptioned(sale, QStringLiteral("ﾌﾚｰﾑ 品名"), txtFm_Name, 1, 0);
+    AddCaptioned(sale, QStringLiteral("ﾒｰｶｰ"), cboMeka[0], 1, 2);
+    AddCaptioned(sale, QStringLiteral("金額"), txtFm_Kinga, 1, 4);
     sale->addWidget(FieldCaption(QStringLiteral("ｻｲｽﾞ"), this), 1, 6);
     auto* sizeColour = new QHBoxLayout;
     sizeColour->addWidget(txtFm_Size);
-    sizeColour->addWidget(FieldCaption(QStringLiteral("ｶﾗｰ"), this));
-    sizeColour->addWidget(txtFm_Color);
+    AddCaptioned(sizeColour, QStringLiteral("ｶﾗｰ"), txtFm_Color);
     sale->addLayout(sizeColour, 1, 7);
-    sale->addWidget(FieldCaption(QStringLiteral("ﾚﾝｽﾞ 品名"), this), 2, 0);
-    sale->addWidget(txtLz_Name, 2, 1);
-    sale->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), this), 2, 2);
-    sale->addWidget(cboMeka[1], 2, 3);
-    sale->addWidget(FieldCaption(QStringLiteral("金額"), this), 2, 4);
-    sale->addWidget(txtLz_Kinga, 2, 5);
-    sale->addWidget(FieldCaption(QStringLiteral("売上合計"), this), 2, 6);
-    sale->addWidget(txtKingaKci, 2, 7);
-    sale->addWidget(FieldCaption(QStringLiteral("眼処方"), this), 3, 0);
-    sale->addWidget(txtSyohou, 3, 1, 1, 3);
-    sale->addWidget(FieldCaption(QStringLiteral("メ モ"), this), 3, 4);
-    sale->addWidget(txtMemo, 3, 5, 1, 3);
+    AddCaptioned(sale, QStringLiteral("ﾚﾝｽﾞ 品名"), txtLz_Name, 2, 0);
+    AddCaptioned(sale, QStringLiteral("ﾒｰｶｰ"), cboMeka[1], 2, 2);
+    AddCaptioned(sale, QStringLiteral("金額"), txtLz_Kinga, 2, 4);
+    AddCaptioned(sale, QStringLiteral("売上合計"), txtKingaKci, 2, 6);
+    AddCaptioned(sale, QStringLiteral("眼処方"), txtSyohou, 3, 0, 3);
+    AddCaptioned(sale, QStringLiteral("メ モ"), txtMemo, 3, 4, 3);
 
     auto* eyes =
         PrescriptionGrid(this, eyeFields(0), eyeFields(1),

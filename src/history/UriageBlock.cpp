@@ -88,37 +88,25 @@ bool UriageBlock::dateReads() {
 
 void UriageBlock::layOut() {
     auto* sale = new QHBoxLayout;
-    sale->addWidget(FieldCaption(QStringLiteral("来店日"), this));
-    sale->addWidget(txtUriDate);
-    sale->addWidget(FieldCaption(QStringLiteral("ｱｲﾃﾑ"), this));
-    sale->addWidget(cboItem, 1);
-    sale->addWidget(FieldCaption(QStringLiteral("用途"), this));
-    sale->addWidget(cboYouto, 1);
-    sale->addWidget(FieldCaption(QStringLiteral("売上計"), this));
-    sale->addWidget(txtKinga);
+    AddCaptioned(sale, QStringLiteral("来店日"), txtUriDate);
+    AddCaptioned(sale, QStringLiteral("ｱｲﾃﾑ"), cboItem, 1);
+    AddCaptioned(sale, QStringLiteral("用途"), cboYouto, 1);
+    AddCaptioned(sale, QStringLiteral("売上計"), txtKinga);
 
     auto* frame = new QGroupBox(QStringLiteral("ﾌﾚｰﾑ"), this);
     auto* frameRow = new QHBoxLayout(frame);
     frameRow->setContentsMargins(6, 2, 6, 4);
-    frameRow->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), frame));
-    frameRow->addWidget(cboFm_Meka, 2);
-    frameRow->addWidget(FieldCaption(QStringLiteral("品名"), frame));
-    frameRow->addWidget(txtFm_Name, 2);
-    frameRow->addWidget(FieldCaption(QStringLiteral("ｻｲｽﾞ"), frame));
-    frameRow->addWidget(txtFm_Size, 1);
-    frameRow->addWidget(FieldCaption(QStringLiteral("ｶﾗｰ"), frame));
-    frameRow->addWidget(txtFm_Color, 1);
-    frameRow->addWidget(FieldCaption(QStringLiteral("金額"), frame));
-    frameRow->addWidget(txtFm_Kinga, 1);
+    AddCaptioned(frameRow, QStringLiteral("ﾒｰｶｰ"), cboFm_Meka, 2);
+    AddCaptioned(frameRow, QStringLiteral("品名"), txtFm_Name, 2);
+    AddCaptioned(frameRow, QStringLiteral("ｻｲｽﾞ"), txtFm_Size, 1);
+    AddCaptioned(frameRow, QStringLiteral("ｶﾗｰ"), txtFm_Color, 1);
+    AddCaptioned(frameRow, QStringLiteral("金額"), txtFm_Kinga, 1);
     auto* lens = new QGroupBox(QStringLiteral("ﾚﾝｽﾞ"), this);
     auto* lensRow = new QHBoxLayout(lens);
     lensRow->setContentsMargins(6, 2, 6, 4);
-    lensRow->addWidget(FieldCaption(QStringLiteral("ﾒｰｶｰ"), lens));
-    lensRow->addWidget(cboLz_Meka, 2);
-    lensRow->addWidget(FieldCaption(QStringLiteral("品名"), lens));
-    lensRow->addWidget(txtLz_Name, 2);
-    lensRow->addWidget(FieldCaption(QStringLiteral("金額"), lens));
-    lensRow->addWidget(txtLz_Kinga, 1);
+    AddCaptioned(lensRow, QStringLiteral("ﾒｰｶｰ"), cboLz_Meka, 2);
+    AddCaptioned(lensRow, QStringLiteral("品名"), txtLz_Name, 2);
+    AddCaptioned(lensRow, QStringLiteral("金額"), txtLz_Kinga, 1);
     // The two captions stand at the left inside their frames: the block stays low enough for
     // three of them, each with its previous prescription, on one screen.
     for (QGroupBox* box : {frame, lens})

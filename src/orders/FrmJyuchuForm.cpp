@@ -38,20 +38,13 @@ void FrmJyuchu::buildForm() {
 
     auto* order = new QGroupBox(QStringLiteral("受注"), this);
     auto* orderGrid = new QGridLayout(order);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("状態"), order), 0, 0);
-    orderGrid->addWidget(lblStatus, 0, 1, 1, 3);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("お渡し予定日"), order), 1, 0);
-    orderGrid->addWidget(txtDueDate, 1, 1);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("作り直し元"), order), 1, 2);
-    orderGrid->addWidget(cboRemake, 1, 3);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("発注先"), order), 2, 0);
-    orderGrid->addWidget(cboSupplier, 2, 1);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("発注番号"), order), 2, 2);
-    orderGrid->addWidget(txtSupplierNo, 2, 3);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("メモ"), order), 3, 0);
-    orderGrid->addWidget(txtNote, 3, 1, 1, 3);
-    orderGrid->addWidget(FieldCaption(QStringLiteral("経過"), order), 4, 0);
-    orderGrid->addWidget(lblSteps, 4, 1, 1, 3);
+    AddCaptioned(orderGrid, QStringLiteral("状態"), lblStatus, 0, 0, 3);
+    AddCaptioned(orderGrid, QStringLiteral("お渡し予定日"), txtDueDate, 1, 0);
+    AddCaptioned(orderGrid, QStringLiteral("作り直し元"), cboRemake, 1, 2);
+    AddCaptioned(orderGrid, QStringLiteral("発注先"), cboSupplier, 2, 0);
+    AddCaptioned(orderGrid, QStringLiteral("発注番号"), txtSupplierNo, 2, 2);
+    AddCaptioned(orderGrid, QStringLiteral("メモ"), txtNote, 3, 0, 3);
+    AddCaptioned(orderGrid, QStringLiteral("経過"), lblSteps, 4, 0, 3);
     orderGrid->setColumnStretch(3, 1);
 
     spdPayments = Named(new GridView(this), QStringLiteral("spdPayments"));
@@ -105,14 +98,10 @@ void FrmJyuchu::buildForm() {
     sums->addWidget(lblZankin);
     paymentPage->addLayout(sums);
     auto* entry = new QHBoxLayout;
-    entry->addWidget(FieldCaption(QStringLiteral("入金日"), payments));
-    entry->addWidget(txtPayDate);
-    entry->addWidget(FieldCaption(QStringLiteral("区分"), payments));
-    entry->addWidget(cboPayKind);
-    entry->addWidget(FieldCaption(QStringLiteral("方法"), payments));
-    entry->addWidget(cboPayMethod);
-    entry->addWidget(FieldCaption(QStringLiteral("金額"), payments));
-    entry->addWidget(txtPayAmount);
+    AddCaptioned(entry, QStringLiteral("入金日"), txtPayDate);
+    AddCaptioned(entry, QStringLiteral("区分"), cboPayKind);
+    AddCaptioned(entry, QStringLiteral("方法"), cboPayMethod);
+    AddCaptioned(entry, QStringLiteral("金額"), txtPayAmount);
     entry->addStretch();
     paymentPage->addLayout(entry);
 

@@ -43,8 +43,7 @@ FrmNikkei::FrmNikkei(QWidget* parent) : Screen(parent) {
     CmnRefuseUnreadableDateOnLeave(txtDate);
     lblDay = Named(new QLabel(this), QStringLiteral("lblDay"));
     auto* top = new QHBoxLayout;
-    top->addWidget(FieldCaption(QStringLiteral("日付"), this));
-    top->addWidget(txtDate);
+    AddCaptioned(top, QStringLiteral("日付"), txtDate);
     top->addSpacing(24);
     top->addWidget(lblDay, 1);
 

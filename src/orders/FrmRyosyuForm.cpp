@@ -90,16 +90,11 @@ void FrmRyosyu::buildForm() {
 
     auto* issue = new QGroupBox(QStringLiteral("新しい領収書"), this);
     auto* grid = new QGridLayout(issue);
-    grid->addWidget(FieldCaption(QStringLiteral("対象"), issue), 0, 0);
-    grid->addWidget(cboTarget, 0, 1);
-    grid->addWidget(FieldCaption(QStringLiteral("支払方法"), issue), 0, 2);
-    grid->addWidget(cboMethod, 0, 3);
-    grid->addWidget(FieldCaption(QStringLiteral("宛名"), issue), 1, 0);
-    grid->addWidget(cboAtena, 1, 1);
-    grid->addWidget(FieldCaption(QStringLiteral("種類"), issue), 1, 2);
-    grid->addWidget(cboKind, 1, 3);
-    grid->addWidget(FieldCaption(QStringLiteral("処方箋の日付"), issue), 2, 2);
-    grid->addWidget(txtPrescDate, 2, 3);
+    AddCaptioned(grid, QStringLiteral("対象"), cboTarget, 0, 0);
+    AddCaptioned(grid, QStringLiteral("支払方法"), cboMethod, 0, 2);
+    AddCaptioned(grid, QStringLiteral("宛名"), cboAtena, 1, 0);
+    AddCaptioned(grid, QStringLiteral("種類"), cboKind, 1, 2);
+    AddCaptioned(grid, QStringLiteral("処方箋の日付"), txtPrescDate, 2, 2);
     grid->addWidget(lblPreview, 2, 0, 1, 2);
     grid->setColumnStretch(1, 1);
 
