@@ -176,6 +176,17 @@ void printToPdf() {
     SetReportOutput(ReportOutput::PdfOnly);
 }
 
+// Shows a screen until closed, or sends its paper (F9) into Print/ and ends.
+template <class PrintingScreen> int shownOrPrinted(PrintingScreen& screen, bool print) {
+    if (!print)
+        return shownUntilClosed(screen);
+    printToPdf();
+    screen.show();
+    screen.cmdFnuc_Click(8);
+    gCon.close();
+    return 0;
+}
+
 int showOrder(const QString& folder) {
     seedShop(folder);
     const std::vector<Purchase> purchases = PurchaseStore::OfCustomer(1);
@@ -379,14 +390,7 @@ int showBoard(const QString& folder, bool print) {
     }
     transaction.commit();
     FrmOwatasi screen;
-    if (print) {
-        printToPdf();
-        screen.show();
-        screen.cmdFnuc_Click(8);
-        gCon.close();
-        return 0;
-    }
-    return shownUntilClosed(screen);
+    return shownOrPrinted(screen, print);
 }
 
 // A day of the sample shop: sales with and without orders, deposits and balances by every
@@ -435,14 +439,7 @@ int showNikkei(const QString& folder, bool print) {
     ReceiptStore::Cancel(ReceiptStore::Issue(receipt, Now()).no, Now());
     ReceiptStore::Issue(receipt, Now());
     FrmNikkei screen;
-    if (print) {
-        printToPdf();
-        screen.show();
-        screen.cmdFnuc_Click(8);
-        gCon.close();
-        return 0;
-    }
-    return shownUntilClosed(screen);
+    return shownOrPrinted(screen, print);
 }
 
 // The sales analysis of the sample shop on the view given (0 monthly ... 6 overview), or
