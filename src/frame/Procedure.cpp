@@ -59,3 +59,9 @@ std::function<bool(const Failure&)> MessageOnError(long number, const QString& m
         return true;
     };
 }
+
+bool FunctionKeyProcedure(const QString& where, const std::function<void()>& body) {
+    return Procedure(where, QStringLiteral("cmdFnuc_Click"),
+                     QStringLiteral("ファンクションボタンのクリック処理"), body,
+                     {.titlePrefix = VbErrorTitleWide});
+}

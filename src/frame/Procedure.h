@@ -25,3 +25,7 @@ bool Procedure(const QString& where, const QString& name, const QString& descrip
 
 // An ownMessage that shows a catalogue message for one error number.
 std::function<bool(const Failure&)> MessageOnError(long number, const QString& msg);
+
+// A function key's work on a screen: traced as its cmdFnuc_Click, a failure shown in the box
+// with the wide title.
+bool FunctionKeyProcedure(const QString& where, const std::function<void()>& body);

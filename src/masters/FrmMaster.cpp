@@ -209,45 +209,42 @@ bool IsMasterCode(const QString& text) {
 } // namespace
 
 void FrmMaster::cmdFnuc_Click(int index) {
-    Procedure(config_.caption, QStringLiteral("cmdFnuc_Click"),
-              QStringLiteral("ファンクションボタンのクリック処理"),
-              [&] {
-                  switch (index) {
-                  case F1:
-                      done(QDialog::Accepted);
-                      break;
-                  case F5: {
-                      WaitCursor wait;
-                      // A number that is no code is never saved. The key took the focus, so
-                      // the field's own rule has refused it already when the focus is back in
-                      // the field; otherwise it is refused now.
-                      if (entry_ == Entry::New && !txtTNo->text().trimmed().isEmpty() &&
-                          !IsMasterCode(txtTNo->text())) {
-                          if (focusWidget() != txtTNo)
-                              numberReadsAsCode();
-                          if (!IsMasterCode(txtTNo->text())) {
-                              txtTNo->setFocus();
-                              break;
-                          }
-                      }
-                      if (ChkEntryData())
-                          SaveMaster();
-                      break;
-                  }
-                  case F6:
-                      startNewEntry();
-                      break;
-                  case F8: {
-                      WaitCursor wait;
-                      if (CmnDspMsg(OpeQes_002) == Answer::Yes)
-                          DeleteMaster();
-                      break;
-                  }
-                  default:
-                      break;
-                  }
-              },
-              {.titlePrefix = VbErrorTitleWide});
+    FunctionKeyProcedure(config_.caption, [&] {
+        switch (index) {
+        case F1:
+            done(QDialog::Accepted);
+            break;
+        case F5: {
+            WaitCursor wait;
+            // A number that is no code is never saved. The key took the focus, so
+            // the field's own rule has refused it already when the focus is back in
+            // the field; otherwise it is refused now.
+            if (entry_ == Entry::New && !txtTNo->text().trimmed().isEmpty() &&
+                !IsMasterCode(txtTNo->text())) {
+                if (focusWidget() != txtTNo)
+                    numberReadsAsCode();
+                if (!IsMasterCode(txtTNo->text())) {
+                    txtTNo->setFocus();
+                    break;
+                }
+            }
+            if (ChkEntryData())
+                SaveMaster();
+            break;
+        }
+        case F6:
+            startNewEntry();
+            break;
+        case F8: {
+            WaitCursor wait;
+            if (CmnDspMsg(OpeQes_002) == Answer::Yes)
+                DeleteMaster();
+            break;
+        }
+        default:
+            break;
+        }
+    });
 }
 
 void FrmMaster::numberLeft() {

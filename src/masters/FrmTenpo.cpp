@@ -242,28 +242,24 @@ bool FrmTenpo::AddTaxRate() {
 }
 
 void FrmTenpo::cmdFnuc_Click(int index) {
-    Procedure(ScreenName, QStringLiteral("cmdFnuc_Click"),
-              QStringLiteral("ファンクションボタンのクリック処理"),
-              [&] {
-                  switch (index) {
-                  case F1:
-                      if (!hasUnsavedEdits() ||
-                          CmnDspMsg(OpeQes_008, MsgDefault::Second) == Answer::Yes)
-                          done(QDialog::Accepted);
-                      break;
-                  case F5: {
-                      WaitCursor wait;
-                      SaveShop();
-                      break;
-                  }
-                  case F9:
-                      AddTaxRate();
-                      break;
-                  default:
-                      break;
-                  }
-              },
-              {.titlePrefix = VbErrorTitleWide});
+    FunctionKeyProcedure(ScreenName, [&] {
+        switch (index) {
+        case F1:
+            if (!hasUnsavedEdits() || CmnDspMsg(OpeQes_008, MsgDefault::Second) == Answer::Yes)
+                done(QDialog::Accepted);
+            break;
+        case F5: {
+            WaitCursor wait;
+            SaveShop();
+            break;
+        }
+        case F9:
+            AddTaxRate();
+            break;
+        default:
+            break;
+        }
+    });
 }
 
 void FrmTenpo::closeEvent(QCloseEvent* event) {

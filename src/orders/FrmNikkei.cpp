@@ -127,27 +127,24 @@ bool FrmNikkei::DispNikkei() {
 }
 
 void FrmNikkei::cmdFnuc_Click(int index) {
-    Procedure(ScreenName, QStringLiteral("cmdFnuc_Click"),
-              QStringLiteral("ファンクションボタンのクリック処理"),
-              [&] {
-                  switch (index) {
-                  case F1:
-                      done(QDialog::Accepted);
-                      break;
-                  case F5:
-                      DispNikkei();
-                      break;
-                  case F9:
-                      printClosing();
-                      break;
-                  case F10:
-                      outputCsv();
-                      break;
-                  default:
-                      break;
-                  }
-              },
-              {.titlePrefix = VbErrorTitleWide});
+    FunctionKeyProcedure(ScreenName, [&] {
+        switch (index) {
+        case F1:
+            done(QDialog::Accepted);
+            break;
+        case F5:
+            DispNikkei();
+            break;
+        case F9:
+            printClosing();
+            break;
+        case F10:
+            outputCsv();
+            break;
+        default:
+            break;
+        }
+    });
 }
 
 void FrmNikkei::printClosing() {

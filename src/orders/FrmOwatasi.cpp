@@ -199,33 +199,30 @@ const BoardLine* FrmOwatasi::currentLine() const {
 }
 
 void FrmOwatasi::cmdFnuc_Click(int index) {
-    Procedure(ScreenName, QStringLiteral("cmdFnuc_Click"),
-              QStringLiteral("ファンクションボタンのクリック処理"),
-              [&] {
-                  switch (index) {
-                  case F1:
-                      done(QDialog::Accepted);
-                      break;
-                  case F5:
-                      nextStatus();
-                      break;
-                  case F6:
-                      openOrder();
-                      break;
-                  case F7:
-                      openCustomer();
-                      break;
-                  case F9:
-                      printCallList();
-                      break;
-                  case F12:
-                      DispBoard();
-                      break;
-                  default:
-                      break;
-                  }
-              },
-              {.titlePrefix = VbErrorTitleWide});
+    FunctionKeyProcedure(ScreenName, [&] {
+        switch (index) {
+        case F1:
+            done(QDialog::Accepted);
+            break;
+        case F5:
+            nextStatus();
+            break;
+        case F6:
+            openOrder();
+            break;
+        case F7:
+            openCustomer();
+            break;
+        case F9:
+            printCallList();
+            break;
+        case F12:
+            DispBoard();
+            break;
+        default:
+            break;
+        }
+    });
 }
 
 // The question names the customer, the goods and the status the order goes to. Enter says
